@@ -1,0 +1,109 @@
+// Measures what users wait for on large data: opening and walking tables, seeking by
+// key. Run it by hand (build/velk-bench); figures go to the standard output.
+
+#include "platform/Platform.h"
+#include "store/Database.h"
+#include "store/Functions.h"
+#include "store/Recordset.h"
+#include "store/Schema.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <cstdio>
+#include <functional>
+
+namespace {
+
+QString connection;
+
+// Best of several runs, in milliseconds.
+double timeIt(const std::function<void()>& work, int runs = 5)
+{
+    double best = 1e9;
+    for (int i = 0; i < runs; ++i) {
+        QElapsedTimer t;
+        t.start();
+        work();
+        best = std::min(best, t.nsecsElapsed() / 1e6);
+    }
+    return best;
+}
+
+void report(const char* what, double ms) { std::printf("%-58s %9.2f ms\n", what, ms); }
+
+void fill(const QString& path)
+{
+    auto db = Database::create(path);
+    db->exec(QStringLiteral("BEGIN"));
+    for (const TableDef& t : schemaTables())
+        for (const QString& sql : createStatements(t))
+            db->exec(sql);
+    db->exec(QStringLiteral(
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) "
+        "INSERT INTO Customers (CustID, Date, FirstName, LastName, Phone, Address, City, Postcode) "
+        "SELECT printf('CUS%05d', i), '2026-01-01', 'First' || i, 'Last' || i, '0123 ' || i, i || ' High Street', "
+        "'Town', 'AB1 2CD' FROM n"));
+    db->exec(QStringLiteral(
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 30000) "
+        "INSERT INTO Invoices (InvNo, Date, CustNo, CustomerName, Subtotal, Vat, Total, Paid, Balance) "
+        "SELECT printf('INV%06d', i), date('2020-01-01', '+' || (i % 2000) || ' days'), printf('CUS%05d', 1 + i % 5000), "
+        "'Customer ' || i, 1000000, 175000, 1175000, 0, 1175000 FROM n"));
+    db->exec(QStringLiteral("COMMIT"));
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QTemporaryDir dir;
+    platform::hooks().programDir = [&] { return dir.path(); };
+    const QString path = dir.filePath(QStringLiteral("data.mdb"));
+    fill(path);
+    connection = QStringLiteral("Data Source='%1';").arg(path);
+    std::printf("30,000 invoices, 5,000 customers\n");
+
+    report("open Invoices and walk 30,000 rows reading 3 fields", timeIt([] {
+               Recordset rs;
+               rs.open(QStringLiteral("invoices"), connection, Recordset::adLockReadOnly);
+               double sum = 0;
+               for (; !rs.eof(); rs.moveNext()) {
+                   sum += Null_to_zero(rs.field(QStringLiteral("Balance"))).toDouble();
+                   Null_to_text(rs.field(QStringLiteral("InvNo")));
+                   Null_to_text(rs.field(QStringLiteral("CustNo")));
+               }
+           }));
+    report("open Invoices on index INVNO and walk to the end", timeIt([] {
+               Recordset rs;
+               rs.open(QStringLiteral("invoices"), connection, Recordset::adLockReadOnly);
+               rs.setIndex(QStringLiteral("INVNO"));
+               for (rs.moveFirst(); !rs.eof(); rs.moveNext())
+                   Null_to_text(rs.field(QStringLiteral("InvNo")));
+           }));
+    report("1,000 at-or-after seeks on INVNO (per seek)", timeIt([] {
+               Recordset rs;
+               rs.open(QStringLiteral("invoices"), connection, Recordset::adLockReadOnly);
+               rs.setIndex(QStringLiteral("INVNO"));
+               for (int i = 0; i < 1000; ++i) {
+                   rs.seek(QStringLiteral("inv%1").arg(i * 29 % 30000, 6, 10, QChar('0')));
+                   Null_to_text(rs.field(QStringLiteral("InvNo")));
+               }
+           }) / 1000.0);
+    report("open Customers, seek one key, read it, close", timeIt([] {
+               Recordset rs;
+               rs.open(QStringLiteral("customers"), connection, Recordset::adLockPessimistic);
+               rs.setIndex(QStringLiteral("CUSTID"));
+               rs.seek(QStringLiteral("CUS02500"));
+               Null_to_text(rs.field(QStringLiteral("LastName")));
+           }));
+    report("change and update one invoice", timeIt([] {
+               Recordset rs;
+               rs.open(QStringLiteral("invoices"), connection, Recordset::adLockPessimistic);
+               rs.setIndex(QStringLiteral("INVNO"));
+               rs.seek(QStringLiteral("INV012345"));
+               rs.setField(QStringLiteral("Notes"), QStringLiteral("changed"));
+               rs.update();
+           }));
+    return 0;
+}

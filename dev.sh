@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# Set-up, build, and then run the program or every test.
+#   ./dev.sh run    install what is missing, build, start Velk Invoice
+#   ./dev.sh test   install what is missing, build, run every test (also under sanitizers)
+set -euo pipefail
+cd "$(dirname "$0")"
+
+packages=(g++ cmake make pkg-config qt6-base-dev libqt6sql6-sqlite libsqlite3-dev poppler-utils
+          libgl-dev qt6-qpa-plugins fonts-dejavu-core)
+missing=()
+for p in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+if [ ${#missing[@]} -gt 0 ]; then
+  sudo=""
+  [ "$(id -u)" -ne 0 ] && sudo="sudo"
+  $sudo apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
+fi
+
+jobs=$(nproc)
+build() {  # folder, extra cmake arguments
+  cmake -S . -B "$1" -DCMAKE_BUILD_TYPE=RelWithDebInfo "${@:2}" >/dev/null
+  cmake --build "$1" -j "$jobs"
+}
+
+case "${1:-}" in
+  run)
+    build build
+    exec build/velk-invoice
+    ;;
+  test)
+    build build
+    (cd build && ctest --output-on-failure)
+    build build-sanitize -DVELK_SANITIZE=ON
+    (cd build-sanitize && ASAN_OPTIONS=detect_leaks=0 ctest --output-on-failure)
+    ;;
+  *)
+    echo "usage: $0 run|test" >&2
+    exit 2
+    ;;
+esac

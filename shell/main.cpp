@@ -1,0 +1,37 @@
+#include "shell/frmMain.h"
+#include "store/Errors.h"
+#include "store/Functions.h"
+
+#include <QApplication>
+#include <QTimer>
+
+namespace {
+
+// A failure that no procedure trapped still ends through the program's own box.
+class Application : public QApplication {
+public:
+    using QApplication::QApplication;
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const VbError& e) {
+            Report_error(e.number(), receiver ? receiver->objectName() : QString(), QStringLiteral("Event"));
+        } catch (const std::exception&) {
+            Report_error(err::DatabaseFailure, receiver ? receiver->objectName() : QString(), QStringLiteral("Event"));
+        }
+    }
+};
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    Application app(argc, argv);
+    app.setApplicationName(QStringLiteral("Velk Invoice"));
+    frmMain main;
+    main.MDIForm_Load();
+    main.show();
+    QTimer::singleShot(0, &main, &frmMain::MDIForm_Activate);
+    return app.exec();
+}

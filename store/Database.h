@@ -1,0 +1,64 @@
+#pragma once
+// One open data file. Every recordset on the same file shares one handle: the file is
+// opened once, not once per table, and every write is committed when it is made.
+
+#include "store/Value.h"
+
+#include <QHash>
+#include <QString>
+#include <memory>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+class Database {
+public:
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    // The shared handle for a file, opened when first asked for. A file that is not a
+    // data file of ours fails here with the provider's number, and is left as it was.
+    static std::shared_ptr<Database> open(const QString& path);
+    // A new, empty file at the path (not shared), for building the tables.
+    static std::shared_ptr<Database> create(const QString& path);
+    // Drop every cached handle, so that the next open reads the file afresh.
+    static void closeAll();
+
+    const QString& path() const { return path_; }
+    sqlite3* handle() const { return db_; }
+
+    // A prepared statement, kept for reuse; reset before it is handed out.
+    sqlite3_stmt* prepare(const QString& sql);
+    void exec(const QString& sql);
+    // Raises the failure that the last call on this handle left, as a classic number.
+    [[noreturn]] void fail(int code, const QString& context = QString()) const;
+
+    // Bumped by every write, so that recordsets know when their cached rows are stale.
+    quint64 version() const { return version_; }
+    void touched() { ++version_; }
+
+    // Binding and reading of values as the store keeps them.
+    static void bind(sqlite3_stmt* st, int index, const Value& value);
+    static Value column(sqlite3_stmt* st, int index, int columnType);
+    // A stored value (SQLite's kind, with its number or text) as a value of the column's type.
+    static Value decode(int kind, qint64 integer, double real, const char* text, int length, int columnType);
+
+private:
+    explicit Database(const QString& path);
+    QString path_;
+    sqlite3* db_ = nullptr;
+    QHash<QString, sqlite3_stmt*> statements_;
+    quint64 version_ = 0;
+};
+
+// Resets a statement when it goes out of scope, so that no read stays open.
+class StatementScope {
+public:
+    explicit StatementScope(sqlite3_stmt* st) : st_(st) {}
+    ~StatementScope();
+    sqlite3_stmt* get() const { return st_; }
+
+private:
+    sqlite3_stmt* st_;
+};

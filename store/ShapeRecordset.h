@@ -1,0 +1,56 @@
+#pragma once
+// The static, read-only rows of a report's source: a SELECT, or a SHAPE command whose
+// parent rows each carry their child rows.
+
+#include "store/Value.h"
+
+#include <QStringList>
+#include <memory>
+#include <vector>
+
+class Database;
+
+class ShapeRecordset {
+public:
+    // Runs a source on the file and keeps every row. Fails with a classic number.
+    static std::shared_ptr<ShapeRecordset> open(const QString& source, const std::shared_ptr<Database>& db);
+
+    const QString& name() const { return data_->name; }  // the "as" name of the source
+    bool eof() const { return pos_ >= rows_.size(); }
+    void moveFirst() { pos_ = 0; }
+    void moveNext();
+    void moveLast() { pos_ = rows_.empty() ? 0 : rows_.size() - 1; }
+    int recordCount() const { return int(rows_.size()); }
+    int absolutePosition() const { return int(pos_) + 1; }
+
+    int fieldCount() const { return int(data_->fields.size()); }
+    QString fieldName(int i) const { return data_->fields.value(i); }
+    int fieldIndex(const QString& name) const;  // -1 when absent
+    Value field(const QString& name) const;
+    Value field(int i) const;
+
+    // The child rows of the current row, under the child's "as" name; null when there is
+    // no such child.
+    std::shared_ptr<ShapeRecordset> chapter(const QString& name) const;
+    QString chapterName() const;  // the name of the child level, empty without one
+
+private:
+    struct Data {
+        QString name;
+        QStringList fields;
+        std::vector<std::vector<Value>> rows;
+        // Child level: its data, and for each parent row the child rows that belong to it.
+        std::shared_ptr<Data> child;
+        std::vector<std::vector<size_t>> childRows;
+    };
+    ShapeRecordset(std::shared_ptr<Data> data, std::vector<size_t> rows);
+    static std::shared_ptr<Data> query(const QString& sql, const std::shared_ptr<Database>& db);
+    const std::vector<Value>& currentRow() const;
+
+    std::shared_ptr<Data> data_;
+    std::vector<size_t> rows_;
+    size_t pos_ = 0;
+};
+
+// Turns the old engine's SELECT into ours: #MM/DD/YYYY# date literals become ISO dates.
+QString translateSelect(const QString& select);

@@ -1,0 +1,66 @@
+#pragma once
+// Stands in for the user in tests: a fresh program folder, a fixed clock, and queues of
+// the boxes, file dialogs and windows a test expects. Anything unexpected is recorded
+// and fails the test at its end instead of blocking a headless run.
+
+#include "platform/Platform.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QLocale>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QTest>
+#include <deque>
+#include <functional>
+#include <optional>
+
+class TestUi {
+public:
+    TestUi();
+    ~TestUi();
+
+    QString dir() const { return dir_.path(); }
+    QString file(const QString& name) const { return dir_.filePath(name); }
+
+    // A box the test expects next: its title, text and answer; style -1 for any.
+    void expectBox(const QString& title, const QString& text, int answer = platform::vbOK, int style = -1);
+    void expectSave(std::optional<QString> path);
+    void expectOpen(std::optional<QString> path);
+    void onModal(const QString& objectName, std::function<int(QDialog&)> handler);
+
+    // What the program showed, in order, for checks beyond the queue.
+    QStringList shownBoxes;
+    QList<platform::FileDialogRequest> dialogs;
+    int beeps = 0;
+    int paper = platform::vbPRPSA4;
+    QDateTime clock = QDateTime(QDate(2026, 11, 22), QTime(10, 30, 15));
+
+    // Empty when everything expected happened and nothing else did.
+    QString problems() const;
+    void clearProblems();
+
+private:
+    struct Box { QString title, text; int answer, style; };
+    QTemporaryDir dir_;
+    std::deque<Box> boxes_;
+    std::deque<std::optional<QString>> saves_, opens_;
+    std::deque<std::pair<QString, std::function<int(QDialog&)>>> modals_;
+    QStringList problems_;
+};
+
+// Runs the code and tells whether it ended the program.
+bool endsProgram(const std::function<void()>& code);
+
+#define VERIFY_UI(ui) QVERIFY2((ui).problems().isEmpty(), qPrintable((ui).problems()))
+
+// The test main: C locale and fixed dpi so that figures and layouts are stable.
+#define VELK_TEST_MAIN(TestClass)                                         \
+    int main(int argc, char** argv)                                       \
+    {                                                                     \
+        qputenv("QT_QPA_PLATFORM", "offscreen");                          \
+        QLocale::setDefault(QLocale::c());                                \
+        QApplication app(argc, argv);                                     \
+        TestClass test;                                                   \
+        return QTest::qExec(&test, argc, argv);                           \
+    }
