@@ -18,6 +18,7 @@ public:
     Value(Currency v) : v_(v) {}
     Value(const QString& v) : v_(v) {}
     Value(const char* v) : v_(QString::fromUtf8(v)) {}
+    Value(QLatin1String v) : v_(QString(v)) {}
     Value(const QDate& v) : v_(QDateTime(v, QTime(0, 0))) {}
     Value(const QDateTime& v) : v_(v) {}
 

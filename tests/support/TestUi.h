@@ -54,7 +54,13 @@ bool endsProgram(const std::function<void()>& code);
 
 #define VERIFY_UI(ui) QVERIFY2((ui).problems().isEmpty(), qPrintable((ui).problems()))
 
-// The test main: C locale and fixed dpi so that figures and layouts are stable.
+// A test program of several classes: each file registers its class with VELK_TEST, and
+// the support library's main runs them all.
+void registerTest(const char* name, std::function<QObject*()> make);
+#define VELK_TEST(TestClass) \
+    static const bool registered##TestClass = (registerTest(#TestClass, [] { return new TestClass; }), true);
+
+// The test main of a program of one class: C locale so that figures are stable.
 #define VELK_TEST_MAIN(TestClass)                                         \
     int main(int argc, char** argv)                                       \
     {                                                                     \
