@@ -291,10 +291,10 @@ void frmMain::Toolbar1_ButtonClick(int index)
             Busy_off();
             close();
             break;
-        case 1: case 3: case 7: case 9: case 11:
-            Busy_off();  // their windows open here as they come
-            break;
         default:
+            // Customers, Invoices, Reports, Debtors and Items open their windows here
+            // as those windows come; separators do nothing.
+            Busy_off();
             break;
         }
     } catch (const std::exception&) {

@@ -1,0 +1,368 @@
+// Start-up, the settings record, the main window's commands and the exit.
+
+#include "TestUi.h"
+
+#include "shell/Globals.h"
+#include "shell/frmMain.h"
+#include "store/Connection.h"
+#include "store/Database.h"
+#include "store/Errors.h"
+#include "store/Functions.h"
+#include "store/Recordset.h"
+
+#include <QAction>
+#include <QDir>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QToolBar>
+#include <QtTest>
+
+using namespace platform;
+
+namespace {
+
+QByteArray bytes(const QString& path)
+{
+    QFile f(path);
+    f.open(QIODevice::ReadOnly);
+    return f.readAll();
+}
+
+// Makes a data file with System rows, as a previous run would have left it.
+void makeDataFile(TestUi& ui, const QList<QMap<QString, Value>>& rows)
+{
+    {
+        frmMain first;
+        first.MDIForm_Load();
+        Recordset rs;
+        rs.open(QStringLiteral("System"), ConnectionString, Recordset::adLockPessimistic);
+        for (const auto& row : rows) {
+            rs.addNew();
+            rs.setField(QStringLiteral("TaxAmount"), 0.0);
+            rs.setField(QStringLiteral("Text3Name"), QString());
+            rs.setField(QStringLiteral("Text4Name"), QString());
+            for (auto it = row.begin(); it != row.end(); ++it)
+                rs.setField(it.key(), it.value());
+            rs.update();
+        }
+        first.close();
+    }
+    Database::closeAll();
+    resetGlobals();
+    ui.clearProblems();
+}
+
+QMap<QString, Value> numbered() { return {{"FreeFormInv", 0}, {"FreeformCus", 0}, {"FreeformPart", 0}, {"FreeFormCrd", 0}}; }
+
+QString errorBox(int number, const QString& procedure, const QString& description)
+{
+    return errorMessageText(number, QStringLiteral("frmMain"), procedure, description);
+}
+
+}  // namespace
+
+class ShellTest : public QObject {
+    Q_OBJECT
+private slots:
+    void firstStartBuildsTheFileAndTheWindow();
+    void secondStartChangesNothing();
+    void emptySystemTableIsAFirstRun();
+    void settingsLoadWithTheirWidthsAndConversions();
+    void badSettingsEndTheProgram_data();
+    void badSettingsEndTheProgram();
+    void foreignFileIsLeftUntouched_data();
+    void foreignFileIsLeftUntouched();
+    void buildFailureOffersAbortRetryIgnore();
+    void toolbarCommands();
+    void exitAsksForABackup();
+    void autoInvoicePlaceholder();
+};
+
+void ShellTest::firstStartBuildsTheFileAndTheWindow()
+{
+    TestUi ui;
+    frmMain w;
+    w.MDIForm_Load();
+    QVERIFY(QFileInfo(ui.file(QStringLiteral("data.mdb"))).isFile());
+    QVERIFY(!QFile::exists(ui.file(QStringLiteral("data.mdb.new"))));
+    QCOMPARE(SetupDone, qint16(0));
+    QVERIFY(PlainConnection.isOpen());
+    QVERIFY(ShapeConnection.isOpen());
+    QCOMPARE(busyCount(), qint16(0));
+    QCOMPARE(w.windowTitle(), QStringLiteral("Velk Invoice"));
+
+    QStringList menus;
+    for (QAction* a : w.menuBar()->actions()) {
+        QStringList entries;
+        for (QAction* e : a->menu()->actions())
+            entries << e->objectName() + '=' + (e->isSeparator() ? QStringLiteral("-") : e->text())
+                           + (e->isEnabled() ? QString() : QStringLiteral(" (off)"));
+        menus << a->menu()->objectName() + '=' + a->text() + ": " + entries.join(", ");
+    }
+    QCOMPARE(menus, (QStringList{
+                        "mnuFile=File: mnuExport=&Export, mnusep=-, MnuSave=&Save, mnurestore=&Restore, mn=-, mnuExit=&Exit",
+                        "mnuTools=Tools: mnuOptions=&Options, mnuWeb=&Web, mnuImport=Import (off)"}));
+
+    QStringList buttons;
+    for (QAction* a : w.findChild<QToolBar*>(QStringLiteral("Toolbar1"))->actions())
+        buttons << a->objectName() + '=' + (a->isSeparator() ? QStringLiteral("-") : a->text());
+    QCOMPARE(buttons.join(", "),
+             QStringLiteral("Toolbar1(1)=Customers, Toolbar1(2)=-, Toolbar1(3)=Invoices, Toolbar1(4)=-, "
+                            "Toolbar1(5)=Add Invoice, Toolbar1(6)=-, Toolbar1(7)=Reports, Toolbar1(8)=-, "
+                            "Toolbar1(9)=Debtors, Toolbar1(10)=-, Toolbar1(11)=Items, Toolbar1(12)=-, "
+                            "Toolbar1(13)=Help, Toolbar1(14)=-, Toolbar1(15)=Exit"));
+
+    const QStringList panels{"Version 1.1", ProductWebSite, "\"Auto invoice routine available in November\""};
+    for (int i = 0; i < 3; ++i) {
+        auto* panel = w.findChild<QLabel*>(QStringLiteral("Panel(%1)").arg(i + 1));
+        QVERIFY(panel);
+        QCOMPARE(panel->text(), panels[i]);
+        QCOMPARE(panel->toolTip(), panels[i]);
+    }
+    // Until the wizard exists, a first run simply shows the main window.
+    w.MDIForm_Activate();
+    QCOMPARE(FrontCount, 1);
+    QVERIFY(!w.unloaded());
+    VERIFY_UI(ui);
+}
+
+void ShellTest::secondStartChangesNothing()
+{
+    TestUi ui;
+    makeDataFile(ui, {numbered()});
+    const QByteArray before = bytes(ui.file(QStringLiteral("data.mdb")));
+    {
+        frmMain w;
+        w.MDIForm_Load();
+        QCOMPARE(SetupDone, qint16(1));
+        w.MDIForm_Activate();
+        w.close();
+        QVERIFY(w.unloaded());
+    }
+    Database::closeAll();
+    QCOMPARE(bytes(ui.file(QStringLiteral("data.mdb"))), before);
+    VERIFY_UI(ui);
+}
+
+void ShellTest::emptySystemTableIsAFirstRun()
+{
+    TestUi ui;
+    makeDataFile(ui, {});
+    frmMain w;
+    w.MDIForm_Load();
+    QCOMPARE(SetupDone, qint16(0));
+    QCOMPARE(settings.BusinessName.text(), QString(30, ' '));
+    VERIFY_UI(ui);
+}
+
+void ShellTest::settingsLoadWithTheirWidthsAndConversions()
+{
+    TestUi ui;
+    auto first = numbered();
+    first.insert({{"BusinessName", QString(35, 'B')},
+                  {"Address", QStringLiteral("1 High Street\r\nTown")},
+                  {"Currency", QStringLiteral("abc")},
+                  {"TaxAmount", 17.123456},
+                  {"TaxEnabled", 1},
+                  {"Debtorstart", 1},
+                  {"Invstart", QStringLiteral("000042")},
+                  {"FreeFormCrd", 1},
+                  {"ConfirmBackup", 1},
+                  {"Text1Name", QStringLiteral("  Sales Person  ")},
+                  {"Text3Name", QStringLiteral("Sales No")},
+                  {"InvoiceType", QStringLiteral("3")},
+                  {"logopath", QStringLiteral("/tmp/logo.jpg")}});
+    auto second = numbered();
+    second.insert(QStringLiteral("BusinessName"), QStringLiteral("Second"));
+    makeDataFile(ui, {first, second});
+
+    frmMain w;
+    w.MDIForm_Load();
+    QCOMPARE(SetupDone, qint16(1));
+    QCOMPARE(settings.BusinessName.text(), QString(30, 'B'));
+    QCOMPARE(settings.Address, QStringLiteral("1 High Street\r\nTown"));
+    QCOMPARE(settings.Currency.text(), QStringLiteral("a"));
+    QCOMPARE(settings.TaxAmount, 17.1235);
+    QCOMPARE(settings.TaxEnabled, qint16(1));
+    QCOMPARE(settings.Debtorstart, qint16(1));   // read from its text column
+    QCOMPARE(settings.Invstart, QStringLiteral("000042"));
+    QCOMPARE(settings.FreeformCrd, qint16(1));
+    QCOMPARE(settings.FreeformInv, qint16(0));
+    QCOMPARE(settings.ConfirmBackup, qint16(1));
+    QCOMPARE(settings.text1Name.text(), QStringLiteral("Sales Person").leftJustified(30));
+    QCOMPARE(settings.text3Name.trimmed(), QStringLiteral("Sales No"));
+    QCOMPARE(settings.Phone.text(), QString(30, ' '));   // Null reads as empty
+    QCOMPARE(settings.InvoiceType, QStringLiteral("3"));
+    QCOMPARE(settings.Logopath, QStringLiteral("/tmp/logo.jpg"));
+    QCOMPARE(settings.IncludeTerms, qint16(0));
+    QCOMPARE(BackupDone, qint16(0));
+    // The debtor list comes with its own window; the count still goes up each time.
+    w.MDIForm_Activate();
+    w.MDIForm_Activate();
+    QCOMPARE(FrontCount, 2);
+    VERIFY_UI(ui);
+}
+
+void ShellTest::badSettingsEndTheProgram_data()
+{
+    QTest::addColumn<QString>("column");
+    QTest::addColumn<Value>("value");
+    QTest::addColumn<int>("number");
+    QTest::newRow("Null in a free-form column") << "FreeFormInv" << Value() << 94;
+    QTest::newRow("Null in another free-form column") << "FreeformPart" << Value() << 94;
+    QTest::newRow("Debtorstart not a number") << "Debtorstart" << Value(QStringLiteral("yes")) << 13;
+    QTest::newRow("flag out of range") << "Present" << Value(qint64(70000)) << 6;
+}
+
+void ShellTest::badSettingsEndTheProgram()
+{
+    QFETCH(QString, column);
+    QFETCH(Value, value);
+    QFETCH(int, number);
+    TestUi ui;
+    auto row = numbered();
+    row.insert(column, value);
+    makeDataFile(ui, {row});
+    frmMain w;
+    ui.expectBox(QStringLiteral("Error Message"), errorBox(number, QStringLiteral("Load_settings"), standardErrorText(number)),
+                 vbOK, vbExclamation);
+    QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));
+    QCOMPARE(busyCount(), qint16(0));
+    QCOMPARE(QDir(ui.file(QStringLiteral("Logs"))).entryList(QDir::Files), QStringList{"20261122103015.log"});
+    VERIFY_UI(ui);
+}
+
+void ShellTest::foreignFileIsLeftUntouched_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("text file") << QByteArray("Dear customer,\nthis is not a database.\n");
+    QTest::newRow("another program's file") << QByteArray("\x89PNG\r\n\x1a\n").append(QByteArray(4096, '\x07'));
+    QTest::newRow("empty-looking header") << QByteArray("SQLite format 3").append(QByteArray(200, '\0'));
+}
+
+void ShellTest::foreignFileIsLeftUntouched()
+{
+    QFETCH(QByteArray, content);
+    TestUi ui;
+    const QString path = ui.file(QStringLiteral("data.mdb"));
+    {
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(content);
+    }
+    frmMain w;
+    ui.expectBox(QStringLiteral("Error Message"),
+                 errorBox(err::UnrecognisedDatabase, QStringLiteral("Load"), standardErrorText(err::UnrecognisedDatabase)));
+    QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));
+    QCOMPARE(bytes(path), content);
+    QCOMPARE(QDir(ui.dir()).entryList(QDir::Files), QStringList{"data.mdb"});
+    QVERIFY(ui.shownBoxes.last().contains(QStringLiteral("Error Code \t: 467259\r\n")));
+    VERIFY_UI(ui);
+}
+
+void ShellTest::buildFailureOffersAbortRetryIgnore()
+{
+    TestUi ui;
+    // A folder where the file should be: it is no data file, and it cannot be replaced.
+    QVERIFY(QDir(ui.dir()).mkdir(QStringLiteral("data.mdb")));
+    const QString box = standardErrorText(err::PathFileAccess) + QStringLiteral("    Error No. 75 \r\n");
+    ui.expectBox(QStringLiteral("Code Gen Error"), box, vbRetry, vbAbortRetryIgnore + vbCritical);
+    ui.expectBox(QStringLiteral("Code Gen Error"), box, vbAbort, vbAbortRetryIgnore + vbCritical);
+    ui.expectBox(QStringLiteral("Error Message"),
+                 errorBox(err::CannotOpenFile, QStringLiteral("Load"), standardErrorText(err::CannotOpenFile)));
+    frmMain w;
+    QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));
+    QVERIFY(QFileInfo(ui.file(QStringLiteral("data.mdb"))).isDir());
+    VERIFY_UI(ui);
+}
+
+void ShellTest::toolbarCommands()
+{
+    TestUi ui;
+    frmMain w;
+    w.MDIForm_Load();
+    auto button = [&](int index) { return w.findChild<QAction*>(QStringLiteral("Toolbar1(%1)").arg(index)); };
+    const QString title = QStringLiteral("Add to New Customer");
+    const QString question = QStringLiteral("Do you want to add this invoice to a new customer");
+    ui.expectBox(title, question, vbCancel, vbYesNoCancel + vbQuestion);
+    button(5)->trigger();
+    QCOMPARE(NewCustomerMode, qint16(0));
+    ui.expectBox(title, question, vbNo, vbYesNoCancel + vbQuestion);
+    button(5)->trigger();
+    QCOMPARE(NewCustomerMode, qint16(0));
+    ui.expectBox(title, question, vbYes, vbYesNoCancel + vbQuestion);
+    button(5)->trigger();
+    QCOMPARE(NewCustomerMode, qint16(1));
+    QCOMPARE(busyCount(), qint16(0));
+    button(13)->trigger();
+    QCOMPARE(HelpTopic.trimmed(), QStringLiteral("help.htm"));
+    for (int i : {1, 2, 3, 7, 9, 11})
+        w.Toolbar1_ButtonClick(i);
+    QCOMPARE(busyCount(), qint16(0));
+    QVERIFY(!w.unloaded());
+    button(15)->trigger();
+    QVERIFY(w.unloaded());
+    QVERIFY(!PlainConnection.isOpen());
+    QVERIFY(!ShapeConnection.isOpen());
+    VERIFY_UI(ui);
+}
+
+void ShellTest::exitAsksForABackup()
+{
+    TestUi ui;
+    auto row = numbered();
+    row.insert(QStringLiteral("ConfirmBackup"), 1);
+    makeDataFile(ui, {row});
+    const QString title = QStringLiteral("Backup?");
+    const QString question = QStringLiteral("Do you wish to backup before exiting?");
+    {
+        // Yes, then Cancel in the save dialog: no further box, and the exit goes on.
+        frmMain w;
+        w.MDIForm_Load();
+        ui.expectBox(title, question, vbYes, vbYesNo + vbQuestion);
+        ui.expectSave(std::nullopt);
+        w.findChild<QAction*>(QStringLiteral("mnuExit"))->trigger();
+        QVERIFY(w.unloaded());
+        QCOMPARE(BackupDone, qint16(0));
+        QCOMPARE(ui.dialogs.last().fileName, QStringLiteral("Data.mdb"));
+    }
+    {
+        frmMain w;
+        w.MDIForm_Load();
+        ui.expectBox(title, question, vbNo, vbYesNo + vbQuestion);
+        w.close();
+        QVERIFY(w.unloaded());
+        QCOMPARE(BackupDone, qint16(1));
+    }
+    {
+        // Yes with a target: the backup is made before the program ends.
+        frmMain w;
+        w.MDIForm_Load();
+        const QString target = ui.file(QStringLiteral("copy.mdb"));
+        ui.expectBox(title, question, vbYes, vbYesNo + vbQuestion);
+        ui.expectSave(target);
+        ui.expectBox(QStringLiteral("Successful"), QStringLiteral("Save was Successful"), vbOK, vbInformation);
+        w.close();
+        QVERIFY(QFile::exists(target));
+    }
+    VERIFY_UI(ui);
+}
+
+void ShellTest::autoInvoicePlaceholder()
+{
+    frm_AutoInv w;
+    QCOMPARE(w.windowTitle(), QStringLiteral("Auto Invoice"));
+    QStringList buttons;
+    for (QAction* a : w.findChild<QToolBar*>(QStringLiteral("Toolbar1"))->actions())
+        buttons << a->text();
+    QCOMPARE(buttons, (QStringList{"Add", "Delete", "Edit", "Help"}));
+    auto* exit = w.findChild<QPushButton*>(QStringLiteral("exit_cmd"));
+    QCOMPARE(exit->text(), QStringLiteral("&Exit"));
+    w.show();
+    exit->click();
+    QVERIFY(!w.isVisible());
+}
+
+VELK_TEST(ShellTest)
+#include "tst_shell.moc"
