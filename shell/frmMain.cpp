@@ -1,5 +1,7 @@
 #include "shell/frmMain.h"
 
+#include "customers/frmAddCust.h"
+#include "customers/frmCustomer.h"
 #include "platform/Platform.h"
 #include "safety/BackupRestore.h"
 #include "shell/Globals.h"
@@ -261,6 +263,13 @@ void frmMain::Load_settings()
     });
 }
 
+int frmMain::openModal(QDialog& window)
+{
+    const int result = showModal(window);
+    MDIForm_Activate();  // the main window comes to the front again
+    return result;
+}
+
 void frmMain::MDIForm_Activate()
 {
     // A first run opens the setup wizard here, and a "Show Debtors at Startup" the debtor
@@ -279,8 +288,17 @@ void frmMain::Toolbar1_ButtonClick(int index)
             Busy_off();
             const int answer = MsgBox(QStringLiteral("Do you want to add this invoice to a new customer"),
                                       vbYesNoCancel + vbQuestion, QStringLiteral("Add to New Customer"));
-            if (answer == vbYes)
+            if (answer == vbYes) {
                 NewCustomerMode = 1;
+                frmAddCust window(this);
+                openModal(window);
+            }
+            break;
+        }
+        case 1: {
+            Busy_off();
+            frmCustomer window(this);
+            openModal(window);
             break;
         }
         case 13:
@@ -292,7 +310,7 @@ void frmMain::Toolbar1_ButtonClick(int index)
             close();
             break;
         default:
-            // Customers, Invoices, Reports, Debtors and Items open their windows here
+            // Invoices, Reports, Debtors and Items open their windows here
             // as those windows come; separators do nothing.
             Busy_off();
             break;

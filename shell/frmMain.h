@@ -25,6 +25,8 @@ private:
     void Create_database();
     void Load_settings();
     void MDIForm_Unload();
+    // Shows a task window modally; the main window comes to the front again after it.
+    int openModal(QDialog& window);
 
     bool unloaded_ = false;
 };

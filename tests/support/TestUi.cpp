@@ -1,6 +1,9 @@
 #include "TestUi.h"
 
 #include "shell/Globals.h"
+#include "shell/frmMain.h"
+#include "store/Recordset.h"
+#include "store/Value.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Functions.h"
@@ -39,9 +42,10 @@ TestUi::TestUi()
                 problems_ << QStringLiteral("unexpected %1 dialog").arg(QLatin1String(kind));
                 return std::nullopt;
             }
-            auto answer = queue.front();
+            const bool chosen = queue.front().has_value();
+            const QString path = chosen ? *queue.front() : QString();
             queue.pop_front();
-            return answer;
+            return chosen ? std::optional<QString>(path) : std::nullopt;
         };
     };
     h.openFile = dialog(opens_, "open");
@@ -105,4 +109,44 @@ bool endsProgram(const std::function<void()>& code)
         return true;
     }
     return false;
+}
+
+std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& settingsRow)
+{
+    {
+        frmMain first;
+        first.MDIForm_Load();
+        QMap<QString, Value> row{{"FreeFormInv", 0}, {"FreeformCus", 0}, {"FreeformPart", 0}, {"FreeFormCrd", 0},
+                                 {"TaxAmount", 0.0}, {"Text3Name", QString()}, {"Text4Name", QString()}};
+        for (auto it = settingsRow.begin(); it != settingsRow.end(); ++it)
+            row.insert(it.key(), it.value());
+        addRow(QStringLiteral("System"), row);
+        first.close();
+    }
+    Database::closeAll();
+    resetGlobals();
+    ui.clearProblems();
+    auto w = std::make_unique<frmMain>();
+    w->MDIForm_Load();
+    return w;
+}
+
+void addRow(const QString& table, const QMap<QString, Value>& values)
+{
+    Recordset rs;
+    rs.open(table, ConnectionString, Recordset::adLockPessimistic);
+    rs.addNew();
+    for (auto it = values.begin(); it != values.end(); ++it)
+        rs.setField(it.key(), it.value());
+    rs.update();
+}
+
+QStringList columnValues(const QString& table, const QString& column)
+{
+    Recordset rs;
+    rs.open(table, ConnectionString, Recordset::adLockReadOnly);
+    QStringList values;
+    for (; !rs.eof(); rs.moveNext())
+        values << Null_to_text(rs.field(column));
+    return values;
 }

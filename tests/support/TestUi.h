@@ -13,6 +13,8 @@
 #include <QTest>
 #include <deque>
 #include <functional>
+#include <memory>
+#include <QMap>
 #include <optional>
 
 class TestUi {
@@ -48,6 +50,17 @@ private:
     std::deque<std::pair<QString, std::function<int(QDialog&)>>> modals_;
     QStringList problems_;
 };
+
+class frmMain;
+class Value;
+// Starts the program in the test's folder on a data file whose settings row holds the
+// values given (numbered series and no other options unless given), as a user would
+// find it after the first run. Rows of other tables can be added through Recordset.
+std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& settingsRow);
+// Adds one row to a table of the running program's data file.
+void addRow(const QString& table, const QMap<QString, Value>& values);
+// The values of a column, in table order.
+QStringList columnValues(const QString& table, const QString& column);
 
 // Runs the code and tells whether it ended the program.
 bool endsProgram(const std::function<void()>& code);

@@ -1,0 +1,38 @@
+#pragma once
+// The customer list: every customer, found by any visible text, and the way to add,
+// open and delete one.
+
+#include <QDialog>
+
+class ListRules;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QToolBar;
+class QTreeWidget;
+
+class frmCustomer : public QDialog {
+    Q_OBJECT
+public:
+    explicit frmCustomer(QWidget* parent = nullptr);
+
+    void Load_list();
+    void ChangedCust();
+    void NewCustomer();
+    void Delete_item();
+    void Toolbar1_ButtonClick(int place);
+    void OpenRow();
+
+    ListRules* rules() const { return rules_; }
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QTreeWidget* Cust_lst;
+    QLineEdit* Search_txt;
+    QPushButton* search_cmd;
+    QLabel* Found_lbl;
+    ListRules* rules_;
+};

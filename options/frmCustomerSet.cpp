@@ -1,0 +1,108 @@
+#include "options/frmCustomerSet.h"
+
+#include "shell/Globals.h"
+#include "store/Connection.h"
+#include "store/Functions.h"
+#include "store/Recordset.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+frmCustomerSet::frmCustomerSet(QWidget* parent) : QDialog(parent), rs_(std::make_unique<Recordset>())
+{
+    setObjectName(QStringLiteral("frmCustomerSet"));
+    setWindowTitle(QStringLiteral("Customize Customer Screen"));
+    auto* layout = new QVBoxLayout(this);
+    auto* frame = new QGroupBox(QStringLiteral("Customer Screen"), this);
+    auto* ticks = new QVBoxLayout(frame);
+    auto tick = [&](const char* name, const char* caption) {
+        auto* c = new QCheckBox(QLatin1String(caption), frame);
+        c->setObjectName(QLatin1String(name));
+        ticks->addWidget(c);
+        return c;
+    };
+    fax_chk = tick("fax_chk", "Include Fax");
+    phone_chk = tick("phone_chk", "Include Phone");
+    email_chk = tick("email_chk", "Include Email");
+    Shipping1_chk = tick("Shipping1_chk", "Include Delivery Address");
+    mobile_chk = tick("mobile_chk", "Include Mobile");
+    auto* note = new QLabel(QStringLiteral("Untick any check box to make text boxes invisble"), frame);
+    note->setObjectName(QStringLiteral("Label1"));
+    ticks->addWidget(note);
+    layout->addWidget(frame);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    auto* ok = new QPushButton(QStringLiteral("&Ok"), this);
+    ok->setObjectName(QStringLiteral("ok_cmd"));
+    auto* cancel = new QPushButton(QStringLiteral("&Cancel"), this);
+    cancel->setObjectName(QStringLiteral("cancel_cmd"));
+    buttons->addWidget(ok);
+    buttons->addWidget(cancel);
+    layout->addLayout(buttons);
+    connect(ok, &QPushButton::clicked, this, [this] {
+        Update();
+        accept();
+    });
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+
+    // The window keeps the settings row open for writing while it is up.
+    Trap(objectName(), "Form_Activate", [this] {
+        rs_->open(QStringLiteral("system"), ConnectionString, Recordset::adLockPessimistic);
+        Load_system();
+        Settings();
+    });
+}
+
+frmCustomerSet::~frmCustomerSet() = default;
+
+void frmCustomerSet::Load_system()
+{
+    Trap(objectName(), "Load_system", [this] {
+        if (rs_->recordCount() <= 0)
+            return;
+        rs_->moveFirst();
+        auto set = [&](QCheckBox* box, const char* column) {
+            box->setChecked(Null_to_zero(rs_->field(QLatin1String(column))) == Currency::fromTicks(Currency::Scale));
+        };
+        set(fax_chk, "FaxVisible");
+        set(phone_chk, "phoneVisible");
+        set(email_chk, "emailVisible");
+        set(Shipping1_chk, "shippingVisible");
+        set(mobile_chk, "mobileVisible");
+    });
+}
+
+void frmCustomerSet::Update()
+{
+    Trap(objectName(), "Update", [this] {
+        if (rs_->recordCount() <= 0) {
+            rs_->addNew();
+            // A row needs its required columns to be stored at all.
+            rs_->setField(QStringLiteral("TaxAmount"), 0.0);
+            rs_->setField(QStringLiteral("Text3Name"), QString());
+            rs_->setField(QStringLiteral("Text4Name"), QString());
+        } else {
+            rs_->moveFirst();
+        }
+        rs_->setField(QStringLiteral("FaxVisible"), fax_chk->isChecked() ? 1 : 0);
+        rs_->setField(QStringLiteral("phoneVisible"), phone_chk->isChecked() ? 1 : 0);
+        rs_->setField(QStringLiteral("emailVisible"), email_chk->isChecked() ? 1 : 0);
+        rs_->setField(QStringLiteral("shippingVisible"), Shipping1_chk->isChecked() ? 1 : 0);
+        rs_->setField(QStringLiteral("mobileVisible"), mobile_chk->isChecked() ? 1 : 0);
+        rs_->update();
+        Settings();
+    });
+}
+
+void frmCustomerSet::Settings()
+{
+    settings.FaxVisible = fax_chk->isChecked() ? 1 : 0;
+    settings.phoneVisible = phone_chk->isChecked() ? 1 : 0;
+    settings.emailVisible = email_chk->isChecked() ? 1 : 0;
+    settings.shippingVisible = Shipping1_chk->isChecked() ? 1 : 0;
+    settings.mobileVisible = mobile_chk->isChecked() ? 1 : 0;
+}

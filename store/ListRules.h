@@ -1,0 +1,77 @@
+#pragma once
+// The rules every list window shares: sorting by a click on a heading, the text search
+// with its two passes, and rows kept up to date one by one. Each window gives only its
+// differences, as data.
+
+#include <QObject>
+#include <QString>
+#include <QTreeWidgetItem>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTreeWidget;
+
+struct ListConfig {
+    bool sortMarks = true;     // the headings show key1/key2 after a click
+    int replacedColumn = -1;   // a clicked column that sorts by a hidden one instead...
+    int replacementColumn = -1;
+    int furtherColumns = 0;    // sub-items searched besides the row text, from the first
+    QLabel* foundLabel = nullptr;  // where "Not Found" shows, if the window has one
+};
+
+// A row of a list: compares by text, as the lists sort.
+class ListRow : public QTreeWidgetItem {
+public:
+    using QTreeWidgetItem::QTreeWidgetItem;
+    bool operator<(const QTreeWidgetItem& other) const override;
+};
+
+class ListRules : public QObject {
+    Q_OBJECT
+public:
+    ListRules(QTreeWidget* list, ListConfig config, QString module);
+
+    // The search box and button: the box restarts the search when it takes the focus and
+    // makes the button the default while it has it; the button runs Find.
+    void attachSearch(QLineEdit* box, QPushButton* button, bool selectOnFocus);
+
+    void columnClick(int column);
+    void Find();
+    void Find(const QString& text);
+
+    // Adds a row: last in a list never sorted, at its sort place in a sorted one.
+    QTreeWidgetItem* addRow(const QStringList& cells, const QString& key = QString());
+    // Rewrites a row in place; it keeps its position until the next sort.
+    static void setRow(QTreeWidgetItem* row, const QStringList& cells);
+    // Takes out the selected row and selects the one that then is current.
+    void removeSelected();
+    // The row selected, or null.
+    QTreeWidgetItem* selected() const;
+    void select(QTreeWidgetItem* row);
+
+    int SearchPos = 0;
+    bool sorted() const { return sorted_; }
+    int sortColumn() const { return sortColumn_; }
+    Qt::SortOrder sortOrder() const { return order_; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool matches(QTreeWidgetItem* row, const QString& text) const;
+    bool pass(int from, const QString& text);
+
+    QTreeWidget* list_;
+    ListConfig config_;
+    QString module_;
+    QLineEdit* box_ = nullptr;
+    QPushButton* button_ = nullptr;
+    bool selectOnFocus_ = false;
+    bool sorted_ = false;
+    int sortColumn_ = 0;
+    Qt::SortOrder order_ = Qt::AscendingOrder;
+};
+
+// The heading icon name a column shows ("key1", "key2" or empty), for checks.
+QString headingMark(QTreeWidget* list, int column);

@@ -1,0 +1,111 @@
+// The rules shared by every list window, on a bare list.
+
+#include "TestUi.h"
+
+#include "store/Functions.h"
+#include "store/ListRules.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QTreeWidget>
+#include <QtTest>
+
+namespace {
+QStringList column(QTreeWidget& list, int c)
+{
+    QStringList out;
+    for (int i = 0; i < list.topLevelItemCount(); ++i)
+        out << list.topLevelItem(i)->text(c).trimmed();
+    return out;
+}
+}  // namespace
+
+class ListRulesTest : public QObject {
+    Q_OBJECT
+private slots:
+    void amountsAndDatesSortAsText();
+    void rowsJoinTheirPlace();
+    void searchPasses();
+};
+
+void ListRulesTest::amountsAndDatesSortAsText()
+{
+    TestUi ui;
+    QTreeWidget list;
+    list.setColumnCount(4);
+    ListConfig config;
+    config.replacedColumn = 1;  // "Date" sorts by the hidden "YYYYMMDD" column
+    config.replacementColumn = 3;
+    ListRules rules(&list, config, QStringLiteral("frmInvoice"));
+    rules.addRow({"A", "02/01/2026", Format_amount(100.0, 7, 2), "20260102"});
+    rules.addRow({"B", "01/02/2026", Format_amount(9.0, 7, 2), "20260201"});
+    rules.addRow({"C", "31/12/2025", Format_amount(-5.0, 7, 2), "20251231"});
+    rules.columnClick(2);
+    // By text: the leading blanks order positive amounts by value; a minus sign sorts
+    // after a blank, so a negative amount stands between them.
+    QCOMPARE(column(list, 2), (QStringList{"100.00", "-5.00", "9.00"}));
+    rules.columnClick(2);
+    QCOMPARE(column(list, 2), (QStringList{"9.00", "-5.00", "100.00"}));
+    rules.columnClick(1);
+    QCOMPARE(column(list, 0), (QStringList{"B", "A", "C"}));  // by the hidden date, descending
+    QCOMPARE(headingMark(&list, 1), QStringLiteral("key1"));
+    QCOMPARE(headingMark(&list, 3), QString());
+    ListConfig plain;
+    plain.sortMarks = false;
+    QTreeWidget picker;
+    picker.setColumnCount(1);
+    ListRules pickerRules(&picker, plain, QStringLiteral("frmsearchCust"));
+    pickerRules.columnClick(0);
+    QCOMPARE(headingMark(&picker, 0), QString());
+}
+
+void ListRulesTest::rowsJoinTheirPlace()
+{
+    TestUi ui;
+    QTreeWidget list;
+    list.setColumnCount(2);
+    ListRules rules(&list, {}, QStringLiteral("frmCustomer"));
+    for (const char* id : {"M", "B", "X"})
+        rules.addRow({QLatin1String(id), QString()});
+    rules.addRow({"A", QString()});
+    QCOMPARE(column(list, 0), (QStringList{"M", "B", "X", "A"}));  // never sorted: last
+    rules.columnClick(0);                                       // descending
+    rules.addRow({"c", QString()});
+    QCOMPARE(column(list, 0), (QStringList{"X", "M", "c", "B", "A"}));
+    // A row changed in place keeps its position until the next click.
+    ListRules::setRow(list.topLevelItem(0), {"AA", QString()});
+    QCOMPARE(column(list, 0).first(), QStringLiteral("AA"));
+    list.setCurrentItem(list.topLevelItem(4));
+    rules.removeSelected();
+    QCOMPARE(list.currentItem()->text(0), QStringLiteral("B"));
+}
+
+void ListRulesTest::searchPasses()
+{
+    TestUi ui;
+    QTreeWidget list;
+    list.setColumnCount(4);
+    QLabel found;
+    ListConfig config;
+    config.furtherColumns = 2;
+    config.foundLabel = &found;
+    ListRules rules(&list, config, QStringLiteral("frm_Parts"));
+    rules.addRow({"P1", "bolt", "steel", "zinc"});
+    rules.addRow({"P2", "nut", "brass", "zinc"});
+    rules.addRow({"P3", "washer", "Steel", "zinc"});
+    auto find = [&](const QString& text) {
+        rules.Find(text);
+        return list.currentItem() ? list.currentItem()->text(0) : QString();
+    };
+    QCOMPARE(find(QStringLiteral("STEEL")), QStringLiteral("P1"));
+    QCOMPARE(find(QStringLiteral("steel")), QStringLiteral("P3"));
+    QCOMPARE(find(QStringLiteral("steel")), QStringLiteral("P1"));  // past the end: round again
+    QCOMPARE(find(QStringLiteral("zinc")), QStringLiteral("P1"));  // a column beyond those searched
+    QCOMPARE(found.text(), QStringLiteral("Not Found"));
+    QCOMPARE(find(QString()), QStringLiteral("P1"));  // an empty text is in every row
+    QCOMPARE(find(QString()), QStringLiteral("P2"));
+    QCOMPARE(found.text(), QString());
+}
+
+VELK_TEST(ListRulesTest)
+#include "tst_listrules.moc"
