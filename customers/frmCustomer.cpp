@@ -7,18 +7,10 @@
 #include "store/Connection.h"
 #include "store/Functions.h"
 #include "store/ListRules.h"
+#include "store/ListWindow.h"
 #include "store/Recordset.h"
 
-#include <QAction>
-#include <QHBoxLayout>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QStyle>
-#include <QToolBar>
 #include <QTreeWidget>
-#include <QVBoxLayout>
 
 using namespace platform;
 
@@ -27,69 +19,28 @@ frmCustomer::frmCustomer(QWidget* parent) : QDialog(parent)
     setObjectName(QStringLiteral("frmCustomer"));
     setWindowTitle(QStringLiteral("Customers"));
     resize(820, 520);
-    auto* layout = new QVBoxLayout(this);
-
-    auto* bar = new QToolBar(this);
-    bar->setObjectName(QStringLiteral("Toolbar1"));
-    bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    const struct {
-        const char* caption;
-        QStyle::StandardPixmap icon;
-    } buttons[] = {{"Add", QStyle::SP_FileIcon},
-                   {"Delete", QStyle::SP_TrashIcon},
-                   {"View", QStyle::SP_FileDialogContentsView},
-                   {"Help", QStyle::SP_DialogHelpButton}};
-    int place = 1;
-    for (const auto& b : buttons) {
-        bar->addSeparator()->setObjectName(QStringLiteral("Toolbar1(%1)").arg(place++));
-        QAction* a = bar->addAction(style()->standardIcon(b.icon), QLatin1String(b.caption));
-        a->setObjectName(QStringLiteral("Toolbar1(%1)").arg(place));
-        connect(a, &QAction::triggered, this, [this, place] { Toolbar1_ButtonClick(place); });
-        ++place;
-    }
-    layout->addWidget(bar);
-
-    auto* search = new QHBoxLayout;
-    search->addWidget(new QLabel(QStringLiteral("Search:"), this));
-    Search_txt = new QLineEdit(this);
-    Search_txt->setObjectName(QStringLiteral("Search_txt"));
-    search->addWidget(Search_txt, 1);
-    search_cmd = new QPushButton(style()->standardIcon(QStyle::SP_FileDialogContentsView), QString(), this);
-    search_cmd->setObjectName(QStringLiteral("search_cmd"));
-    search_cmd->setAutoDefault(false);
-    search->addWidget(search_cmd);
-    Found_lbl = new QLabel(this);
-    Found_lbl->setObjectName(QStringLiteral("Found_lbl"));
-    Found_lbl->setMinimumWidth(80);
-    search->addWidget(Found_lbl);
-    layout->addLayout(search);
-
-    Cust_lst = new QTreeWidget(this);
-    Cust_lst->setObjectName(QStringLiteral("Cust_lst"));
-    Cust_lst->setHeaderLabels({QStringLiteral("Cust ID"), QStringLiteral("Customer Name"), QStringLiteral("Phone"),
-                               QStringLiteral("Address")});
+    ListWindowSpec spec;
+    spec.buttons = {{"Add", QStyle::SP_FileIcon},
+                    {"Delete", QStyle::SP_TrashIcon},
+                    {"View", QStyle::SP_FileDialogContentsView},
+                    {"Help", QStyle::SP_DialogHelpButton}};
+    spec.onButton = [this](int place) { Toolbar1_ButtonClick(place); };
+    spec.listName = "Cust_lst";
+    spec.headings = {QStringLiteral("Cust ID"), QStringLiteral("Customer Name"), QStringLiteral("Phone"),
+                     QStringLiteral("Address")};
+    spec.searchName = "Search_txt";
+    spec.onOpen = [this] { OpenRow(); };
+    const ListWindow w = buildListWindow(this, spec);
+    Cust_lst = w.list;
     Cust_lst->setColumnWidth(0, 110);
     Cust_lst->setColumnWidth(1, 200);
     Cust_lst->setColumnWidth(2, 120);
-    Cust_lst->installEventFilter(this);
-    connect(Cust_lst, &QTreeWidget::itemDoubleClicked, this, [this] { OpenRow(); });
-    layout->addWidget(Cust_lst, 1);
 
     ListConfig config;
     config.furtherColumns = 3;
-    config.foundLabel = Found_lbl;
+    config.foundLabel = w.found;
     rules_ = new ListRules(Cust_lst, config, objectName());
-    rules_->attachSearch(Search_txt, search_cmd, true);
-
-    auto* exit = new QPushButton(QStringLiteral("&Exit"), this);
-    exit->setObjectName(QStringLiteral("Exit_cmd"));
-    exit->setAutoDefault(false);
-    connect(exit, &QPushButton::clicked, this, &QDialog::accept);
-    auto* bottom = new QHBoxLayout;
-    bottom->addStretch();
-    bottom->addWidget(exit);
-    layout->addLayout(bottom);
-
+    rules_->attachSearch(w.search, w.searchButton, true);
     Load_list();
 }
 
@@ -98,18 +49,6 @@ void frmCustomer::showEvent(QShowEvent* event)
     QDialog::showEvent(event);
     if (Cust_lst->topLevelItemCount() > 0)
         Cust_lst->setFocus();
-}
-
-bool frmCustomer::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == Cust_lst && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            OpenRow();
-            return true;
-        }
-    }
-    return QDialog::eventFilter(watched, event);
 }
 
 void frmCustomer::Load_list()

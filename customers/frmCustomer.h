@@ -5,10 +5,6 @@
 #include <QDialog>
 
 class ListRules;
-class QLabel;
-class QLineEdit;
-class QPushButton;
-class QToolBar;
 class QTreeWidget;
 
 class frmCustomer : public QDialog {
@@ -27,12 +23,8 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QTreeWidget* Cust_lst;
-    QLineEdit* Search_txt;
-    QPushButton* search_cmd;
-    QLabel* Found_lbl;
     ListRules* rules_;
 };

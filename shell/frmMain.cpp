@@ -2,6 +2,7 @@
 
 #include "customers/frmAddCust.h"
 #include "customers/frmCustomer.h"
+#include "items/frm_Parts.h"
 #include "platform/Platform.h"
 #include "safety/BackupRestore.h"
 #include "shell/Globals.h"
@@ -301,6 +302,12 @@ void frmMain::Toolbar1_ButtonClick(int index)
             openModal(window);
             break;
         }
+        case 11: {
+            Busy_off();
+            frm_Parts window(this);
+            openModal(window);
+            break;
+        }
         case 13:
             Busy_off();
             HelpTopic = QStringLiteral("help.htm");
@@ -310,7 +317,7 @@ void frmMain::Toolbar1_ButtonClick(int index)
             close();
             break;
         default:
-            // Invoices, Reports, Debtors and Items open their windows here
+            // Invoices, Reports and Debtors open their windows here
             // as those windows come; separators do nothing.
             Busy_off();
             break;

@@ -96,6 +96,13 @@ QString Format_amount(Currency value, int intDigits, int decDigits)
     return formatDigits(t < 0, digits, int(digits.size()) - 5, intDigits, decDigits);
 }
 
+QString Format_amount(const QString& text, int intDigits, int decDigits)
+{
+    if (isNumeric(text))
+        return Format_amount(strictNumber(text), intDigits, decDigits);
+    return (QString(20, ' ') + text).right(intDigits + decDigits + (decDigits > 0 ? 1 : 0));
+}
+
 QString Zero_pad(const QString& value, int width)
 {
     return (QString(20, '0') + value.trimmed()).right(std::max(width, 0));

@@ -18,6 +18,8 @@ Currency Null_to_zero(const Value& value);
 // silently loses its left end.
 QString Format_amount(double value, int intDigits, int decDigits);
 QString Format_amount(Currency value, int intDigits, int decDigits);
+// A text is formatted by its value when it is a number, and otherwise placed as it is.
+QString Format_amount(const QString& text, int intDigits, int decDigits);
 QString Zero_pad(const QString& value, int width);
 QString Zero_pad(qint64 value, int width);
 QString Right_align(const QString& text, int width);

@@ -1,0 +1,176 @@
+#include "items/frm_Parts.h"
+
+#include "items/frm_AddPart.h"
+#include "platform/Platform.h"
+#include "shell/Globals.h"
+#include "store/Connection.h"
+#include "store/Functions.h"
+#include "store/ListRules.h"
+#include "store/ListWindow.h"
+#include "store/Recordset.h"
+
+#include <QTreeWidget>
+
+using namespace platform;
+
+namespace {
+
+// "Item ID", "Short Descriprtion", "Long Description", "Price", "Taxable". The long
+// description is read as it stands: a Null there is a failure.
+QStringList itemRow(const Recordset& rs)
+{
+    const Value price = rs.field(QStringLiteral("Price"));
+    return {rs.field(QStringLiteral("Id")).toText(), Null_to_text(rs.field(QStringLiteral("shortdesc"))),
+            rs.field(QStringLiteral("Desc")).toText(), Format_amount(Null_to_text(price), 10, 2),
+            Null_to_zero(rs.field(QStringLiteral("Taxable"))) == Currency::fromTicks(Currency::Scale) ? QStringLiteral("Yes")
+                                                                                                     : QStringLiteral("No")};
+}
+
+}  // namespace
+
+frm_Parts::frm_Parts(QWidget* parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("frm_Parts"));
+    setWindowTitle(QStringLiteral("Items"));
+    resize(820, 520);
+    ListWindowSpec spec;
+    spec.buttons = {{"Add", QStyle::SP_FileIcon},
+                    {"Delete", QStyle::SP_TrashIcon},
+                    {"Edit", QStyle::SP_FileDialogContentsView},
+                    {"Help", QStyle::SP_DialogHelpButton}};
+    spec.onButton = [this](int place) { Toolbar1_ButtonClick(place); };
+    spec.listName = "Parts_lst";
+    spec.headings = {QStringLiteral("Item ID"), QStringLiteral("Short Descriprtion"), QStringLiteral("Long Description"),
+                     QStringLiteral("Price"), QStringLiteral("Taxable")};
+    spec.searchName = "search_txt";
+    spec.searchMaxLength = 20;
+    spec.onOpen = [this] { OpenItem(); };
+    const ListWindow w = buildListWindow(this, spec);
+    Parts_lst = w.list;
+    Parts_lst->setColumnWidth(0, 100);
+    Parts_lst->setColumnWidth(1, 160);
+    Parts_lst->setColumnWidth(2, 260);
+
+    ListConfig config;
+    config.furtherColumns = 3;
+    config.foundLabel = w.found;
+    rules_ = new ListRules(Parts_lst, config, objectName());
+    rules_->attachSearch(w.search, w.searchButton, false);
+    Load_list();
+}
+
+void frm_Parts::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    if (Parts_lst->topLevelItemCount() > 0)
+        Parts_lst->setFocus();
+}
+
+void frm_Parts::Load_list()
+{
+    BusyTrap(objectName(), "Load_list", [this] {
+        Recordset rs;
+        rs.open(QStringLiteral("parts"), ConnectionString, Recordset::adLockReadOnly);
+        Parts_lst->clear();
+        if (rs.recordCount() > 0) {
+            for (rs.moveFirst(); !rs.eof(); rs.moveNext()) {
+                const QStringList cells = itemRow(rs);
+                rules_->addRow(cells, QStringLiteral("I") + cells[0]);
+            }
+            rs.close();
+            rules_->select(Parts_lst->topLevelItem(0));
+        }
+    });
+}
+
+void frm_Parts::OpenItem()
+{
+    if (Parts_lst->topLevelItemCount() < 1 || !rules_->selected())
+        return;
+    NewItemMode = 0;
+    SelectedItemID = rules_->selected()->text(0);
+    frm_AddPart window(this);
+    showModal(window);
+    if (ItemSaved == 1)
+        ChangedItem();
+}
+
+void frm_Parts::ChangedItem()
+{
+    BusyTrap(objectName(), "ChangedItem", [this] {
+        Recordset rs;
+        rs.open(QStringLiteral("Parts"), ConnectionString, Recordset::adLockReadOnly);
+        rs.setIndex(QStringLiteral("ID"));
+        QTreeWidgetItem* row = rules_->selected();
+        if (rs.recordCount() > 0) {
+            rs.seek(LastItemID.trimmed());
+            if (!rs.eof() && row)
+                ListRules::setRow(row, itemRow(rs));
+            rs.close();
+            rules_->select(row);
+        }
+    });
+}
+
+void frm_Parts::NewItem()
+{
+    Recordset rs;
+    rs.open(QStringLiteral("Parts"), ConnectionString, Recordset::adLockReadOnly);
+    rs.setIndex(QStringLiteral("ID"));
+    if (rs.recordCount() > 0) {
+        rs.seek(LastItemID.trimmed());
+        if (!rs.eof()) {
+            const QStringList cells = itemRow(rs);
+            QTreeWidgetItem* row = rules_->addRow(cells, QStringLiteral("I") + cells[0]);
+            Parts_lst->clearSelection();
+            rules_->select(row);
+        }
+    }
+}
+
+void frm_Parts::Delete_item()
+{
+    Trap(objectName(), "Delete_item", [] {
+        Recordset rs;
+        rs.open(QStringLiteral("parts"), ConnectionString, Recordset::adLockPessimistic);
+        rs.setIndex(QStringLiteral("ID"));
+        const QString id = SelectedItemID.trimmed();
+        rs.seek(id);
+        if (!rs.eof() && rs.field(QStringLiteral("ID")).toText() == id)
+            rs.deleteRecord();
+        rs.close();
+    });
+}
+
+void frm_Parts::Toolbar1_ButtonClick(int place)
+{
+    switch (place) {
+    case 2: {
+        NewItemMode = 1;
+        frm_AddPart window(this);
+        showModal(window);
+        if (ItemSaved == 1)
+            NewItem();
+        break;
+    }
+    case 4:
+        if (Parts_lst->topLevelItemCount() == 0 || !rules_->selected())
+            break;
+        if (MsgBox(QStringLiteral("Are you sure you want to delete this item"), vbYesNo + vbQuestion,
+                   QStringLiteral("Confirm"))
+            != vbYes)
+            break;
+        SelectedItemID = rules_->selected()->text(0);
+        Delete_item();
+        rules_->removeSelected();
+        break;
+    case 6:
+        OpenItem();
+        break;
+    case 8:
+        HelpTopic = QStringLiteral("Items.htm");  // the help window shows it once it exists
+        break;
+    default:
+        break;
+    }
+}

@@ -1,0 +1,28 @@
+#pragma once
+// The item list: every item, found by its texts, and the way to add, change and
+// delete one.
+
+#include <QDialog>
+
+class ListRules;
+class QTreeWidget;
+
+class frm_Parts : public QDialog {
+    Q_OBJECT
+public:
+    explicit frm_Parts(QWidget* parent = nullptr);
+
+    void Load_list();
+    void ChangedItem();
+    void NewItem();
+    void Delete_item();
+    void OpenItem();
+    void Toolbar1_ButtonClick(int place);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    QTreeWidget* Parts_lst;
+    ListRules* rules_;
+};

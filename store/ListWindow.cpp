@@ -1,0 +1,91 @@
+#include "store/ListWindow.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QToolBar>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+// Enter in the list opens the row, as a double click does.
+class EnterOpens : public QObject {
+public:
+    EnterOpens(QObject* parent, std::function<void()> open) : QObject(parent), open_(std::move(open)) {}
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::KeyPress) {
+            const int key = static_cast<QKeyEvent*>(event)->key();
+            if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+                open_();
+                return true;
+            }
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    std::function<void()> open_;
+};
+
+}  // namespace
+
+ListWindow buildListWindow(QDialog* window, const ListWindowSpec& spec)
+{
+    ListWindow w;
+    auto* layout = new QVBoxLayout(window);
+
+    w.toolbar = new QToolBar(window);
+    w.toolbar->setObjectName(QStringLiteral("Toolbar1"));
+    w.toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    int place = 1;
+    for (const ListButton& b : spec.buttons) {
+        w.toolbar->addSeparator()->setObjectName(QStringLiteral("Toolbar1(%1)").arg(place++));
+        QAction* a = w.toolbar->addAction(window->style()->standardIcon(b.icon), QLatin1String(b.caption));
+        a->setObjectName(QStringLiteral("Toolbar1(%1)").arg(place));
+        QObject::connect(a, &QAction::triggered, window, [on = spec.onButton, place] { on(place); });
+        ++place;
+    }
+    layout->addWidget(w.toolbar);
+
+    auto* search = new QHBoxLayout;
+    search->addWidget(new QLabel(QStringLiteral("Search:"), window));
+    w.search = new QLineEdit(window);
+    w.search->setObjectName(QLatin1String(spec.searchName));
+    if (spec.searchMaxLength > 0)
+        w.search->setMaxLength(spec.searchMaxLength);
+    search->addWidget(w.search, 1);
+    w.searchButton = new QPushButton(window->style()->standardIcon(QStyle::SP_FileDialogContentsView), QString(), window);
+    w.searchButton->setObjectName(QStringLiteral("search_cmd"));
+    w.searchButton->setAutoDefault(false);
+    search->addWidget(w.searchButton);
+    w.found = new QLabel(window);
+    w.found->setObjectName(QStringLiteral("Found_lbl"));
+    w.found->setMinimumWidth(80);
+    search->addWidget(w.found);
+    layout->addLayout(search);
+
+    w.list = new QTreeWidget(window);
+    w.list->setObjectName(QLatin1String(spec.listName));
+    w.list->setHeaderLabels(spec.headings);
+    w.list->installEventFilter(new EnterOpens(w.list, spec.onOpen));
+    QObject::connect(w.list, &QTreeWidget::itemDoubleClicked, window, [open = spec.onOpen] { open(); });
+    layout->addWidget(w.list, 1);
+
+    w.exit = new QPushButton(QStringLiteral("&Exit"), window);
+    w.exit->setObjectName(QStringLiteral("Exit_cmd"));
+    w.exit->setAutoDefault(false);
+    QObject::connect(w.exit, &QPushButton::clicked, window, &QDialog::accept);
+    auto* bottom = new QHBoxLayout;
+    bottom->addStretch();
+    bottom->addWidget(w.exit);
+    layout->addLayout(bottom);
+    return w;
+}

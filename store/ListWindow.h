@@ -1,0 +1,41 @@
+#pragma once
+// The frame every list window is built on: a toolbar whose buttons stand after
+// separators (so in places 2, 4, 6, ...), a search row, the list and an Exit button.
+
+#include <QStringList>
+#include <QStyle>
+#include <functional>
+#include <vector>
+
+class QDialog;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QToolBar;
+class QTreeWidget;
+
+struct ListButton {
+    const char* caption;
+    QStyle::StandardPixmap icon;
+};
+
+struct ListWindowSpec {
+    std::vector<ListButton> buttons;
+    std::function<void(int place)> onButton;
+    const char* listName;
+    QStringList headings;
+    const char* searchName;
+    int searchMaxLength = 0;  // 0: no limit
+    std::function<void()> onOpen;  // a double click or Enter on a row
+};
+
+struct ListWindow {
+    QToolBar* toolbar;
+    QLineEdit* search;
+    QPushButton* searchButton;
+    QLabel* found;
+    QTreeWidget* list;
+    QPushButton* exit;
+};
+
+ListWindow buildListWindow(QDialog* window, const ListWindowSpec& spec);
