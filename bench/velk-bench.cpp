@@ -1,13 +1,18 @@
 // Measures what users wait for on large data: opening and walking tables, seeking by
 // key. Run it by hand (build/velk-bench); figures go to the standard output.
 
+#include "customers/frmCustomer.h"
+#include "items/frm_Parts.h"
 #include "platform/Platform.h"
+#include "store/Connection.h"
+#include "store/ListRules.h"
 #include "store/Database.h"
 #include "store/Functions.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QTreeWidget>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <cstdio>
@@ -41,14 +46,18 @@ void fill(const QString& path)
             db->exec(sql);
     db->exec(QStringLiteral(
         "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) "
-        "INSERT INTO Customers (CustID, Date, FirstName, LastName, Phone, Address, City, Postcode) "
-        "SELECT printf('CUS%05d', i), '2026-01-01', 'First' || i, 'Last' || i, '0123 ' || i, i || ' High Street', "
-        "'Town', 'AB1 2CD' FROM n"));
+        "INSERT INTO Customers (CustID, Date, FirstName, LastName, Phone, Address, Address2, City, address4, Postcode) "
+        "SELECT printf('CUS%05d', i), '2026-01-01', 'First' || i, 'Last' || i, '0123 ' || i, i || ' High Street', '', "
+        "'Town', '', 'AB1 2CD' FROM n"));
     db->exec(QStringLiteral(
         "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 30000) "
         "INSERT INTO Invoices (InvNo, Date, CustNo, CustomerName, Subtotal, Vat, Total, Paid, Balance) "
         "SELECT printf('INV%06d', i), date('2020-01-01', '+' || (i % 2000) || ' days'), printf('CUS%05d', 1 + i % 5000), "
         "'Customer ' || i, 1000000, 175000, 1175000, 0, 1175000 FROM n"));
+    db->exec(QStringLiteral(
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
+        "INSERT INTO Parts (ID, ShortDesc, Desc, Price, Taxable) "
+        "SELECT printf('PRT%06d', i), 'Item ' || i, 'A longer description of item ' || i, i * 1234, i % 2 FROM n"));
     db->exec(QStringLiteral("COMMIT"));
 }
 
@@ -56,13 +65,17 @@ void fill(const QString& path)
 
 int main(int argc, char** argv)
 {
-    QCoreApplication app(argc, argv);
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
     QTemporaryDir dir;
     platform::hooks().programDir = [&] { return dir.path(); };
     const QString path = dir.filePath(QStringLiteral("data.mdb"));
     fill(path);
     connection = QStringLiteral("Data Source='%1';").arg(path);
-    std::printf("30,000 invoices, 5,000 customers\n");
+    ConnectionString = connection;
+    platform::hooks().msgBox = [](const QString&, int, const QString&) { return int(platform::vbYes); };
+    std::printf("30,000 invoices, 5,000 customers, 2,000 items\n");
 
     report("open Invoices and walk 30,000 rows reading 3 fields", timeIt([] {
                Recordset rs;
@@ -105,5 +118,29 @@ int main(int argc, char** argv)
                rs.setField(QStringLiteral("Notes"), QStringLiteral("changed"));
                rs.update();
            }));
+    report("open the customer list (5,000 rows)", timeIt([] { frmCustomer w; }));
+    {
+        frmCustomer w;
+        report("search the customer list, match in the last row", timeIt([&] {
+                   w.rules()->SearchPos = 1;
+                   w.rules()->Find(QStringLiteral("Last5000"));
+               }));
+        report("search the customer list, nothing found (two passes)", timeIt([&] {
+                   w.rules()->SearchPos = 2500;
+                   w.rules()->Find(QStringLiteral("nobody"));
+               }));
+        auto* list = w.findChild<QTreeWidget*>(QStringLiteral("Cust_lst"));
+        report("delete a customer (its invoices counted first)", timeIt([&] {
+                   list->setCurrentItem(list->topLevelItem(list->topLevelItemCount() - 1));
+                   w.Delete_item();
+               }, 1));
+        report("sort the customer list by name", timeIt([&] { w.rules()->columnClick(1); }));
+    }
+    report("open the item list (2,000 rows)", timeIt([] { frm_Parts w; }));
+    {
+        frm_Parts w;
+        auto* rules = w.findChild<ListRules*>();
+        report("search the item list, nothing found", timeIt([&] { rules->Find(QStringLiteral("nothing")); }));
+    }
     return 0;
 }
