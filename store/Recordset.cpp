@@ -157,6 +157,12 @@ void Recordset::fetchPage(bool fromCurrent, int limit)
         sqlite3_bind_int64(st, 2, current_.rowid);
     }
     sqlite3_bind_int(st, 3, limit);
+    readPage(st);
+}
+
+void Recordset::readPage(void* statement)
+{
+    auto* st = static_cast<sqlite3_stmt*>(statement);
     ahead_.clear();
     aheadPos_ = 0;
     int rc;
@@ -215,14 +221,7 @@ void Recordset::moveLast()
     sqlite3_stmt* st = db_->prepare(QStringLiteral("SELECT %1 FROM \"%2\"").arg(selectList(), QLatin1String(table_->name))
                                     + orderBy(true) + QStringLiteral(" LIMIT 1"));
     StatementScope scope(st);
-    ahead_.clear();
-    aheadPos_ = 0;
-    const int rc = sqlite3_step(st);
-    if (rc == SQLITE_ROW)
-        ahead_.push_back(readRow(st));
-    else if (rc != SQLITE_DONE)
-        db_->fail(rc);
-    aheadVersion_ = db_->version();
+    readPage(st);
     settle();
 }
 
@@ -245,14 +244,7 @@ void Recordset::seek(const Value& key, int option)
     StatementScope scope(st);
     if (!key.isNull())
         Database::bind(st, 1, coerce(col, key));
-    ahead_.clear();
-    aheadPos_ = 0;
-    const int rc = sqlite3_step(st);
-    if (rc == SQLITE_ROW)
-        ahead_.push_back(readRow(st));
-    else if (rc != SQLITE_DONE)
-        db_->fail(rc);
-    aheadVersion_ = db_->version();
+    readPage(st);
     pageSize_ = 1;
     settle();
 }

@@ -79,6 +79,7 @@ private:
     QString selectList() const;
     QString orderBy(bool descending) const;
     void fetchPage(bool fromCurrent, int limit);
+    void readPage(void* statement);
     void fetchBoundary(bool last);
     void settle();
     void refreshCurrent() const;

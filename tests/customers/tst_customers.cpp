@@ -35,35 +35,16 @@ QMap<QString, Value> customer(const QString& id, const QString& last, const QStr
             {"Postcode", QString()}};
 }
 
-QStringList rows(QTreeWidget* list)
-{
-    QStringList out;
-    for (int i = 0; i < list->topLevelItemCount(); ++i) {
-        QStringList cells;
-        for (int c = 0; c < list->columnCount(); ++c)
-            cells << list->topLevelItem(i)->text(c);
-        out << cells.join(QStringLiteral(" | "));
-    }
-    return out;
-}
 
-template <class T>
-T* child(QWidget& w, const char* name)
-{
-    T* c = w.findChild<T*>(QLatin1String(name));
-    if (!c)
-        qFatal("no control %s", name);
-    return c;
-}
 
 void type(QWidget& w, const char* name, const QString& text)
 {
-    auto* box = child<QLineEdit>(w, name);
+    auto* box = child<QLineEdit>(w, QLatin1String(name));
     box->clear();
     QTest::keyClicks(box, text);
 }
 
-void trigger(QWidget& w, int place) { child<QAction>(w, QStringLiteral("Toolbar1(%1)").arg(place).toLatin1().constData())->trigger(); }
+void trigger(QWidget& w, int place) { child<QAction>(w, QStringLiteral("Toolbar1(%1)").arg(place))->trigger(); }
 
 const QString Saved = QStringLiteral("Customer details have been saved.");
 const QString AddInvoice = QStringLiteral("Do you want to add an invoice to this customer?");
@@ -114,13 +95,13 @@ void CustomersTest::listShowsEveryCustomer()
     addRow(QStringLiteral("Customers"), c);
     ui.onModal(QStringLiteral("frmCustomer"), [&](QDialog& w) {
         [&] { QCOMPARE(w.windowTitle(), QStringLiteral("Customers")); }();
-        auto* list = child<QTreeWidget>(w, "Cust_lst");
+        auto* list = child<QTreeWidget>(w, QStringLiteral("Cust_lst"));
         QStringList headings;
         for (int i = 0; i < list->columnCount(); ++i)
             headings << list->headerItem()->text(i);
         [&] { QCOMPARE(headings, (QStringList{"Cust ID", "Customer Name", "Phone", "Address"})); }();
         // Table order, the first row selected; a Null phone shows empty.
-        [&] { QCOMPARE(rows(list), (QStringList{"CUS2 | Zed, Ann | 0123 | ", "CUS1 | Smith, Jo |  | " + cell})); }();
+        [&] { QCOMPARE(listRows(list), (QStringList{"CUS2 | Zed, Ann | 0123 | ", "CUS1 | Smith, Jo |  | " + cell})); }();
         [&] { QCOMPARE(list->currentItem(), list->topLevelItem(0)); }();
         return 0;
     });
@@ -147,11 +128,11 @@ void CustomersTest::searchAndSort()
     for (int i = 0; i < last.size(); ++i)
         addRow(QStringLiteral("Customers"), customer(QStringLiteral("CUS%1").arg(i + 1), last[i]));
     frmCustomer w;
-    auto* list = child<QTreeWidget>(w, "Cust_lst");
-    auto* found = child<QLabel>(w, "Found_lbl");
+    auto* list = child<QTreeWidget>(w, QStringLiteral("Cust_lst"));
+    auto* found = child<QLabel>(w, QStringLiteral("Found_lbl"));
     auto search = [&](const QString& text) {
         type(w, "Search_txt", text);
-        child<QPushButton>(w, "search_cmd")->click();
+        child<QPushButton>(w, QStringLiteral("search_cmd"))->click();
         return list->currentItem() ? list->currentItem()->text(0) : QString();
     };
     // From the top, then on to the next match, then round again.
@@ -179,7 +160,7 @@ void CustomersTest::searchAndSort()
     QCOMPARE(headingMark(list, 0), QStringLiteral("key2"));
     QCOMPARE(headingMark(list, 1), QString());
     list->header()->sectionClicked(1);
-    QCOMPARE(rows(list).first(), QStringLiteral("CUS5 | Young, Ann | 0123 | "));
+    QCOMPARE(listRows(list).first(), QStringLiteral("CUS5 | Young, Ann | 0123 | "));
     QCOMPARE(list->topLevelItem(4)->text(1), QStringLiteral("adams, Ann"));  // text order ignores case
     VERIFY_UI(ui);
 }
@@ -212,30 +193,30 @@ void CustomersTest::newNumberedCustomer()
         ui.onModal(QStringLiteral("frmAddCust"), [&](QDialog& w) {
             [&] {
                 QCOMPARE(w.windowTitle(), QStringLiteral("Customer"));
-                QCOMPARE(child<QLineEdit>(w, "custid_lbl")->text(), proposal);
-                QVERIFY(!child<QLineEdit>(w, "custid_lbl")->isEnabled());
-                QVERIFY(!child<QGroupBox>(w, "inv_frame")->isEnabled());
-                QCOMPARE(child<QDateEdit>(w, "DTPicker1")->date(), QDate(2026, 11, 22));
+                QCOMPARE(child<QLineEdit>(w, QStringLiteral("custid_lbl"))->text(), proposal);
+                QVERIFY(!child<QLineEdit>(w, QStringLiteral("custid_lbl"))->isEnabled());
+                QVERIFY(!child<QGroupBox>(w, QStringLiteral("inv_frame"))->isEnabled());
+                QCOMPARE(child<QDateEdit>(w, QStringLiteral("DTPicker1"))->date(), QDate(2026, 11, 22));
             }();
             type(w, "FirstName_txt", QStringLiteral(" Jo "));
             type(w, "Lastname_txt", QStringLiteral("Smith"));
-            child<MemoBox>(w, "address1")->setPlainText(QStringLiteral("1 High St "));
+            child<MemoBox>(w, QStringLiteral("address1"))->setPlainText(QStringLiteral("1 High St "));
             type(w, "address3", QStringLiteral("York"));
             type(w, "postcode_txt", QStringLiteral("YO1"));
-            child<QPushButton>(w, "copy_cmd")->click();
+            child<QPushButton>(w, QStringLiteral("copy_cmd"))->click();
             ui.expectBox(QStringLiteral("Saved"), Saved, vbOK, vbInformation);
             ui.expectBox(QStringLiteral("Add Invoice"), AddInvoice, vbNo);
-            child<QPushButton>(w, "Save_cmd")->click();
+            child<QPushButton>(w, QStringLiteral("Save_cmd"))->click();
             [&] {
-                QVERIFY(child<QGroupBox>(w, "inv_frame")->isEnabled());
+                QVERIFY(child<QGroupBox>(w, QStringLiteral("inv_frame"))->isEnabled());
                 QVERIFY(!static_cast<frmAddCust&>(w).changed());
             }();
-            child<QPushButton>(w, "exit_cmd")->click();  // saved: no question
+            child<QPushButton>(w, QStringLiteral("exit_cmd"))->click();  // saved: no question
             return 0;
         });
         trigger(list, 2);
         // The new row stands last in a list never sorted.
-        [&] { QCOMPARE(rows(child<QTreeWidget>(list, "Cust_lst")).last(),
+        [&] { QCOMPARE(listRows(child<QTreeWidget>(list, QStringLiteral("Cust_lst"))).last(),
                        proposal + QStringLiteral(" | Smith, Jo |  | 1 High St,  York,  YO1")); }();
         return 0;
     });
@@ -272,27 +253,27 @@ void CustomersTest::newFreeFormCustomerAndClashes()
     // The same id: both checks show the box; the window stays, the list hears of the id.
     ui.onModal(QStringLiteral("frmAddCust"), [&](QDialog& w) {
         [&] {
-            QVERIFY(child<QLineEdit>(w, "custid_lbl")->isEnabled());
-            QCOMPARE(child<QLineEdit>(w, "custid_lbl")->text(), QString());
+            QVERIFY(child<QLineEdit>(w, QStringLiteral("custid_lbl"))->isEnabled());
+            QCOMPARE(child<QLineEdit>(w, QStringLiteral("custid_lbl"))->text(), QString());
         }();
         fill(w, QStringLiteral("ACME"));
         ui.expectBox(QStringLiteral("Customer Number Already In Use"), InUse, vbOK, vbExclamation);
         ui.expectBox(QStringLiteral("Customer Number Already In Use"), InUse, vbOK, vbExclamation);
-        child<QPushButton>(w, "Save_cmd")->click();
+        child<QPushButton>(w, QStringLiteral("Save_cmd"))->click();
         [&] { QCOMPARE(CustomerChanged, qint16(1)); }();
         // An empty id: the other box, then the beep of the required field.
         type(w, "custid_lbl", QString());
         ui.expectBox(QStringLiteral("Enter Customer ID"), QStringLiteral(" Please enter a Customer ID."), vbOK, vbExclamation);
-        child<QPushButton>(w, "Save_cmd")->click();
+        child<QPushButton>(w, QStringLiteral("Save_cmd"))->click();
         [&] { QCOMPARE(ui.beeps, 1); }();
         type(w, "custid_lbl", QStringLiteral("ACME"));
         ui.expectBox(QStringLiteral("Save Changes"), QStringLiteral("Do you wish to save changes?"), vbNo);
-        child<QPushButton>(w, "exit_cmd")->click();
+        child<QPushButton>(w, QStringLiteral("exit_cmd"))->click();
         return 0;
     });
     trigger(list, 2);
     QCOMPARE(LastCustID.trimmed(), QStringLiteral("ACME"));
-    QCOMPARE(rows(child<QTreeWidget>(list, "Cust_lst")).size(), 2);  // the clashing id is listed again
+    QCOMPARE(listRows(child<QTreeWidget>(list, QStringLiteral("Cust_lst"))).size(), 2);  // the clashing id is listed again
     QCOMPARE(columnValues(QStringLiteral("Customers"), QStringLiteral("CustID")), QStringList{"ACME"});
 
     // A new free-form id is saved as typed and leaves the next number alone.
@@ -300,8 +281,8 @@ void CustomersTest::newFreeFormCustomerAndClashes()
         fill(w, QStringLiteral(" Shop 7 "));
         ui.expectBox(QStringLiteral("Saved"), Saved);
         ui.expectBox(QStringLiteral("Add Invoice"), AddInvoice, vbNo);
-        child<QPushButton>(w, "Save_cmd")->click();
-        child<QPushButton>(w, "exit_cmd")->click();
+        child<QPushButton>(w, QStringLiteral("Save_cmd"))->click();
+        child<QPushButton>(w, QStringLiteral("exit_cmd"))->click();
         return 0;
     });
     trigger(list, 2);
@@ -315,7 +296,7 @@ void CustomersTest::newFreeFormCustomerAndClashes()
         ui.expectBox(QStringLiteral("Error Message"),
                      errorMessageText(err::DuplicateKey, QStringLiteral("frmAddCust"), QStringLiteral("Save_cmd"),
                                       standardErrorText(err::DuplicateKey)));
-        child<QPushButton>(w, "Save_cmd")->click();
+        child<QPushButton>(w, QStringLiteral("Save_cmd"))->click();
         return 0;
     });
     QVERIFY(endsProgram([&] { trigger(list, 2); }));
@@ -330,30 +311,30 @@ void CustomersTest::existingCustomerChangesInPlace()
     addRow(QStringLiteral("Customers"), customer(QStringLiteral("CUS1"), QStringLiteral("Brown")));
     addRow(QStringLiteral("Customers"), customer(QStringLiteral("CUS2"), QStringLiteral("Adams")));
     frmCustomer list;
-    auto* lst = child<QTreeWidget>(list, "Cust_lst");
+    auto* lst = child<QTreeWidget>(list, QStringLiteral("Cust_lst"));
     lst->header()->sectionClicked(1);  // sorted descending by name: Brown above Adams
     lst->setCurrentItem(lst->topLevelItem(1));
     ui.onModal(QStringLiteral("frmAddCust"), [&](QDialog& w) {
         [&] {
-            QCOMPARE(child<QLineEdit>(w, "custid_lbl")->text(), QStringLiteral("CUS2"));
-            QVERIFY(!child<QLineEdit>(w, "custid_lbl")->isEnabled());
-            QCOMPARE(child<QLineEdit>(w, "Lastname_txt")->text(), QStringLiteral("Adams"));
-            QCOMPARE(child<QLineEdit>(w, "Phone_txt")->text(), QStringLiteral("0123"));
+            QCOMPARE(child<QLineEdit>(w, QStringLiteral("custid_lbl"))->text(), QStringLiteral("CUS2"));
+            QVERIFY(!child<QLineEdit>(w, QStringLiteral("custid_lbl"))->isEnabled());
+            QCOMPARE(child<QLineEdit>(w, QStringLiteral("Lastname_txt"))->text(), QStringLiteral("Adams"));
+            QCOMPARE(child<QLineEdit>(w, QStringLiteral("Phone_txt"))->text(), QStringLiteral("0123"));
         }();
         type(w, "Lastname_txt", QStringLiteral("Zulu"));
         ui.expectBox(QStringLiteral("Saved"), Saved);
-        child<QPushButton>(w, "Save_cmd")->click();
-        child<QPushButton>(w, "exit_cmd")->click();
+        child<QPushButton>(w, QStringLiteral("Save_cmd"))->click();
+        child<QPushButton>(w, QStringLiteral("exit_cmd"))->click();
         return 0;
     });
     trigger(list, 6);
     // Rewritten where it stands, although the name now sorts first.
-    QCOMPARE(rows(lst), (QStringList{"CUS1 | Brown, Ann | 0123 | ", "CUS2 | Zulu, Ann | 0123 | "}));
+    QCOMPARE(listRows(lst), (QStringList{"CUS1 | Brown, Ann | 0123 | ", "CUS2 | Zulu, Ann | 0123 | "}));
     QCOMPARE(columnValues(QStringLiteral("Customers"), QStringLiteral("LastName")), (QStringList{"Brown", "Zulu"}));
     QCOMPARE(settings.CustStart, QStringLiteral("100001"));
     // View and Exit without a change leaves the row alone.
     ui.onModal(QStringLiteral("frmAddCust"), [&](QDialog& w) {
-        child<QPushButton>(w, "exit_cmd")->click();
+        child<QPushButton>(w, QStringLiteral("exit_cmd"))->click();
         return 0;
     });
     list.OpenRow();
@@ -376,8 +357,8 @@ void CustomersTest::exitAsksOnlyAfterATouch()
         // The copy button alone is no change: no question, and nothing is saved.
         frmAddCust w;
         QVERIFY(!w.changed());
-        child<QPushButton>(w, "copy_cmd")->click();
-        child<QPushButton>(w, "exit_cmd")->click();
+        child<QPushButton>(w, QStringLiteral("copy_cmd"))->click();
+        child<QPushButton>(w, QStringLiteral("exit_cmd"))->click();
     }
     NewCustomerMode = 1;
     {
@@ -385,7 +366,7 @@ void CustomersTest::exitAsksOnlyAfterATouch()
         frmAddCust w;
         type(w, "FirstName_txt", QStringLiteral("Jo"));
         ui.expectBox(QStringLiteral("Save Changes"), QStringLiteral("Do you wish to save changes?"), vbYes);
-        child<QPushButton>(w, "exit_cmd")->click();
+        child<QPushButton>(w, QStringLiteral("exit_cmd"))->click();
         QCOMPARE(ui.beeps, 1);
     }
     QCOMPARE(columnValues(QStringLiteral("Customers"), QStringLiteral("CustID")), QStringList{});
@@ -406,7 +387,7 @@ void CustomersTest::deleteRefusesCustomersWithInvoices()
     for (const char* owner : {"ONE", "TWO", "TWO", "case"})
         addRow(QStringLiteral("Invoices"), {{"InvNo", QStringLiteral("I%1").arg(++invoiceCount)}, {"CustNo", QLatin1String(owner)}});
     frmCustomer w;
-    auto* lst = child<QTreeWidget>(w, "Cust_lst");
+    auto* lst = child<QTreeWidget>(w, QStringLiteral("Cust_lst"));
     auto remove = [&](int row, int answer) {
         lst->setCurrentItem(lst->topLevelItem(row));
         ui.expectBox(QStringLiteral("Delete?"), QStringLiteral("Are you sure you want to delete this customer?"), answer,
@@ -431,7 +412,7 @@ void CustomersTest::deleteRefusesCustomersWithInvoices()
     ui.expectBox(QStringLiteral("Customer Deleted!"), QStringLiteral("Customer CASE has been deleted!"), vbOK, vbInformation);
     trigger(w, 4);
     QCOMPARE(columnValues(QStringLiteral("Customers"), QStringLiteral("CustID")), (QStringList{"ONE", "TWO", "NONE"}));
-    QCOMPARE(rows(lst).size(), 3);
+    QCOMPARE(listRows(lst).size(), 3);
     QCOMPARE(lst->currentItem()->text(0), QStringLiteral("NONE"));
     VERIFY_UI(ui);
 }
@@ -452,17 +433,17 @@ void CustomersTest::invoiceHistory()
     NewCustomerMode = 0;
     SelectedCustID = QStringLiteral("CUS1");
     frmAddCust w;
-    auto* lst = child<QTreeWidget>(w, "Inv_lst");
+    auto* lst = child<QTreeWidget>(w, QStringLiteral("Inv_lst"));
     // In the order of the customer index: the customer's invoices in the order they were added.
-    QCOMPARE(rows(lst), (QStringList{"01/03/2026 | INV2 |     117.50 |      17.50 |     100.00 | rush",
+    QCOMPARE(listRows(lst), (QStringList{"01/03/2026 | INV2 |     117.50 |      17.50 |     100.00 | rush",
                                      "01/02/2026 | INV1 |      10.00 |      10.00 |       0.00 | "}));
-    QCOMPARE(child<QLabel>(w, "Total_lbl")->text(), QStringLiteral("    100.00"));
-    QVERIFY(child<QPushButton>(w, "Edit_cmd")->isEnabled());
+    QCOMPARE(child<QLabel>(w, QStringLiteral("Total_lbl"))->text(), QStringLiteral("    100.00"));
+    QVERIFY(child<QPushButton>(w, QStringLiteral("Edit_cmd"))->isEnabled());
     lst->setCurrentItem(lst->topLevelItem(0));
     ui.expectBox(QStringLiteral("Confirm"), QStringLiteral("Are you sure you want to delete this invoice"), vbYes);
-    child<QPushButton>(w, "Delete_cmd")->click();
-    QCOMPARE(child<QLabel>(w, "Total_lbl")->text(), QStringLiteral("      0.00"));
-    QCOMPARE(rows(lst).size(), 1);
+    child<QPushButton>(w, QStringLiteral("Delete_cmd"))->click();
+    QCOMPARE(child<QLabel>(w, QStringLiteral("Total_lbl"))->text(), QStringLiteral("      0.00"));
+    QCOMPARE(listRows(lst).size(), 1);
     QCOMPARE(columnValues(QStringLiteral("Invoices"), QStringLiteral("InvNo")), (QStringList{"INV1", "INV3"}));
     QCOMPARE(columnValues(QStringLiteral("InvoiceD"), QStringLiteral("InvNo")), (QStringList{"INV1", "INV3"}));
     VERIFY_UI(ui);
@@ -475,26 +456,26 @@ void CustomersTest::customisationShowsAtOnce()
     NewCustomerMode = 1;
     frmAddCust w;
     w.show();
-    QVERIFY(child<QLineEdit>(w, "Fax_txt")->isVisible());
-    QVERIFY(!child<QLineEdit>(w, "mobile_txt")->isVisible());
-    QVERIFY(!child<QPushButton>(w, "copy_cmd")->isVisible());
+    QVERIFY(child<QLineEdit>(w, QStringLiteral("Fax_txt"))->isVisible());
+    QVERIFY(!child<QLineEdit>(w, QStringLiteral("mobile_txt"))->isVisible());
+    QVERIFY(!child<QPushButton>(w, QStringLiteral("copy_cmd"))->isVisible());
     ui.onModal(QStringLiteral("frmCustomerSet"), [&](QDialog& d) {
         [&] {
             QCOMPARE(d.windowTitle(), QStringLiteral("Customize Customer Screen"));
-            QVERIFY(child<QCheckBox>(d, "fax_chk")->isChecked());
-            QVERIFY(!child<QCheckBox>(d, "mobile_chk")->isChecked());
-            QCOMPARE(child<QLabel>(d, "Label1")->text(), QStringLiteral("Untick any check box to make text boxes invisble"));
+            QVERIFY(child<QCheckBox>(d, QStringLiteral("fax_chk"))->isChecked());
+            QVERIFY(!child<QCheckBox>(d, QStringLiteral("mobile_chk"))->isChecked());
+            QCOMPARE(child<QLabel>(d, QStringLiteral("Label1"))->text(), QStringLiteral("Untick any check box to make text boxes invisble"));
         }();
-        child<QCheckBox>(d, "fax_chk")->setChecked(false);
-        child<QCheckBox>(d, "mobile_chk")->setChecked(true);
-        child<QCheckBox>(d, "Shipping1_chk")->setChecked(true);
-        child<QPushButton>(d, "ok_cmd")->click();
+        child<QCheckBox>(d, QStringLiteral("fax_chk"))->setChecked(false);
+        child<QCheckBox>(d, QStringLiteral("mobile_chk"))->setChecked(true);
+        child<QCheckBox>(d, QStringLiteral("Shipping1_chk"))->setChecked(true);
+        child<QPushButton>(d, QStringLiteral("ok_cmd"))->click();
         return 1;
     });
-    child<QPushButton>(w, "Customize_cmd")->click();
-    QVERIFY(!child<QLineEdit>(w, "Fax_txt")->isVisible());
-    QVERIFY(child<QLineEdit>(w, "mobile_txt")->isVisible());
-    QVERIFY(child<QLineEdit>(w, "delpostcode")->isVisible());
+    child<QPushButton>(w, QStringLiteral("Customize_cmd"))->click();
+    QVERIFY(!child<QLineEdit>(w, QStringLiteral("Fax_txt"))->isVisible());
+    QVERIFY(child<QLineEdit>(w, QStringLiteral("mobile_txt"))->isVisible());
+    QVERIFY(child<QLineEdit>(w, QStringLiteral("delpostcode"))->isVisible());
     QCOMPARE(settings.FaxVisible, qint16(0));
     QCOMPARE(settings.mobileVisible, qint16(1));
     QCOMPARE(columnValues(QStringLiteral("System"), QStringLiteral("FaxVisible")), QStringList{"0"});
@@ -502,11 +483,11 @@ void CustomersTest::customisationShowsAtOnce()
     QCOMPARE(columnValues(QStringLiteral("System"), QStringLiteral("ConfirmAll")), QStringList{"1"});  // untouched
     // Cancel saves nothing.
     ui.onModal(QStringLiteral("frmCustomerSet"), [&](QDialog& d) {
-        child<QCheckBox>(d, "phone_chk")->setChecked(false);
-        child<QPushButton>(d, "cancel_cmd")->click();
+        child<QCheckBox>(d, QStringLiteral("phone_chk"))->setChecked(false);
+        child<QPushButton>(d, QStringLiteral("cancel_cmd"))->click();
         return 0;
     });
-    child<QPushButton>(w, "Customize_cmd")->click();
+    child<QPushButton>(w, QStringLiteral("Customize_cmd"))->click();
     QCOMPARE(settings.phoneVisible, qint16(1));
     VERIFY_UI(ui);
 }

@@ -25,26 +25,7 @@ using namespace platform;
 
 namespace {
 
-template <class T>
-T* child(QWidget& w, const QString& name)
-{
-    T* c = w.findChild<T*>(name);
-    if (!c)
-        qFatal("no control %s", qPrintable(name));
-    return c;
-}
 
-QStringList rows(QTreeWidget* list)
-{
-    QStringList out;
-    for (int i = 0; i < list->topLevelItemCount(); ++i) {
-        QStringList cells;
-        for (int c = 0; c < list->columnCount(); ++c)
-            cells << list->topLevelItem(i)->text(c);
-        out << cells.join('|');
-    }
-    return out;
-}
 
 void trigger(QWidget& w, int place) { child<QAction>(w, QStringLiteral("Toolbar1(%1)").arg(place))->trigger(); }
 
@@ -89,7 +70,7 @@ void ItemsTest::listShowsEveryItem()
         [&] {
             QCOMPARE(w.windowTitle(), QStringLiteral("Items"));
             QCOMPARE(list->headerItem()->text(1), QStringLiteral("Short Descriprtion"));
-            QCOMPARE(rows(list), (QStringList{"P1|Short P1|Long P1|       100.00|Yes", "P2|Short P2|Long P2|         9.50|No",
+            QCOMPARE(listRows(list, QStringLiteral("|")), (QStringList{"P1|Short P1|Long P1|       100.00|Yes", "P2|Short P2|Long P2|         9.50|No",
                                               "P3||no price|             |No"}));
         }();
         // The price text is searched, "Taxable" is not.
@@ -155,7 +136,7 @@ void ItemsTest::newNumberedItem()
     QCOMPARE(settings.PartStart, next);
     QCOMPARE(columnValues(QStringLiteral("System"), QStringLiteral("PartStart")), QStringList{next});
     auto* lst = child<QTreeWidget>(list, QStringLiteral("Parts_lst"));
-    QCOMPARE(rows(lst).last(), proposal + QStringLiteral("|Widget|") + QString(120, 'w') + QStringLiteral("|        12.50|Yes"));
+    QCOMPARE(listRows(lst, QStringLiteral("|")).last(), proposal + QStringLiteral("|Widget|") + QString(120, 'w') + QStringLiteral("|        12.50|Yes"));
     QCOMPARE(lst->currentItem()->text(0), proposal);
     QCOMPARE(columnValues(QStringLiteral("Parts"), QStringLiteral("Price")).last(), QStringLiteral("12.5"));
     VERIFY_UI(ui);
@@ -262,7 +243,7 @@ void ItemsTest::editAndDelete()
         return 1;
     });
     trigger(list, 6);
-    QCOMPARE(rows(lst), (QStringList{"A|Short A|Long A|         5.00|Yes", "B|Changed|Long B|         6.00|No"}));
+    QCOMPARE(listRows(lst, QStringLiteral("|")), (QStringList{"A|Short A|Long A|         5.00|Yes", "B|Changed|Long B|         6.00|No"}));
     // Exit drops what was typed and tells the list nothing was saved.
     ui.onModal(QStringLiteral("frm_AddPart"), [&](QDialog& w) {
         child<QLineEdit>(w, QStringLiteral("Short_txt"))->setText(QStringLiteral("Dropped"));
@@ -279,7 +260,7 @@ void ItemsTest::editAndDelete()
                  vbYesNo + vbQuestion);
     trigger(list, 4);
     QCOMPARE(columnValues(QStringLiteral("Parts"), QStringLiteral("ID")), QStringList{"A"});
-    QCOMPARE(rows(lst).size(), 1);
+    QCOMPARE(listRows(lst, QStringLiteral("|")).size(), 1);
     QCOMPARE(columnValues(QStringLiteral("InvoiceD"), QStringLiteral("PartID")), QStringList{"B"});
     VERIFY_UI(ui);
 }

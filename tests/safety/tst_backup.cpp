@@ -17,12 +17,6 @@ using namespace platform;
 
 namespace {
 
-QByteArray bytes(const QString& path)
-{
-    QFile f(path);
-    f.open(QIODevice::ReadOnly);
-    return f.readAll();
-}
 
 void addCustomer(const QString& id)
 {
@@ -110,11 +104,11 @@ void BackupTest::backupNeverTouchesTheLiveFile()
     addCustomer(QStringLiteral("CUS1"));
     QDir(ui.dir()).mkdir(QStringLiteral("sub"));
     QFile::link(ui.file(QStringLiteral("data.mdb")), ui.file(QStringLiteral("link.mdb")));
-    const QByteArray before = bytes(ui.file(QStringLiteral("data.mdb")));
+    const QByteArray before = fileBytes(ui.file(QStringLiteral("data.mdb")));
     ui.expectSave(ui.dir() + '/' + target);
     ui.expectBox(QStringLiteral("Please Try Again"), QStringLiteral("Cannot overwrite original database"), vbOK, vbExclamation);
     w.MnuSave_Click();
-    QCOMPARE(bytes(ui.file(QStringLiteral("data.mdb"))), before);
+    QCOMPARE(fileBytes(ui.file(QStringLiteral("data.mdb"))), before);
     QCOMPARE(customers(), QStringList{"CUS1"});
     QCOMPARE(BackupDone, qint16(0));
     VERIFY_UI(ui);
@@ -135,14 +129,14 @@ void BackupTest::backupOverAnExistingFile()
     ui.expectBox(QStringLiteral("Overwite File"), QStringLiteral("Do u wish to overwrite this file?"), vbNo,
                  vbYesNo + vbExclamation);
     w.MnuSave_Click();
-    QCOMPARE(bytes(target), QByteArray("previous backup"));
+    QCOMPARE(fileBytes(target), QByteArray("previous backup"));
     QCOMPARE(BackupDone, qint16(0));
 
     ui.expectSave(target);
     ui.expectBox(QStringLiteral("Overwite File"), QStringLiteral("Do u wish to overwrite this file?"), vbYes);
     ui.expectBox(QStringLiteral("Successful"), SaveOk);
     w.MnuSave_Click();
-    QVERIFY(bytes(target).startsWith("SQLite format 3"));
+    QVERIFY(fileBytes(target).startsWith("SQLite format 3"));
     QCOMPARE(QDir(ui.dir()).entryList(QDir::Files), (QStringList{"data.mdb", "old backup.mdb"}));
     VERIFY_UI(ui);
 }
@@ -245,11 +239,11 @@ void BackupTest::restoreRefusesWhatIsNotOurs()
     }
     Database::closeAll();
     PlainConnection.open(ConnectionString);
-    const QByteArray before = bytes(ui.file(QStringLiteral("data.mdb")));
+    const QByteArray before = fileBytes(ui.file(QStringLiteral("data.mdb")));
     ui.expectOpen(source);
     ui.expectBox(QStringLiteral("Confirm"), RestoreQuestion, vbYes);
     w.mnurestore_Click();
-    QCOMPARE(bytes(ui.file(QStringLiteral("data.mdb"))), before);
+    QCOMPARE(fileBytes(ui.file(QStringLiteral("data.mdb"))), before);
     QCOMPARE(customers().first(), QStringLiteral("CUS1"));
     VERIFY_UI(ui);
 }

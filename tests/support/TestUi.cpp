@@ -9,6 +9,8 @@
 #include "store/Functions.h"
 
 #include <QDialog>
+#include <QFile>
+#include <QTreeWidget>
 
 using namespace platform;
 
@@ -149,4 +151,22 @@ QStringList columnValues(const QString& table, const QString& column)
     for (; !rs.eof(); rs.moveNext())
         values << Null_to_text(rs.field(column));
     return values;
+}
+
+QByteArray fileBytes(const QString& path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+QStringList listRows(QTreeWidget* list, const QString& separator)
+{
+    QStringList out;
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+        QStringList cells;
+        for (int c = 0; c < list->columnCount(); ++c)
+            cells << list->topLevelItem(i)->text(c);
+        out << cells.join(separator);
+    }
+    return out;
 }

@@ -6,6 +6,7 @@
 #include "platform/Platform.h"
 
 #include <QApplication>
+#include <QWidget>
 #include <QDateTime>
 #include <QLocale>
 #include <QStringList>
@@ -52,6 +53,7 @@ private:
 };
 
 class frmMain;
+class QTreeWidget;
 class Value;
 // Starts the program in the test's folder on a data file whose settings row holds the
 // values given (numbered series and no other options unless given), as a user would
@@ -61,6 +63,20 @@ std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& se
 void addRow(const QString& table, const QMap<QString, Value>& values);
 // The values of a column, in table order.
 QStringList columnValues(const QString& table, const QString& column);
+
+// The bytes of a file, for checks that nothing changed it.
+QByteArray fileBytes(const QString& path);
+// The rows of a list, each as its cells joined by the separator.
+QStringList listRows(QTreeWidget* list, const QString& separator = QStringLiteral(" | "));
+// A control of a window by its name; a missing one ends the test run at once.
+template <class T>
+T* child(QWidget& window, const QString& name)
+{
+    T* c = window.findChild<T*>(name);
+    if (!c)
+        qFatal("no control %s in %s", qPrintable(name), qPrintable(window.objectName()));
+    return c;
+}
 
 // Runs the code and tells whether it ended the program.
 bool endsProgram(const std::function<void()>& code);
