@@ -16,6 +16,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QDateEdit>
+#include <QFocusEvent>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -67,6 +68,9 @@ private slots:
     void deleteRefusesCustomersWithInvoices();
     void invoiceHistory();
     void customisationShowsAtOnce();
+    void statusPrompts_data();
+    void statusPrompts();
+    void enterSearchesFromTheBox();
 };
 
 void CustomersTest::listShowsEveryCustomer_data()
@@ -489,6 +493,57 @@ void CustomersTest::customisationShowsAtOnce()
     });
     child<QPushButton>(w, QStringLiteral("Customize_cmd"))->click();
     QCOMPARE(settings.phoneVisible, qint16(1));
+    VERIFY_UI(ui);
+}
+
+void CustomersTest::statusPrompts_data()
+{
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<QString>("prompt");
+    QTest::newRow("first name") << "FirstName_txt" << "Please enter first name.";
+    QTest::newRow("phone") << "Phone_txt" << "Please enter phone number.";
+    QTest::newRow("street, no full stop") << "address1" << "Please enter address";
+    QTest::newRow("county") << "address4" << "Please enter County.";
+    QTest::newRow("delivery postcode") << "delpostcode" << "Please enter address.";
+    QTest::newRow("notes") << "Notes_txt" << "Please enter any notes here.";
+}
+
+void CustomersTest::statusPrompts()
+{
+    QFETCH(QString, control);
+    QFETCH(QString, prompt);
+    TestUi ui;
+    auto main = startProgram(ui, {{"CustStart", QStringLiteral("1001")}});
+    NewCustomerMode = 1;
+    frmAddCust w;
+    QFocusEvent in(QEvent::FocusIn);
+    QApplication::sendEvent(child<QWidget>(w, control), &in);
+    QCOMPARE(child<QLabel>(w, QStringLiteral("help_lbl"))->text(), prompt);
+    QVERIFY(child<QPushButton>(w, QStringLiteral("Save_cmd"))->isDefault());
+    QCOMPARE(child<QLineEdit>(w, QStringLiteral("FirstName_txt"))->maxLength(), 20);
+    QCOMPARE(child<MemoBox>(w, QStringLiteral("Notes_txt"))->maxLength(), 200);
+    VERIFY_UI(ui);
+}
+
+void CustomersTest::enterSearchesFromTheBox()
+{
+    TestUi ui;
+    auto main = startProgram(ui, {});
+    for (const char* id : {"CUS1", "CUS2"})
+        addRow(QStringLiteral("Customers"), customer(QLatin1String(id), QStringLiteral("Name ") + QLatin1String(id)));
+    frmCustomer w;
+    w.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    auto* box = child<QLineEdit>(w, QStringLiteral("Search_txt"));
+    QFocusEvent in(QEvent::FocusIn);
+    QApplication::sendEvent(box, &in);
+    QVERIFY(child<QPushButton>(w, QStringLiteral("search_cmd"))->isDefault());
+    box->setText(QStringLiteral("cus2"));
+    QTest::keyClick(box, Qt::Key_Return);
+    QCOMPARE(child<QTreeWidget>(w, QStringLiteral("Cust_lst"))->currentItem()->text(0), QStringLiteral("CUS2"));
+    QFocusEvent out(QEvent::FocusOut);
+    QApplication::sendEvent(box, &out);
+    QVERIFY(!child<QPushButton>(w, QStringLiteral("search_cmd"))->isDefault());
     VERIFY_UI(ui);
 }
 
