@@ -19,18 +19,18 @@ frmCustomer::frmCustomer(QWidget* parent) : QDialog(parent)
     setObjectName(QStringLiteral("frmCustomer"));
     setWindowTitle(QStringLiteral("Customers"));
     resize(820, 520);
-    ListWindowSpec spec;
-    spec.buttons = {{"Add", QStyle::SP_FileIcon},
+    ListWindowPlan plan;
+    plan.buttons = {{"Add", QStyle::SP_FileIcon},
                     {"Delete", QStyle::SP_TrashIcon},
                     {"View", QStyle::SP_FileDialogContentsView},
                     {"Help", QStyle::SP_DialogHelpButton}};
-    spec.onButton = [this](int place) { Toolbar1_ButtonClick(place); };
-    spec.listName = "Cust_lst";
-    spec.headings = {QStringLiteral("Cust ID"), QStringLiteral("Customer Name"), QStringLiteral("Phone"),
+    plan.onButton = [this](int place) { Toolbar1_ButtonClick(place); };
+    plan.listName = "Cust_lst";
+    plan.headings = {QStringLiteral("Cust ID"), QStringLiteral("Customer Name"), QStringLiteral("Phone"),
                      QStringLiteral("Address")};
-    spec.searchName = "Search_txt";
-    spec.onOpen = [this] { OpenRow(); };
-    const ListWindow w = buildListWindow(this, spec);
+    plan.searchName = "Search_txt";
+    plan.onOpen = [this] { OpenRow(); };
+    const ListWindow w = buildListWindow(this, plan);
     Cust_lst = w.list;
     Cust_lst->setColumnWidth(0, 110);
     Cust_lst->setColumnWidth(1, 200);

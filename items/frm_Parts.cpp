@@ -33,19 +33,19 @@ frm_Parts::frm_Parts(QWidget* parent) : QDialog(parent)
     setObjectName(QStringLiteral("frm_Parts"));
     setWindowTitle(QStringLiteral("Items"));
     resize(820, 520);
-    ListWindowSpec spec;
-    spec.buttons = {{"Add", QStyle::SP_FileIcon},
+    ListWindowPlan plan;
+    plan.buttons = {{"Add", QStyle::SP_FileIcon},
                     {"Delete", QStyle::SP_TrashIcon},
                     {"Edit", QStyle::SP_FileDialogContentsView},
                     {"Help", QStyle::SP_DialogHelpButton}};
-    spec.onButton = [this](int place) { Toolbar1_ButtonClick(place); };
-    spec.listName = "Parts_lst";
-    spec.headings = {QStringLiteral("Item ID"), QStringLiteral("Short Descriprtion"), QStringLiteral("Long Description"),
+    plan.onButton = [this](int place) { Toolbar1_ButtonClick(place); };
+    plan.listName = "Parts_lst";
+    plan.headings = {QStringLiteral("Item ID"), QStringLiteral("Short Descriprtion"), QStringLiteral("Long Description"),
                      QStringLiteral("Price"), QStringLiteral("Taxable")};
-    spec.searchName = "search_txt";
-    spec.searchMaxLength = 20;
-    spec.onOpen = [this] { OpenItem(); };
-    const ListWindow w = buildListWindow(this, spec);
+    plan.searchName = "search_txt";
+    plan.searchMaxLength = 20;
+    plan.onOpen = [this] { OpenItem(); };
+    const ListWindow w = buildListWindow(this, plan);
     Parts_lst = w.list;
     Parts_lst->setColumnWidth(0, 100);
     Parts_lst->setColumnWidth(1, 160);

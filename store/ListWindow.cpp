@@ -37,7 +37,7 @@ private:
 
 }  // namespace
 
-ListWindow buildListWindow(QDialog* window, const ListWindowSpec& spec)
+ListWindow buildListWindow(QDialog* window, const ListWindowPlan& plan)
 {
     ListWindow w;
     auto* layout = new QVBoxLayout(window);
@@ -46,11 +46,11 @@ ListWindow buildListWindow(QDialog* window, const ListWindowSpec& spec)
     w.toolbar->setObjectName(QStringLiteral("Toolbar1"));
     w.toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     int place = 1;
-    for (const ListButton& b : spec.buttons) {
+    for (const ListButton& b : plan.buttons) {
         w.toolbar->addSeparator()->setObjectName(QStringLiteral("Toolbar1(%1)").arg(place++));
         QAction* a = w.toolbar->addAction(window->style()->standardIcon(b.icon), QLatin1String(b.caption));
         a->setObjectName(QStringLiteral("Toolbar1(%1)").arg(place));
-        QObject::connect(a, &QAction::triggered, window, [on = spec.onButton, place] { on(place); });
+        QObject::connect(a, &QAction::triggered, window, [on = plan.onButton, place] { on(place); });
         ++place;
     }
     layout->addWidget(w.toolbar);
@@ -58,9 +58,9 @@ ListWindow buildListWindow(QDialog* window, const ListWindowSpec& spec)
     auto* search = new QHBoxLayout;
     search->addWidget(new QLabel(QStringLiteral("Search:"), window));
     w.search = new QLineEdit(window);
-    w.search->setObjectName(QLatin1String(spec.searchName));
-    if (spec.searchMaxLength > 0)
-        w.search->setMaxLength(spec.searchMaxLength);
+    w.search->setObjectName(QLatin1String(plan.searchName));
+    if (plan.searchMaxLength > 0)
+        w.search->setMaxLength(plan.searchMaxLength);
     search->addWidget(w.search, 1);
     w.searchButton = new QPushButton(window->style()->standardIcon(QStyle::SP_FileDialogContentsView), QString(), window);
     w.searchButton->setObjectName(QStringLiteral("search_cmd"));
@@ -73,10 +73,10 @@ ListWindow buildListWindow(QDialog* window, const ListWindowSpec& spec)
     layout->addLayout(search);
 
     w.list = new QTreeWidget(window);
-    w.list->setObjectName(QLatin1String(spec.listName));
-    w.list->setHeaderLabels(spec.headings);
-    w.list->installEventFilter(new EnterOpens(w.list, spec.onOpen));
-    QObject::connect(w.list, &QTreeWidget::itemDoubleClicked, window, [open = spec.onOpen] { open(); });
+    w.list->setObjectName(QLatin1String(plan.listName));
+    w.list->setHeaderLabels(plan.headings);
+    w.list->installEventFilter(new EnterOpens(w.list, plan.onOpen));
+    QObject::connect(w.list, &QTreeWidget::itemDoubleClicked, window, [open = plan.onOpen] { open(); });
     layout->addWidget(w.list, 1);
 
     w.exit = new QPushButton(QStringLiteral("&Exit"), window);

@@ -19,7 +19,7 @@ struct ListButton {
     QStyle::StandardPixmap icon;
 };
 
-struct ListWindowSpec {
+struct ListWindowPlan {
     std::vector<ListButton> buttons;
     std::function<void(int place)> onButton;
     const char* listName;
@@ -38,4 +38,4 @@ struct ListWindow {
     QPushButton* exit;
 };
 
-ListWindow buildListWindow(QDialog* window, const ListWindowSpec& spec);
+ListWindow buildListWindow(QDialog* window, const ListWindowPlan& plan);
