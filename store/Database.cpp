@@ -10,16 +10,11 @@
 
 namespace {
 
-QMap<QString, std::weak_ptr<Database>>& pool()
+// Handles kept open between recordsets, so that opening a table costs no file open.
+QMap<QString, std::shared_ptr<Database>>& pool()
 {
-    static QMap<QString, std::weak_ptr<Database>> p;
+    static QMap<QString, std::shared_ptr<Database>> p;
     return p;
-}
-// Handles kept alive between recordsets, so that opening a table costs no file open.
-QMap<QString, std::shared_ptr<Database>>& kept()
-{
-    static QMap<QString, std::shared_ptr<Database>> k;
-    return k;
 }
 
 int classicNumber(int code, const QString& message)
@@ -60,7 +55,7 @@ Database::~Database()
 std::shared_ptr<Database> Database::open(const QString& path)
 {
     const QString key = QFileInfo(path).absoluteFilePath();
-    if (auto existing = pool().value(key).lock())
+    if (auto existing = pool().value(key))
         return existing;
     auto db = std::shared_ptr<Database>(new Database(key));
     // No create flag: a missing file is a failure, never a new empty file.
@@ -75,7 +70,6 @@ std::shared_ptr<Database> Database::open(const QString& path)
     db->exec(QStringLiteral("PRAGMA journal_mode=DELETE"));
     db->exec(QStringLiteral("PRAGMA synchronous=FULL"));
     pool()[key] = db;
-    kept()[key] = db;
     return db;
 }
 
@@ -92,11 +86,7 @@ std::shared_ptr<Database> Database::create(const QString& path)
     return db;
 }
 
-void Database::closeAll()
-{
-    kept().clear();
-    pool().clear();
-}
+void Database::closeAll() { pool().clear(); }
 
 sqlite3_stmt* Database::prepare(const QString& sql)
 {
