@@ -1,5 +1,6 @@
 #include "shell/frmMain.h"
 
+#include "options/frm_setup.h"
 #include "platform/Platform.h"
 #include "safety/BackupRestore.h"
 #include "shell/Globals.h"
@@ -263,9 +264,14 @@ void frmMain::Load_settings()
 
 void frmMain::MDIForm_Activate()
 {
-    // A first run opens the setup wizard here, and a "Show Debtors at Startup" the debtor
-    // list on the first activation; both arrive with their windows. Until then a first
-    // run simply shows the main window.
+    if (SetupDone == 0) {
+        frm_setup wizard(this);
+        showModal(wizard);
+        if (SetupDone == 0)  // cancelled: the program ends
+            close();
+    }
+    // "Show Debtors at Startup" opens the debtor list here on the first activation, when
+    // that window arrives.
     ++FrontCount;
 }
 

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 QObject* newNumberingTest();
+QObject* newSetupTest();
 
 // Makes the data file as a first start does and connects to it; with a row given, the
 // System table gets it (the required columns filled unless given).

@@ -50,7 +50,7 @@ int main(int argc, char** argv)
     QLocale::setDefault(QLocale::c());
     QApplication app(argc, argv);
     int failed = 0;
-    for (auto make : {newNumberingTest}) {
+    for (auto make : {newNumberingTest, newSetupTest}) {
         std::unique_ptr<QObject> test(make());
         failed += QTest::qExec(test.get(), argc, argv);
     }
