@@ -8,13 +8,14 @@
 #include "store/Recordset.h"
 #include "store/Value.h"
 
-namespace {
+namespace
+{
 
 struct SeriesInfo {
     const char* table;
     const char* index;
     const char* idColumn;
-    const char* nextColumn;  // as the saving routines spell it
+    const char* nextColumn; // as the saving routines spell it
     QString* prefix;
     QString* next;
     qint16* freeForm;
@@ -27,29 +28,50 @@ SeriesInfo info(Series series)
 {
     switch (series) {
     case Series::Invoice:
-        return {"invoices", "INVNO", "InvNo", "Invstart", &settings.InvPrefix, &settings.Invstart,
-                &settings.FreeformInv, "Invoice Number", "Invoice Number Already In Use",
+        return {"invoices",
+                "INVNO",
+                "InvNo",
+                "Invstart",
+                &settings.InvPrefix,
+                &settings.Invstart,
+                &settings.FreeformInv,
+                "Invoice Number",
+                "Invoice Number Already In Use",
                 "This Invoice number has already been used. Please try again!"};
     case Series::Customer:
-        return {"CUSTOMERS", "CUSTID", "CustID", "Custstart", &settings.CustPrefix, &settings.CustStart,
-                &settings.freeformCus, "Customer Number", "Customer Number Already In Use",
+        return {"CUSTOMERS",
+                "CUSTID",
+                "CustID",
+                "Custstart",
+                &settings.CustPrefix,
+                &settings.CustStart,
+                &settings.freeformCus,
+                "Customer Number",
+                "Customer Number Already In Use",
                 "This Customer number has already been used. Please try again!"};
     case Series::Item:
         break;
     }
-    return {"parts", "ID", "ID", "Partstart", &settings.PartPrefix, &settings.PartStart, &settings.freeformPart,
-            "Item Number", "Item\\Part Number Already In Use",
+    return {"parts",
+            "ID",
+            "ID",
+            "Partstart",
+            &settings.PartPrefix,
+            &settings.PartStart,
+            &settings.freeformPart,
+            "Item Number",
+            "Item\\Part Number Already In Use",
             "This Item\\Part number has already been used. Please try again!"};
 }
 
-}  // namespace
+} // namespace
 
 Proposal Propose_number(Series series)
 {
     const SeriesInfo s = info(series);
     if (*s.freeForm == 1)
         return {QString(), true};
-    if (series == Series::Invoice)  // a taken invoice number is refused only at saving
+    if (series == Series::Invoice) // a taken invoice number is refused only at saving
         return {s.prefix->trimmed() + s.next->trimmed(), false};
 
     QString number = *s.prefix + *s.next;
@@ -64,8 +86,7 @@ Proposal Propose_number(Series series)
             break;
         const QString found = rs.field(QLatin1String(s.idColumn)).toText();
         // Items differing only by case are not skipped here; their save refuses them.
-        const bool taken = series == Series::Customer ? found.toUpper() == number.toUpper()
-                                                      : found == number.trimmed();
+        const bool taken = series == Series::Customer ? found.toUpper() == number.toUpper() : found == number.trimmed();
         if (!taken)
             break;
         ++n;
@@ -107,7 +128,10 @@ bool Number_in_use(Series series, const QString& number)
     return taken;
 }
 
-bool Number_too_short(const QString& nextNumber) { return nextNumber.trimmed().size() < 4; }
+bool Number_too_short(const QString& nextNumber)
+{
+    return nextNumber.trimmed().size() < 4;
+}
 
 void Number_too_short_box(Series series)
 {

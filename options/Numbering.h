@@ -8,8 +8,8 @@
 enum class Series { Invoice, Customer, Item };
 
 struct Proposal {
-    QString number;  // the text for the number box
-    bool enabled;    // free form: the box is empty and open for typing
+    QString number; // the text for the number box
+    bool enabled;   // free form: the box is empty and open for typing
 };
 
 // The number a new record is offered. Invoices take the prefix and next number as they

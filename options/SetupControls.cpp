@@ -39,9 +39,10 @@ QString Default_reminder(int n)
         return QStringLiteral("We have not been able to register payment for the invoice listed above and assume there "
                               "has been an oversight.We would appreciate payment in the coming days.");
     case 2:
-        return QStringLiteral("The invoice listed above has not been paid in spite of a reminder. Please let us know if "
-                              "there is any question regarding it. Please note that we reserve the right to charge "
-                              "interest on overdue sums as well as invoice charge.");
+        return QStringLiteral(
+            "The invoice listed above has not been paid in spite of a reminder. Please let us know if "
+            "there is any question regarding it. Please note that we reserve the right to charge "
+            "interest on overdue sums as well as invoice charge.");
     default:
         return QStringLiteral("This is the last (third) and final reminder on the invoice listed above. We reserve the "
                               "right to take whatever legal action deemed necessary if the debt is not settled in the "
@@ -49,7 +50,8 @@ QString Default_reminder(int n)
     }
 }
 
-namespace {
+namespace
+{
 
 QLabel* label(const QString& caption, QWidget* parent, const QString& name = QString())
 {
@@ -73,9 +75,12 @@ bool typesCharacter(const QKeyEvent* key)
     return t.size() == 1 && t[0].unicode() >= 0x20 && t[0].unicode() != 0x7f;
 }
 
-bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
+bool isDigit(QChar c)
+{
+    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+}
 
-}  // namespace
+} // namespace
 
 SetupControls::SetupControls(QDialog* window, bool trimTexts) : QObject(window), window_(window), trimTexts_(trimTexts)
 {
@@ -96,9 +101,9 @@ void SetupControls::buildCompanyPage(QGroupBox* frame)
     Mobile_txt = lineBox("Mobile_txt", 30, frame);
     email_txt = lineBox("email_txt", 30, frame);
     WebAddress_txt = lineBox("WebAddress_txt", 30, frame);
-    const std::pair<const char*, QWidget*> rows[] = {
-        {"Name of Business:", Name_txt}, {"Address:", Address_txt}, {"Phone:", Phone_txt},
-        {"Mobile", Mobile_txt},          {"Email:", email_txt},     {"Web Address:", WebAddress_txt}};
+    const std::pair<const char*, QWidget*> rows[] = {{"Name of Business:", Name_txt}, {"Address:", Address_txt},
+                                                     {"Phone:", Phone_txt},           {"Mobile", Mobile_txt},
+                                                     {"Email:", email_txt},           {"Web Address:", WebAddress_txt}};
     int r = 0;
     for (const auto& [caption, box] : rows) {
         grid->addWidget(label(QLatin1String(caption), frame), r, 0);
@@ -152,9 +157,9 @@ void SetupControls::buildCurrencyPage(QGroupBox* frame, const QString& currency)
     grid->addWidget(label(QStringLiteral("Currency:"), frame), 1, 0);
     grid->addWidget(currency_txt, 1, 1);
     grid->addWidget(TaxEnabled_chk, 2, 0);
-    grid->addWidget(label(QStringLiteral("Tick this option if your company charges tax."), frame,
-                          QStringLiteral("Label14")),
-                    2, 1, 1, 2);
+    grid->addWidget(
+        label(QStringLiteral("Tick this option if your company charges tax."), frame, QStringLiteral("Label14")), 2, 1,
+        1, 2);
     grid->addWidget(tax1, 3, 0);
     grid->addWidget(TaxName_txt, 3, 1);
     grid->addWidget(tax2, 3, 2);
@@ -186,14 +191,42 @@ void SetupControls::buildPrefixPage(QGroupBox* frame, const PrefixPage& page)
         NumberRow* row;
         const char *caption, *prefixName, *prefix, *startName, *start, *tickName, *tick, *exampleName;
     };
-    const Spec invoice{&inv, "Invoice:", "InvPrefix_txt", "INV", "InvStart_txt", "100001",
-                       "Inv_chk", "Use Free Form Invoice Creation", "InvExample_lbl"};
-    const Spec credit{&crd, "Credit:", "CrdPrefix_txt", "CRD", "CrdStart_txt", "200001",
-                      "Crd_chk", "Use Free Form Credit Note Creation", "CrdExample_lbl"};
-    const Spec customer{&cus, "Customer:", "CusPrefix_txt", "CUS", "CusStart_txt", "100001",
-                        "Cus_chk", "Use Free Form Customer No .Creation", "CusExample_lbl"};
-    const Spec item{&prt, nullptr, "PrtPrefix_txt", nullptr, "PrtStart_txt", "100001",
-                    "Part_chk", "Use Free Form Item\\Part No Creation", "PrtExample_lbl"};
+    const Spec invoice{&inv,
+                       "Invoice:",
+                       "InvPrefix_txt",
+                       "INV",
+                       "InvStart_txt",
+                       "100001",
+                       "Inv_chk",
+                       "Use Free Form Invoice Creation",
+                       "InvExample_lbl"};
+    const Spec credit{&crd,
+                      "Credit:",
+                      "CrdPrefix_txt",
+                      "CRD",
+                      "CrdStart_txt",
+                      "200001",
+                      "Crd_chk",
+                      "Use Free Form Credit Note Creation",
+                      "CrdExample_lbl"};
+    const Spec customer{&cus,
+                        "Customer:",
+                        "CusPrefix_txt",
+                        "CUS",
+                        "CusStart_txt",
+                        "100001",
+                        "Cus_chk",
+                        "Use Free Form Customer No .Creation",
+                        "CusExample_lbl"};
+    const Spec item{&prt,
+                    nullptr,
+                    "PrtPrefix_txt",
+                    nullptr,
+                    "PrtStart_txt",
+                    "100001",
+                    "Part_chk",
+                    "Use Free Form Item\\Part No Creation",
+                    "PrtExample_lbl"};
     const Spec order[] = {invoice, credit, page.itemBeforeCustomer ? item : customer,
                           page.itemBeforeCustomer ? customer : item};
     int r = 1;
@@ -213,7 +246,7 @@ void SetupControls::buildPrefixPage(QGroupBox* frame, const PrefixPage& page)
         ++r;
         selectOnFocus(row.prefix);
         if (s.row == &crd)
-            row.start->installEventFilter(this);  // the key rule, but no selection on focus
+            row.start->installEventFilter(this); // the key rule, but no selection on focus
         else
             selectOnFocus(row.start);
         row.start->setProperty("digitsOnly", true);
@@ -242,7 +275,7 @@ bool SetupControls::eventFilter(QObject* watched, QEvent* event)
             const QChar c = key->text()[0];
             const bool point = amount && c == QLatin1Char('.') && !TaxAmount_txt->text().contains(QLatin1Char('.'));
             if (!isDigit(c) && !point)
-                return true;  // swallowed; a paste is not filtered
+                return true; // swallowed; a paste is not filtered
         }
     }
     return QObject::eventFilter(watched, event);
@@ -285,9 +318,12 @@ void SetupControls::Show_Number_Boxes()
 const SetupControls::NumberRow& SetupControls::row(Series series) const
 {
     switch (series) {
-    case Series::Invoice: return inv;
-    case Series::Customer: return cus;
-    case Series::Item: break;
+    case Series::Invoice:
+        return inv;
+    case Series::Customer:
+        return cus;
+    case Series::Item:
+        break;
     }
     return prt;
 }
@@ -306,7 +342,10 @@ int SetupControls::CheckNumberLength(const std::function<void()>& showPrefixes)
     return 0;
 }
 
-QString SetupControls::text(const QLineEdit* box) const { return trimTexts_ ? box->text().trimmed() : box->text(); }
+QString SetupControls::text(const QLineEdit* box) const
+{
+    return trimTexts_ ? box->text().trimmed() : box->text();
+}
 
 void SetupControls::writeRow(Recordset& rs, bool withCreditPrefix) const
 {

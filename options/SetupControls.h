@@ -18,7 +18,8 @@ class QRadioButton;
 class Recordset;
 
 // A box of several lines that takes no more than its limit of characters.
-class LimitedTextEdit : public QPlainTextEdit {
+class LimitedTextEdit : public QPlainTextEdit
+{
     Q_OBJECT
 public:
     LimitedTextEdit(const QString& name, int maxLength, QWidget* parent);
@@ -32,7 +33,8 @@ private:
 // The three default reminder letters, the first with its missing blank after "oversight.".
 QString Default_reminder(int n);
 
-class SetupControls : public QObject {
+class SetupControls : public QObject
+{
     Q_OBJECT
 public:
     struct NumberRow {
@@ -42,9 +44,9 @@ public:
         QLabel* example;
     };
     struct PrefixPage {
-        QString startHeading;   // "Start Number" or "Next Number"
-        QString itemLabel;      // how the item row is labelled
-        QString itemPrefix;     // the item series' designed prefix
+        QString startHeading; // "Start Number" or "Next Number"
+        QString itemLabel;    // how the item row is labelled
+        QString itemPrefix;   // the item series' designed prefix
         bool itemBeforeCustomer;
     };
 
@@ -58,7 +60,7 @@ public:
     // A box that selects its whole text when it takes the focus.
     void selectOnFocus(QWidget* box);
 
-    void Option_Click(int index);  // the country options fill currency and tax
+    void Option_Click(int index); // the country options fill currency and tax
     void Show_Tax_Fields();
     void Hide_Tax_Fields();
     void ShowExamples();

@@ -21,7 +21,8 @@
 
 using namespace platform;
 
-namespace {
+namespace
+{
 
 const QString Module = QStringLiteral("frm_setup");
 
@@ -50,7 +51,7 @@ QPushButton* button(const char* name, const char* caption, QWidget* parent)
     return b;
 }
 
-}  // namespace
+} // namespace
 
 frm_setup::frm_setup(QWidget* parent)
     : QDialog(parent), controls_(new SetupControls(this, false)), rs_(std::make_unique<Recordset>())
@@ -76,8 +77,8 @@ frm_setup::frm_setup(QWidget* parent)
     }
     controls_->buildCompanyPage(Frame1[0]);
     controls_->buildCurrencyPage(Frame1[1], QString());
-    controls_->buildPrefixPage(Frame1[2], {QStringLiteral("Start Number"), QStringLiteral("Item/Part:"),
-                                           QStringLiteral("ITE"), true});
+    controls_->buildPrefixPage(
+        Frame1[2], {QStringLiteral("Start Number"), QStringLiteral("Item/Part:"), QStringLiteral("ITE"), true});
     layout->addLayout(pages);
 
     auto* buttons = new QHBoxLayout;
@@ -109,7 +110,10 @@ frm_setup::frm_setup(QWidget* parent)
 
 frm_setup::~frm_setup() = default;
 
-void frm_setup::closeEvent(QCloseEvent* event) { event->ignore(); }
+void frm_setup::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+}
 
 void frm_setup::Show_page()
 {
@@ -143,8 +147,8 @@ void frm_setup::Finish_cmd_Click()
     // The wizard's numbers are checked for length only: the tables are still empty.
     if (controls_->CheckNumberLength([] {}) == 1)
         return;
-    if (MsgBox(QStringLiteral("Are you sure you want to update?"), vbYesNo + vbQuestion, QStringLiteral("Update?"))
-        != vbYes)
+    if (MsgBox(QStringLiteral("Are you sure you want to update?"), vbYesNo + vbQuestion, QStringLiteral("Update?")) !=
+        vbYes)
         return;
     Save_setup();
     rs_->close();
@@ -154,8 +158,8 @@ void frm_setup::Finish_cmd_Click()
 
 void frm_setup::Cancel_cmd_Click()
 {
-    if (MsgBox(QStringLiteral("Are you sure you want to cancel?"), vbYesNo + vbQuestion, QStringLiteral("Cancel?"))
-        != vbYes)
+    if (MsgBox(QStringLiteral("Are you sure you want to cancel?"), vbYesNo + vbQuestion, QStringLiteral("Cancel?")) !=
+        vbYes)
         return;
     rs_->close();
     SetupDone = 0;

@@ -9,7 +9,8 @@ class QPushButton;
 class Recordset;
 class SetupControls;
 
-class frm_setup : public QDialog {
+class frm_setup : public QDialog
+{
     Q_OBJECT
 public:
     explicit frm_setup(QWidget* parent = nullptr);

@@ -1,5 +1,6 @@
 #include "shell/frmMain.h"
 
+#include "options/frmOptions.h"
 #include "options/frm_setup.h"
 #include "platform/Platform.h"
 #include "safety/BackupRestore.h"
@@ -69,7 +70,10 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
 
     QMenu* tools = menuBar()->addMenu(QStringLiteral("Tools"));
     tools->setObjectName(QStringLiteral("mnuTools"));
-    action(tools, "mnuOptions", QStringLiteral("&Options"));
+    connect(action(tools, "mnuOptions", QStringLiteral("&Options")), &QAction::triggered, this, [this] {
+        frmOptions window(this);
+        showModal(window);
+    });
     action(tools, "mnuWeb", QStringLiteral("&Web"));
     // Off by design: the import reads one fixed file and is not for everyday use.
     action(tools, "mnuImport", QStringLiteral("Import"))->setEnabled(false);

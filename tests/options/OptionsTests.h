@@ -9,6 +9,7 @@
 
 QObject* newNumberingTest();
 QObject* newSetupTest();
+QObject* newOptionsTest();
 
 // Makes the data file as a first start does and connects to it; with a row given, the
 // System table gets it (the required columns filled unless given).
@@ -19,8 +20,7 @@ Value firstRowValue(const QString& table, const QString& column);
 int rowCount(const QString& table);
 
 // A control by name; a missing one fails the run at once rather than crashing later.
-template <class T>
-T* control(QWidget& window, const QString& name)
+template <class T> T* control(QWidget& window, const QString& name)
 {
     T* c = window.findChild<T*>(name);
     if (!c)

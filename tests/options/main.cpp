@@ -13,7 +13,7 @@ void makeDataFile(const QMap<QString, Value>& systemRow)
     w.MDIForm_Load();
     if (systemRow.isEmpty())
         return;
-    QMap<QString, Value> row{{"FreeFormInv", 0}, {"FreeformCus", 0}, {"FreeformPart", 0}, {"FreeFormCrd", 0},
+    QMap<QString, Value> row{{"FreeFormInv", 0}, {"FreeformCus", 0},       {"FreeformPart", 0},     {"FreeFormCrd", 0},
                              {"TaxAmount", 0.0}, {"Text3Name", QString()}, {"Text4Name", QString()}};
     for (auto it = systemRow.begin(); it != systemRow.end(); ++it)
         row.insert(it.key(), it.value());
@@ -50,7 +50,7 @@ int main(int argc, char** argv)
     QLocale::setDefault(QLocale::c());
     QApplication app(argc, argv);
     int failed = 0;
-    for (auto make : {newNumberingTest, newSetupTest}) {
+    for (auto make : {newNumberingTest, newSetupTest, newOptionsTest}) {
         std::unique_ptr<QObject> test(make());
         failed += QTest::qExec(test.get(), argc, argv);
     }

@@ -15,12 +15,25 @@
 
 using namespace platform;
 
-namespace {
+namespace
+{
 
-void click(QDialog& d, const char* name) { control<QAbstractButton>(d, QLatin1String(name))->click(); }
-QLineEdit* box(QDialog& d, const char* name) { return control<QLineEdit>(d, QLatin1String(name)); }
-QString exampleText(QDialog& d, const char* name) { return control<QLabel>(d, QLatin1String(name))->text(); }
-bool pageShown(QDialog& d, int i) { return control<QWidget>(d, QStringLiteral("Frame1(%1)").arg(i))->isVisible(); }
+void click(QDialog& d, const char* name)
+{
+    control<QAbstractButton>(d, QLatin1String(name))->click();
+}
+QLineEdit* box(QDialog& d, const char* name)
+{
+    return control<QLineEdit>(d, QLatin1String(name));
+}
+QString exampleText(QDialog& d, const char* name)
+{
+    return control<QLabel>(d, QLatin1String(name))->text();
+}
+bool pageShown(QDialog& d, int i)
+{
+    return control<QWidget>(d, QStringLiteral("Frame1(%1)").arg(i))->isVisible();
+}
 
 // Puts the wizard on screen so that visibility and focus are those the user sees.
 void showUp(QDialog& d)
@@ -34,9 +47,10 @@ const QString Reminder1 = QStringLiteral(
     "We have not been able to register payment for the invoice listed above and assume there has been an "
     "oversight.We would appreciate payment in the coming days.");
 
-}  // namespace
+} // namespace
 
-class SetupTest : public QObject {
+class SetupTest : public QObject
+{
     Q_OBJECT
 private slots:
     // A first start with no data file: the wizard over the main window, its three pages,
@@ -86,16 +100,37 @@ private slots:
 
         QCOMPARE(rowCount("System"), 1);
         const QMap<QString, QString> row{
-            {"BusinessName", "Velk Ltd"}, {"Address", " 1 High St"}, {"Phone", " 0123 "}, {"Currency", "\u00a3"},
-            {"TaxName", "Vat"}, {"TaxAmount", "17.5"}, {"TaxNo", "GB 123"}, {"TaxEnabled", "1"},
-            {"InvPrefix", "INV"}, {"PartPrefix", "ITE"}, {"CustPrefix", "CUS"}, {"Invstart", "100001"},
-            {"CrdStart", "200001"}, {"FreeformPart", "1"}, {"FreeformInv", "0"}, {"DefaultStart", "01/01/2005"},
-            {"DefaultEnd", "22/11/2026"}, {"Debtorstart", "0"}, {"Reminder1", Reminder1}, {"includeshipping", "0"},
-            {"includeterms", "1"}, {"Statement", "Thank you for your business"},
+            {"BusinessName", "Velk Ltd"},
+            {"Address", " 1 High St"},
+            {"Phone", " 0123 "},
+            {"Currency", "\u00a3"},
+            {"TaxName", "Vat"},
+            {"TaxAmount", "17.5"},
+            {"TaxNo", "GB 123"},
+            {"TaxEnabled", "1"},
+            {"InvPrefix", "INV"},
+            {"PartPrefix", "ITE"},
+            {"CustPrefix", "CUS"},
+            {"Invstart", "100001"},
+            {"CrdStart", "200001"},
+            {"FreeformPart", "1"},
+            {"FreeformInv", "0"},
+            {"DefaultStart", "01/01/2005"},
+            {"DefaultEnd", "22/11/2026"},
+            {"Debtorstart", "0"},
+            {"Reminder1", Reminder1},
+            {"includeshipping", "0"},
+            {"includeterms", "1"},
+            {"Statement", "Thank you for your business"},
             {"terms1", "Terms & Conditions:\nTo edit terms & conditions goto Options on the main menu and select the "
                        "Invoice tab."},
-            {"ConfirmBackup", "1"}, {"mobileVisible", "1"}, {"text4Visible", "1"}, {"text2Name", "Shipping No"},
-            {"text3Name", "Sales No"}, {"present", "1"}, {"InvoiceType", "1"}};
+            {"ConfirmBackup", "1"},
+            {"mobileVisible", "1"},
+            {"text4Visible", "1"},
+            {"text2Name", "Shipping No"},
+            {"text3Name", "Sales No"},
+            {"present", "1"},
+            {"InvoiceType", "1"}};
         for (auto it = row.begin(); it != row.end(); ++it)
             QCOMPARE(firstRowValue("System", it.key()).toText(), it.value());
         QVERIFY(firstRowValue("System", "CrdPrefix").isNull());
@@ -166,12 +201,30 @@ private slots:
         QTest::addColumn<QString>("freeFormTick");
         QTest::addColumn<QString>("title");
 
-        QTest::newRow("invoice of 3") << "InvStart_txt" << "123" << "" << "Invoice Number";
-        QTest::newRow("invoice of 3, free form") << "InvStart_txt" << "123" << "Inv_chk" << "";
-        QTest::newRow("item of 3") << "PrtStart_txt" << "999" << "" << "Item Number";
-        QTest::newRow("customer of 2") << "CusStart_txt" << "12" << "" << "Customer Number";
-        QTest::newRow("credit of 1") << "CrdStart_txt" << "1" << "" << "";
-        QTest::newRow("four is enough") << "InvStart_txt" << "0001" << "" << "";
+        QTest::newRow("invoice of 3") << "InvStart_txt"
+                                      << "123"
+                                      << ""
+                                      << "Invoice Number";
+        QTest::newRow("invoice of 3, free form") << "InvStart_txt"
+                                                 << "123"
+                                                 << "Inv_chk"
+                                                 << "";
+        QTest::newRow("item of 3") << "PrtStart_txt"
+                                   << "999"
+                                   << ""
+                                   << "Item Number";
+        QTest::newRow("customer of 2") << "CusStart_txt"
+                                       << "12"
+                                       << ""
+                                       << "Customer Number";
+        QTest::newRow("credit of 1") << "CrdStart_txt"
+                                     << "1"
+                                     << ""
+                                     << "";
+        QTest::newRow("four is enough") << "InvStart_txt"
+                                        << "0001"
+                                        << ""
+                                        << "";
     }
     void finishLengthCheck()
     {
@@ -216,18 +269,46 @@ private slots:
         QTest::addColumn<QString>("exampleName");
         QTest::addColumn<QString>("example");
 
-        QTest::newRow("start: digits only") << "InvStart_txt" << "12a-3 4.5" << "12345" << "InvExample_lbl"
+        QTest::newRow("start: digits only") << "InvStart_txt"
+                                            << "12a-3 4.5"
+                                            << "12345"
+                                            << "InvExample_lbl"
                                             << "INV12345";
-        QTest::newRow("start: eight at most") << "CusStart_txt" << "1234567890" << "12345678" << "CusExample_lbl"
+        QTest::newRow("start: eight at most") << "CusStart_txt"
+                                              << "1234567890"
+                                              << "12345678"
+                                              << "CusExample_lbl"
                                               << "CUS12345678";
-        QTest::newRow("credit start: digits only") << "CrdStart_txt" << "2x" << "2" << "CrdExample_lbl"
+        QTest::newRow("credit start: digits only") << "CrdStart_txt"
+                                                   << "2x"
+                                                   << "2"
+                                                   << "CrdExample_lbl"
                                                    << "CRD2";
-        QTest::newRow("prefix: anything, four at most") << "PrtPrefix_txt" << "a 1bX" << "a 1b" << "PrtExample_lbl"
+        QTest::newRow("prefix: anything, four at most") << "PrtPrefix_txt"
+                                                        << "a 1bX"
+                                                        << "a 1b"
+                                                        << "PrtExample_lbl"
                                                         << "a 1b100001";
-        QTest::newRow("percent: one point") << "TaxAmount_txt" << "17.5.x" << "17.5" << "" << "";
-        QTest::newRow("percent: five at most") << "TaxAmount_txt" << "123456" << "12345" << "" << "";
-        QTest::newRow("currency: one character") << "currency_txt" << "EUR" << "E" << "" << "";
-        QTest::newRow("tax name: ten at most") << "TaxName_txt" << "GoodsAndServices" << "GoodsAndSe" << "" << "";
+        QTest::newRow("percent: one point") << "TaxAmount_txt"
+                                            << "17.5.x"
+                                            << "17.5"
+                                            << ""
+                                            << "";
+        QTest::newRow("percent: five at most") << "TaxAmount_txt"
+                                               << "123456"
+                                               << "12345"
+                                               << ""
+                                               << "";
+        QTest::newRow("currency: one character") << "currency_txt"
+                                                 << "EUR"
+                                                 << "E"
+                                                 << ""
+                                                 << "";
+        QTest::newRow("tax name: ten at most") << "TaxName_txt"
+                                               << "GoodsAndServices"
+                                               << "GoodsAndSe"
+                                               << ""
+                                               << "";
     }
     void keys()
     {
@@ -258,9 +339,18 @@ private slots:
         QTest::addColumn<QString>("currency");
         QTest::addColumn<QString>("taxName");
         QTest::addColumn<QString>("percent");
-        QTest::newRow("USA") << "Option1" << "$" << "Tax" << "";
-        QTest::newRow("UK") << "Option2" << "\u00a3" << "Vat" << "17.5";
-        QTest::newRow("Other") << "Option3" << "" << "" << "";
+        QTest::newRow("USA") << "Option1"
+                             << "$"
+                             << "Tax"
+                             << "";
+        QTest::newRow("UK") << "Option2"
+                            << "\u00a3"
+                            << "Vat"
+                            << "17.5";
+        QTest::newRow("Other") << "Option3"
+                               << ""
+                               << ""
+                               << "";
     }
     void countryOptions()
     {
@@ -271,7 +361,7 @@ private slots:
         TestUi ui;
         makeDataFile();
         frm_setup d;
-        QCOMPARE(box(d, "currency_txt")->text(), "");  // USA selected, never clicked
+        QCOMPARE(box(d, "currency_txt")->text(), ""); // USA selected, never clicked
         QCOMPARE(box(d, "TaxName_txt")->text(), "Tax");
         box(d, "TaxName_txt")->setText("GST");
         box(d, "TaxAmount_txt")->setText("9");
@@ -299,6 +389,9 @@ private slots:
     }
 };
 
-QObject* newSetupTest() { return new SetupTest; }
+QObject* newSetupTest()
+{
+    return new SetupTest;
+}
 
 #include "tst_setup.moc"
