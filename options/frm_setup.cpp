@@ -179,7 +179,7 @@ void frm_setup::Save_setup()
     controls_->writeRow(rs, false);
     auto set = [&](const char* column, const Value& value) { rs.setField(QLatin1String(column), value); };
     set("DefaultStart", StartDefault);
-    set("DefaultEnd", dateText(today()));
+    set("DefaultEnd", dateText(today())); // our short date form is DD/MM/YYYY
     set("Debtorstart", 0);
     for (int i = 1; i <= 3; ++i)
         rs.setField(QStringLiteral("Reminder%1").arg(i), Default_reminder(i));

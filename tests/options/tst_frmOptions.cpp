@@ -131,6 +131,7 @@ private slots:
 
             box(d, "Name_txt")->setText("  New Name  ");
             box(d, "TaxAmount_txt")->setText("12abc"); // pasted: no key rule
+            box(d, "TaxName_txt")->clear();            // refused by nothing, tax or not
             QTest::keyClicks(box(d, "Text3"), "Van");
             QCOMPARE(control<QCheckBox>(d, "chk3")->text(), "Include Van");
             click(d, "Shipping_chk");
@@ -363,6 +364,73 @@ private slots:
         QCOMPARE(firstRowValue("System", "includeterms").toText(), "1");
         QCOMPARE(firstRowValue("System", "InvPrefix").toText(), "INV");
         QCOMPARE(firstRowValue("System", "PartPrefix").toText(), "PRT");
+    }
+
+    // Which boxes select their whole text on taking the focus.
+    void selectOnFocus_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("page");
+        QTest::addColumn<bool>("selects");
+        QTest::newRow("name") << "Name_txt" << 0 << true;
+        QTest::newRow("address") << "Address_txt" << 0 << true;
+        QTest::newRow("invoice start") << "InvStart_txt" << 2 << true;
+        QTest::newRow("credit prefix") << "CrdPrefix_txt" << 2 << true;
+        QTest::newRow("credit start") << "CrdStart_txt" << 2 << false;
+        QTest::newRow("reminder") << "Reminder2" << 6 << true;
+        QTest::newRow("field caption") << "Text2" << 7 << false;
+    }
+    void selectOnFocus()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, page);
+        QFETCH(bool, selects);
+        TestUi ui;
+        auto w = openOptions(ui, usedRow(), [&](QDialog& d) {
+            d.show();
+            QApplication::setActiveWindow(&d);
+            QVERIFY(QTest::qWaitForWindowActive(&d));
+            control<QTabBar>(d, "tbsOptions")->setCurrentIndex(page);
+            QWidget* target = control<QWidget>(d, name);
+            target->setFocus(Qt::MouseFocusReason); // a tab selects a whole line box anyway
+            QCoreApplication::processEvents();
+            QString selected;
+            if (auto* line = qobject_cast<QLineEdit*>(target))
+                selected = line->selectedText();
+            else
+                selected = static_cast<QPlainTextEdit*>(target)->textCursor().selectedText();
+            QCOMPARE(!selected.isEmpty(), selects);
+            click(d, "cmdCancel");
+        });
+        VERIFY_UI(ui);
+    }
+
+    // Boxes of several lines take no more than their limit, typed or pasted.
+    void multiLineLimits_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("limit");
+        QTest::newRow("address") << "Address_txt" << 150;
+        QTest::newRow("statement") << "statement_txt" << 100;
+        QTest::newRow("terms") << "terms_txt" << 200;
+        QTest::newRow("reminder") << "Reminder3" << 250;
+    }
+    void multiLineLimits()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, limit);
+        TestUi ui;
+        auto w = openOptions(ui, usedRow(), [&](QDialog& d) {
+            auto* box = control<QPlainTextEdit>(d, name);
+            box->setPlainText(QString(limit - 1, 'a'));
+            box->moveCursor(QTextCursor::End);
+            QTest::keyClicks(box, "xyz");
+            QCOMPARE(box->toPlainText(), QString(limit - 1, 'a') + "x");
+            box->setPlainText(QString(limit + 40, 'b'));
+            QCOMPARE(box->toPlainText().size(), limit);
+            click(d, "cmdCancel");
+        });
+        VERIFY_UI(ui);
     }
 
     // Ctrl+Tab moves to the next tab from any control, and from the last to the first.
