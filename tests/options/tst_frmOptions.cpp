@@ -178,9 +178,16 @@ private slots:
         auto w = openOptions(ui, usedRow(), [&](QDialog& d) {
             box(d, "Name_txt")->setText("Applied");
             click(d, "Opt2");
+            ui.expectBox("Are You Sure?", "Are you sure you want to restore default reminders", vbNo,
+                         vbYesNo + vbQuestion);
+            click(d, "RestoreReminders_cmd");
+            QCOMPARE(control<QPlainTextEdit>(d, "Reminder1")->toPlainText(), "Pay");
+            ui.expectBox("Are You Sure?", "Are you sure you want to restore default reminders", vbYes);
+            click(d, "RestoreReminders_cmd");
             click(d, "cmdApply");
             QCOMPARE(firstRowValue("System", "BusinessName").toText(), "Applied");
             box(d, "Phone_txt")->setText("999");
+            control<QPlainTextEdit>(d, "Reminder2")->setPlainText("Changed");
             click(d, "cmdCancel");
         });
         VERIFY_UI(ui);
@@ -189,6 +196,11 @@ private slots:
         QCOMPARE(firstRowValue("System", "Phone").toText(), "0123");
         QCOMPARE(settings.BusinessName.trimmed(), "Applied");
         QCOMPARE(settings.Phone.trimmed(), "0123");
+        QCOMPARE(firstRowValue("System", "Reminder1").toText(),
+                 "We have not been able to register payment for the invoice listed above and assume there has been "
+                 "an oversight.We would appreciate payment in the coming days.");
+        QCOMPARE(settings.Reminder2, firstRowValue("System", "Reminder2").toText());
+        QVERIFY(settings.Reminder2.startsWith("The invoice listed above has not been paid"));
     }
 
     // Apply, OK and "Check Prefix Numbers" begin with the length and in-use checks; a
@@ -319,31 +331,6 @@ private slots:
         QCOMPARE(settings.Logopath, path);
     }
 
-    void restoreReminders_data()
-    {
-        QTest::addColumn<int>("answer");
-        QTest::addColumn<QString>("first");
-        QTest::newRow("no") << int(vbNo) << "Pay";
-        QTest::newRow("yes") << int(vbYes)
-                             << "We have not been able to register payment for the invoice listed above and assume "
-                                "there has been an oversight.We would appreciate payment in the coming days.";
-    }
-    void restoreReminders()
-    {
-        QFETCH(int, answer);
-        QFETCH(QString, first);
-        TestUi ui;
-        auto w = openOptions(ui, usedRow(), [&](QDialog& d) {
-            ui.expectBox("Are You Sure?", "Are you sure you want to restore default reminders", answer,
-                         vbYesNo + vbQuestion);
-            click(d, "RestoreReminders_cmd");
-            QCOMPARE(control<QPlainTextEdit>(d, "Reminder1")->toPlainText(), first);
-            QCOMPARE(firstRowValue("System", "Reminder1").toText(), "Pay"); // saved only by Apply or OK
-            click(d, "cmdCancel");
-        });
-        VERIFY_UI(ui);
-    }
-
     // With no settings row the window starts from the defaults and OK adds the row.
     void noSettingsRow()
     {
@@ -355,7 +342,9 @@ private slots:
                     control<QCheckBox>(d, "Statement_chk")->isChecked());
             QCOMPARE(control<QPlainTextEdit>(d, "Reminder3")->toPlainText().left(27), "This is the last (third) an");
             QCOMPARE(box(d, "currency_txt")->text(), ""); // no currency: "Other" was clicked
-            click(d, "Option1");
+            box(d, "TaxName_txt")->setText("GST");
+            click(d, "Option1"); // over what was typed
+            QCOMPARE(box(d, "TaxName_txt")->text(), "Tax");
             click(d, "cmdOK");
         });
         VERIFY_UI(ui);
@@ -364,45 +353,6 @@ private slots:
         QCOMPARE(firstRowValue("System", "includeterms").toText(), "1");
         QCOMPARE(firstRowValue("System", "InvPrefix").toText(), "INV");
         QCOMPARE(firstRowValue("System", "PartPrefix").toText(), "PRT");
-    }
-
-    // Which boxes select their whole text on taking the focus.
-    void selectOnFocus_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("page");
-        QTest::addColumn<bool>("selects");
-        QTest::newRow("name") << "Name_txt" << 0 << true;
-        QTest::newRow("address") << "Address_txt" << 0 << true;
-        QTest::newRow("invoice start") << "InvStart_txt" << 2 << true;
-        QTest::newRow("credit prefix") << "CrdPrefix_txt" << 2 << true;
-        QTest::newRow("credit start") << "CrdStart_txt" << 2 << false;
-        QTest::newRow("reminder") << "Reminder2" << 6 << true;
-        QTest::newRow("field caption") << "Text2" << 7 << false;
-    }
-    void selectOnFocus()
-    {
-        QFETCH(QString, name);
-        QFETCH(int, page);
-        QFETCH(bool, selects);
-        TestUi ui;
-        auto w = openOptions(ui, usedRow(), [&](QDialog& d) {
-            d.show();
-            QApplication::setActiveWindow(&d);
-            QVERIFY(QTest::qWaitForWindowActive(&d));
-            control<QTabBar>(d, "tbsOptions")->setCurrentIndex(page);
-            QWidget* target = control<QWidget>(d, name);
-            target->setFocus(Qt::MouseFocusReason); // a tab selects a whole line box anyway
-            QCoreApplication::processEvents();
-            QString selected;
-            if (auto* line = qobject_cast<QLineEdit*>(target))
-                selected = line->selectedText();
-            else
-                selected = static_cast<QPlainTextEdit*>(target)->textCursor().selectedText();
-            QCOMPARE(!selected.isEmpty(), selects);
-            click(d, "cmdCancel");
-        });
-        VERIFY_UI(ui);
     }
 
     // Boxes of several lines take no more than their limit, typed or pasted.

@@ -183,21 +183,6 @@ private slots:
         QCOMPARE(Number_in_use(series, number), !box.isEmpty());
         VERIFY_UI(ui);
     }
-
-    void tooShort_data()
-    {
-        QTest::addColumn<QString>("next");
-        QTest::addColumn<bool>("tooShort");
-        QTest::newRow("four digits") << "0001" << false;
-        QTest::newRow("three digits") << "123" << true;
-        QTest::newRow("blanks do not count") << "  12" << true;
-    }
-    void tooShort()
-    {
-        QFETCH(QString, next);
-        QFETCH(bool, tooShort);
-        QCOMPARE(Number_too_short(next), tooShort);
-    }
 };
 
 QObject* newNumberingTest()
