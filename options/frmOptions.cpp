@@ -150,6 +150,7 @@ void frmOptions::buildDefaultsPage(QGroupBox* frame)
         auto* p = named(new QDateEdit(frame), name);
         p->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
         p->setCalendarPopup(true);
+        p->setDate(today()); // a picker starts on today until the row says otherwise
         return p;
     };
     DTPicker1 = picker("DTPicker1");

@@ -66,14 +66,11 @@ frm_setup::frm_setup(QWidget* parent)
                                                             {"Label7", "Company Setup Part 2 of 3"},
                                                             {"Label11", "Company Setup Part 3 of 3"}};
     for (int i = 0; i < 3; ++i) {
-        auto* page = new QWidget(this);
-        auto* pageLayout = new QVBoxLayout(page);
-        pageLayout->setContentsMargins(0, 0, 0, 0);
-        pageLayout->addWidget(heading(headings[i].first, headings[i].second, page));
-        Frame1[i] = new QGroupBox(QLatin1String(captions[i]), page);
+        Heading[i] = heading(headings[i].first, headings[i].second, this);
+        Frame1[i] = new QGroupBox(QLatin1String(captions[i]), this);
         Frame1[i]->setObjectName(QStringLiteral("Frame1(%1)").arg(i));
-        pageLayout->addWidget(Frame1[i]);
-        pages->addWidget(page, 0, 0);
+        pages->addWidget(Heading[i], 0, 0);
+        pages->addWidget(Frame1[i], 1, 0);
     }
     controls_->buildCompanyPage(Frame1[0]);
     controls_->buildCurrencyPage(Frame1[1], QString());
@@ -117,8 +114,10 @@ void frm_setup::closeEvent(QCloseEvent* event)
 
 void frm_setup::Show_page()
 {
-    for (int i = 0; i < 3; ++i)
-        Frame1[i]->parentWidget()->setVisible(i == Page);
+    for (int i = 0; i < 3; ++i) {
+        Heading[i]->setVisible(i == Page);
+        Frame1[i]->setVisible(i == Page);
+    }
 }
 
 void frm_setup::Next_cmd_Click()

@@ -5,6 +5,7 @@
 #include <memory>
 
 class QGroupBox;
+class QLabel;
 class QPushButton;
 class Recordset;
 class SetupControls;
@@ -34,6 +35,7 @@ private:
     qint16 Page = 0;
     SetupControls* controls_;
     QGroupBox* Frame1[3];
+    QLabel* Heading[3];
     QPushButton *Back_cmd, *Next_cmd, *Finish_cmd, *Cancel_cmd;
     std::unique_ptr<Recordset> rs_;
 };

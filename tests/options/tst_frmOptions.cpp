@@ -353,6 +353,7 @@ private slots:
         QCOMPARE(firstRowValue("System", "includeterms").toText(), "1");
         QCOMPARE(firstRowValue("System", "InvPrefix").toText(), "INV");
         QCOMPARE(firstRowValue("System", "PartPrefix").toText(), "PRT");
+        QCOMPARE(firstRowValue("System", "DefaultEnd").toText(), "22/11/2026");
     }
 
     // Boxes of several lines take no more than their limit, typed or pasted.
