@@ -139,8 +139,10 @@ void SetupControls::buildCurrencyPage(QGroupBox* frame, const QString& currency)
     TaxName_txt = lineBox("TaxName_txt", 10, frame, QStringLiteral("Tax"));
     TaxAmount_txt = lineBox("TaxAmount_txt", 5, frame);
     TaxNumber_txt = lineBox("TaxNumber_txt", 20, frame);
-    for (QWidget* box : {currency_txt, TaxName_txt, TaxAmount_txt, TaxNumber_txt})
+    for (QLineEdit* box : {currency_txt, TaxName_txt, TaxAmount_txt, TaxNumber_txt}) {
         selectOnFocus(box);
+        box->setMinimumWidth(box == currency_txt ? 40 : 160);
+    }
     TaxAmount_txt->installEventFilter(this);
 
     auto* tax1 = label(QStringLiteral("Tax Name:"), frame, QStringLiteral("Tax1_lbl"));

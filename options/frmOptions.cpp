@@ -67,6 +67,7 @@ frmOptions::frmOptions(QWidget* parent)
 {
     setObjectName(Module);
     setWindowTitle(QStringLiteral("Options"));
+    resize(780, 500);
     auto* layout = new QVBoxLayout(this);
 
     tbsOptions = named(new QTabBar(this), "tbsOptions");
