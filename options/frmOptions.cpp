@@ -328,9 +328,10 @@ void frmOptions::Load_system()
             return;
         }
         rs.moveFirst();
-        auto direct = [&](const char* column) { return rs.field(QLatin1String(column)).toText(); };
-        auto text = [&](const char* column) { return Null_to_text(rs.field(QLatin1String(column))); };
-        auto flag = [&](QCheckBox* box, const char* column) { box->setChecked(isOn(rs.field(QLatin1String(column)))); };
+        // Read directly, a Null fails; through Null_to_text it reads as empty.
+        auto direct = [&](const QString& column) { return rs.field(column).toText(); };
+        auto text = [&](const QString& column) { return Null_to_text(rs.field(column)); };
+        auto flag = [&](QCheckBox* box, const QString& column) { box->setChecked(isOn(rs.field(column))); };
 
         c_->Name_txt->setText(direct("BusinessName"));
         c_->Address_txt->setText(direct("Address"));
@@ -339,7 +340,7 @@ void frmOptions::Load_system()
         c_->email_txt->setText(direct("Email"));
         c_->WebAddress_txt->setText(direct("Web"));
         c_->currency_txt->setText(direct("Currency"));
-        const bool tax = Null_to_zero(rs.field(QStringLiteral("TaxEnabled"))) == Currency::fromTicks(Currency::Scale);
+        const bool tax = isOn(rs.field(QStringLiteral("TaxEnabled")));
         c_->TaxEnabled_chk->setChecked(tax);
         if (tax)
             c_->Show_Tax_Fields();
@@ -384,11 +385,10 @@ void frmOptions::Load_system()
         path_lbl->setText(text("logopath"));
 
         for (int i = 0; i < 3; ++i)
-            Reminder[i]->setText(text(QStringLiteral("Reminder%1").arg(i + 1).toLatin1().constData()));
+            Reminder[i]->setText(text(QStringLiteral("Reminder%1").arg(i + 1)));
         for (int i = 0; i < 4; ++i) {
-            const QByteArray n = QByteArray::number(i + 1);
-            flag(chk[i], ("text" + n + "Visible").constData());
-            Text[i]->setText(text(("text" + n + "Name").constData()));
+            flag(chk[i], QStringLiteral("text%1Visible").arg(i + 1));
+            Text[i]->setText(text(QStringLiteral("text%1Name").arg(i + 1)));
         }
         flag(fax_chk, "FaxVisible");
         flag(phone_chk, "phoneVisible");
