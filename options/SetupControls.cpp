@@ -189,50 +189,50 @@ void SetupControls::buildPrefixPage(QGroupBox* frame, const PrefixPage& page)
     grid->addWidget(label(QStringLiteral("Prefix"), frame), 0, 1);
     grid->addWidget(label(page.startHeading, frame), 0, 2);
     grid->addWidget(label(QStringLiteral("Example"), frame), 0, 4);
-    struct Spec {
+    struct RowDesign {
         NumberRow* row;
         const char *caption, *prefixName, *prefix, *startName, *start, *tickName, *tick, *exampleName;
     };
-    const Spec invoice{&inv,
-                       "Invoice:",
-                       "InvPrefix_txt",
-                       "INV",
-                       "InvStart_txt",
-                       "100001",
-                       "Inv_chk",
-                       "Use Free Form Invoice Creation",
-                       "InvExample_lbl"};
-    const Spec credit{&crd,
-                      "Credit:",
-                      "CrdPrefix_txt",
-                      "CRD",
-                      "CrdStart_txt",
-                      "200001",
-                      "Crd_chk",
-                      "Use Free Form Credit Note Creation",
-                      "CrdExample_lbl"};
-    const Spec customer{&cus,
-                        "Customer:",
-                        "CusPrefix_txt",
-                        "CUS",
-                        "CusStart_txt",
-                        "100001",
-                        "Cus_chk",
-                        "Use Free Form Customer No .Creation",
-                        "CusExample_lbl"};
-    const Spec item{&prt,
-                    nullptr,
-                    "PrtPrefix_txt",
-                    nullptr,
-                    "PrtStart_txt",
-                    "100001",
-                    "Part_chk",
-                    "Use Free Form Item\\Part No Creation",
-                    "PrtExample_lbl"};
-    const Spec order[] = {invoice, credit, page.itemBeforeCustomer ? item : customer,
-                          page.itemBeforeCustomer ? customer : item};
+    const RowDesign invoice{&inv,
+                            "Invoice:",
+                            "InvPrefix_txt",
+                            "INV",
+                            "InvStart_txt",
+                            "100001",
+                            "Inv_chk",
+                            "Use Free Form Invoice Creation",
+                            "InvExample_lbl"};
+    const RowDesign credit{&crd,
+                           "Credit:",
+                           "CrdPrefix_txt",
+                           "CRD",
+                           "CrdStart_txt",
+                           "200001",
+                           "Crd_chk",
+                           "Use Free Form Credit Note Creation",
+                           "CrdExample_lbl"};
+    const RowDesign customer{&cus,
+                             "Customer:",
+                             "CusPrefix_txt",
+                             "CUS",
+                             "CusStart_txt",
+                             "100001",
+                             "Cus_chk",
+                             "Use Free Form Customer No .Creation",
+                             "CusExample_lbl"};
+    const RowDesign item{&prt,
+                         nullptr,
+                         "PrtPrefix_txt",
+                         nullptr,
+                         "PrtStart_txt",
+                         "100001",
+                         "Part_chk",
+                         "Use Free Form Item\\Part No Creation",
+                         "PrtExample_lbl"};
+    const RowDesign order[] = {invoice, credit, page.itemBeforeCustomer ? item : customer,
+                               page.itemBeforeCustomer ? customer : item};
     int r = 1;
-    for (const Spec& s : order) {
+    for (const RowDesign& s : order) {
         NumberRow& row = *s.row;
         const bool isItem = s.row == &prt;
         grid->addWidget(label(isItem ? page.itemLabel : QLatin1String(s.caption), frame), r, 0);
