@@ -3,6 +3,8 @@
 #include "customers/frmAddCust.h"
 #include "customers/frmCustomer.h"
 #include "items/frm_Parts.h"
+#include "options/frmOptions.h"
+#include "options/frm_setup.h"
 #include "platform/Platform.h"
 #include "safety/BackupRestore.h"
 #include "shell/Globals.h"
@@ -71,7 +73,10 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
 
     QMenu* tools = menuBar()->addMenu(QStringLiteral("Tools"));
     tools->setObjectName(QStringLiteral("mnuTools"));
-    action(tools, "mnuOptions", QStringLiteral("&Options"));
+    connect(action(tools, "mnuOptions", QStringLiteral("&Options")), &QAction::triggered, this, [this] {
+        frmOptions window(this);
+        openModal(window);
+    });
     action(tools, "mnuWeb", QStringLiteral("&Web"));
     // Off by design: the import reads one fixed file and is not for everyday use.
     action(tools, "mnuImport", QStringLiteral("Import"))->setEnabled(false);
@@ -273,9 +278,14 @@ int frmMain::openModal(QDialog& window)
 
 void frmMain::MDIForm_Activate()
 {
-    // A first run opens the setup wizard here, and a "Show Debtors at Startup" the debtor
-    // list on the first activation; both arrive with their windows. Until then a first
-    // run simply shows the main window.
+    if (SetupDone == 0) {
+        frm_setup wizard(this);
+        showModal(wizard);
+        if (SetupDone == 0)  // cancelled: the program ends
+            close();
+    }
+    // "Show Debtors at Startup" opens the debtor list here on the first activation, when
+    // that window arrives.
     ++FrontCount;
 }
 

@@ -1,0 +1,614 @@
+#include "options/frmOptions.h"
+
+#include "options/Numbering.h"
+#include "options/SetupControls.h"
+#include "platform/Platform.h"
+#include "shell/Globals.h"
+#include "store/Connection.h"
+#include "store/Functions.h"
+#include "store/Numbers.h"
+#include "store/Recordset.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QDateEdit>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QVBoxLayout>
+
+using namespace platform;
+
+namespace
+{
+
+const QString Module = QStringLiteral("frmOptions");
+
+template <class T> T* named(T* widget, const char* name)
+{
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+QCheckBox* tick(const char* name, const char* caption, QWidget* parent)
+{
+    return named(new QCheckBox(QLatin1String(caption), parent), name);
+}
+
+QPushButton* button(const char* name, const char* caption, QWidget* parent)
+{
+    auto* b = named(new QPushButton(QLatin1String(caption), parent), name);
+    b->setAutoDefault(false);
+    return b;
+}
+
+// A flag column ticks its box at 1 only; a Null is no tick.
+bool isOn(const Value& value)
+{
+    return !value.isNull() && value.toDouble() == 1;
+}
+
+qint16 flagOf(const QCheckBox* box)
+{
+    return box->isChecked() ? 1 : 0;
+}
+
+} // namespace
+
+frmOptions::frmOptions(QWidget* parent)
+    : QDialog(parent), c_(new SetupControls(this, true)), rs_(std::make_unique<Recordset>())
+{
+    setObjectName(Module);
+    setWindowTitle(QStringLiteral("Options"));
+    resize(780, 500);
+    auto* layout = new QVBoxLayout(this);
+
+    tbsOptions = named(new QTabBar(this), "tbsOptions");
+    const char* tabs[8][3] = {
+        {"Company", "Set Name & Address", "Business Name and Address"},
+        {"Currency", "Set Options for Currency and Tax", "Currency and Date"},
+        {"Prefixes", "Set Options for Prefixes", "Prefixes"},
+        {"Set Defaults", "Set Options for Defaults", "Defaults"},
+        {"Invoice 1", "Set Options for Invoice Layout", "Invoice 1  Layout"},
+        {"Invoice 2", "Set Options for Invoice Layout", "Invoice 2  Layout"},
+        {"Reminders", "Set Options for Reminders", "Reminders"},
+        {"Customize", "", "Customize Screens"},
+    };
+    auto* pages = new QGridLayout;
+    for (int i = 0; i < 8; ++i) {
+        tbsOptions->addTab(QLatin1String(tabs[i][0]));
+        tbsOptions->setTabToolTip(i, QLatin1String(tabs[i][1]));
+        Frame1[i] = new QGroupBox(QLatin1String(tabs[i][2]), this);
+        Frame1[i]->setObjectName(QStringLiteral("Frame1(%1)").arg(i));
+        pages->addWidget(Frame1[i], 0, 0);
+    }
+    layout->addWidget(tbsOptions);
+    layout->addLayout(pages);
+    c_->buildCompanyPage(Frame1[0]);
+    c_->buildCurrencyPage(Frame1[1], QStringLiteral("$"));
+    c_->buildPrefixPage(Frame1[2],
+                        {QStringLiteral("Next Number"), QStringLiteral("Itrem\\Part:"), QStringLiteral("PRT"), false});
+    auto* check = button("CheckRanges_cmd", "Check Prefix Numbers", Frame1[2]);
+    static_cast<QGridLayout*>(Frame1[2]->layout())->addWidget(check, 6, 0, 1, 2);
+    connect(check, &QPushButton::clicked, this, &frmOptions::CheckRanges_cmd_Click);
+    buildDefaultsPage(Frame1[3]);
+    buildInvoicePage(Frame1[4]);
+    buildLayoutPage(Frame1[5]);
+    buildRemindersPage(Frame1[6]);
+    buildCustomizePage(Frame1[7]);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    auto* ok = button("cmdOK", "OK", this);
+    auto* cancel = button("cmdCancel", "Cancel", this);
+    auto* apply = button("cmdApply", "Apply", this);
+    for (QPushButton* b : {ok, cancel, apply})
+        buttons->addWidget(b);
+    layout->addLayout(buttons);
+    connect(ok, &QPushButton::clicked, this, &frmOptions::cmdOK_Click);
+    connect(cancel, &QPushButton::clicked, this, &frmOptions::cmdCancel_Click);
+    connect(apply, &QPushButton::clicked, this, &frmOptions::cmdApply_Click);
+    connect(tbsOptions, &QTabBar::currentChanged, this, &frmOptions::showFrame);
+    showFrame(0);
+
+    // The window sees Ctrl+Tab before any of its controls.
+    installEventFilter(this);
+    for (QWidget* w : findChildren<QWidget*>())
+        w->installEventFilter(this);
+
+    // Opening: the logo, and the country of the currency in use, as if clicked; what
+    // the click writes is overwritten by the row below.
+    if (QFileInfo(settings.Logopath).isFile())
+        Load_picture(settings.Logopath);
+    const int country = settings.Currency == QStringLiteral("$")        ? 0
+                        : settings.Currency == QStringLiteral("\u00a3") ? 1
+                                                                        : 2;
+    c_->Option[country]->setChecked(true);
+    c_->Option_Click(country);
+
+    // Coming up.
+    c_->Name_txt->setFocus();
+    Trap(Module, "Form_Activate",
+         [this] { rs_->open(QStringLiteral("system"), ConnectionString, Recordset::adLockPessimistic); });
+    Load_system();
+    Settings();
+    Tick_Captions();
+}
+
+frmOptions::~frmOptions() = default;
+
+void frmOptions::buildDefaultsPage(QGroupBox* frame)
+{
+    auto* grid = new QGridLayout(frame);
+    auto picker = [&](const char* name) {
+        auto* p = named(new QDateEdit(frame), name);
+        p->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
+        p->setCalendarPopup(true);
+        p->setDate(today()); // a picker starts on today until the row says otherwise
+        return p;
+    };
+    DTPicker1 = picker("DTPicker1");
+    DTPicker2 = picker("DTPicker2");
+    Present_chk = tick("Present_chk", "Present Date", frame);
+    DebtorStart = tick("DebtorStart", "Debtors to display at Startup", frame);
+    confirmBackup_chk = tick("confirmBackup_chk", "Check for Backup on Exit", frame);
+    ConfirmAll_chk = tick("ConfirmAll_chk", "Remove all Confirmation Questions", frame);
+    grid->addWidget(new QLabel(QStringLiteral("Default Start Date:"), frame), 0, 0);
+    grid->addWidget(DTPicker1, 0, 1);
+    grid->addWidget(new QLabel(QStringLiteral("Default End Date:"), frame), 1, 0);
+    grid->addWidget(DTPicker2, 1, 1);
+    grid->addWidget(named(new QLabel(QStringLiteral("OR"), frame), "Label24"), 1, 2);
+    grid->addWidget(Present_chk, 1, 3);
+    grid->addWidget(DebtorStart, 2, 0, 1, 4);
+    grid->addWidget(confirmBackup_chk, 3, 0, 1, 4);
+    grid->addWidget(ConfirmAll_chk, 4, 0, 1, 4);
+    grid->setRowStretch(5, 1);
+    connect(Present_chk, &QCheckBox::clicked, this, [this](bool ticked) { DTPicker2->setEnabled(!ticked); });
+}
+
+void frmOptions::buildInvoicePage(QGroupBox* frame)
+{
+    auto* grid = new QGridLayout(frame);
+    Shipping_chk = tick("Shipping_chk", "Include Delivery Address", frame);
+    Statement_chk = tick("Statement_chk", "Include Statement", frame);
+    Terms_Chk = tick("Terms_Chk", "Include Terms and Conditions", frame);
+    statement_txt = new LimitedTextEdit(QStringLiteral("statement_txt"), 100, frame);
+    terms_txt = new LimitedTextEdit(QStringLiteral("terms_txt"), 200, frame);
+    c_->selectOnFocus(statement_txt);
+    c_->selectOnFocus(terms_txt);
+    grid->addWidget(Shipping_chk, 0, 0);
+    grid->addWidget(Statement_chk, 1, 0);
+    grid->addWidget(Terms_Chk, 2, 0);
+    grid->addWidget(new QLabel(QStringLiteral("Statement at the bottom:"), frame), 3, 0);
+    grid->addWidget(statement_txt, 4, 0);
+    grid->addWidget(new QLabel(QStringLiteral("Terms and Conditions:"), frame), 5, 0);
+    grid->addWidget(terms_txt, 6, 0);
+    for (QCheckBox* b : {Shipping_chk, Statement_chk, Terms_Chk})
+        connect(b, &QCheckBox::clicked, this, &frmOptions::Show_Sample);
+
+    // A small invoice drawn with boxes: each part a shape and its caption.
+    auto* sample = new QGridLayout;
+    auto part = [&](const char* shape, const char* caption, const char* text, int row, int column) {
+        auto* box = named(new QFrame(frame), shape);
+        box->setFrameShape(QFrame::Box);
+        box->setMinimumSize(90, 28);
+        auto* words = named(new QLabel(QLatin1String(text), frame), caption);
+        words->setAlignment(Qt::AlignCenter);
+        sample->addWidget(box, row, column);
+        sample->addWidget(words, row, column);
+        return std::pair<QWidget*, QWidget*>(box, words);
+    };
+    part("company1", "company2", "Company Address", 0, 0);
+    sample->addWidget(named(new QLabel(QStringLiteral("INVOICE"), frame), "Label12"), 0, 1);
+    sample->addWidget(named(new QLabel(QStringLiteral("100001"), frame), "No"), 1, 1);
+    part("billing1", "billing2", "Billing Address", 2, 0);
+    std::tie(shipping1, shipping2) = part("shipping1", "shipping2", "Delivery Address", 2, 1);
+    std::tie(statement1, statement2) = part("statement1", "statement2", "Statement", 3, 0);
+    std::tie(terms1, terms2) = part("terms1", "terms2", "Terms and Conditions", 4, 0);
+    grid->addLayout(sample, 0, 1, 7, 1);
+}
+
+void frmOptions::buildLayoutPage(QGroupBox* frame)
+{
+    auto* grid = new QGridLayout(frame);
+    auto* types = named(new QGroupBox(QStringLiteral("Invoice Type"), frame), "Frame3");
+    auto* typesLayout = new QVBoxLayout(types);
+    invoiceTypes_ = new QButtonGroup(this);
+    for (int i = 0; i < 6; ++i) {
+        Opt[i] = new QRadioButton(QStringLiteral("Invoice Type %1").arg(i + 1), types);
+        Opt[i]->setObjectName(QStringLiteral("Opt%1").arg(i + 1));
+        invoiceTypes_->addButton(Opt[i], i + 1);
+        typesLayout->addWidget(Opt[i]);
+    }
+    grid->addWidget(types, 0, 0, 3, 1);
+    grid->addWidget(new QLabel(QStringLiteral("Invoice Logo:"), frame), 0, 1);
+    path_lbl = named(new QLabel(frame), "path_lbl");
+    path_lbl->setWordWrap(true);
+    grid->addWidget(path_lbl, 0, 2, 1, 2);
+    logopic = named(new QLabel(frame), "logopic");
+    logopic->setFixedSize(160, 120);
+    logopic->setScaledContents(true);
+    grid->addWidget(logopic, 1, 1, 1, 3);
+    auto* select = button("Select_cmd", "Select Logo", frame);
+    auto* erase = button("Erase_cmd", "Erase Logo", frame);
+    grid->addWidget(select, 2, 1);
+    grid->addWidget(erase, 2, 2);
+    connect(select, &QPushButton::clicked, this, &frmOptions::Select_cmd_Click);
+    connect(erase, &QPushButton::clicked, this, &frmOptions::Erase_cmd_Click);
+}
+
+void frmOptions::buildRemindersPage(QGroupBox* frame)
+{
+    auto* grid = new QGridLayout(frame);
+    const char* captions[] = {"First Reminder", "Second Reminder", "Final Reminder"};
+    for (int i = 0; i < 3; ++i) {
+        Reminder[i] = new LimitedTextEdit(QStringLiteral("Reminder%1").arg(i + 1), 250, frame);
+        c_->selectOnFocus(Reminder[i]);
+        grid->addWidget(new QLabel(QLatin1String(captions[i]), frame), 2 * i, 0);
+        grid->addWidget(Reminder[i], 2 * i + 1, 0);
+    }
+    auto* restore = button("RestoreReminders_cmd", "Restore Defaults", frame);
+    grid->addWidget(restore, 6, 0, Qt::AlignRight);
+    connect(restore, &QPushButton::clicked, this, &frmOptions::RestoreReminders_cmd_Click);
+}
+
+void frmOptions::buildCustomizePage(QGroupBox* frame)
+{
+    auto* layout = new QHBoxLayout(frame);
+    auto* invoice = named(new QGroupBox(QStringLiteral("Invoice Screen"), frame), "Frame4");
+    auto* invoiceGrid = new QGridLayout(invoice);
+    const char* captions[] = {"Include Sales Person", "Include Sales Order", "Include Shipped By",
+                              "IncludeTracking No"};
+    for (int i = 0; i < 4; ++i) {
+        chk[i] = new QCheckBox(QLatin1String(captions[i]), invoice);
+        chk[i]->setObjectName(QStringLiteral("chk%1").arg(i + 1));
+        Text[i] = new QLineEdit(invoice);
+        Text[i]->setObjectName(QStringLiteral("Text%1").arg(i + 1));
+        Text[i]->setMaxLength(20);
+        invoiceGrid->addWidget(chk[i], i, 0);
+        invoiceGrid->addWidget(Text[i], i, 1);
+        connect(Text[i], &QLineEdit::textEdited, this, &frmOptions::Tick_Captions);
+    }
+    auto* customer = named(new QGroupBox(QStringLiteral("Customer Screen"), frame), "Frame5");
+    auto* customerLayout = new QVBoxLayout(customer);
+    fax_chk = tick("fax_chk", "Include Fax", customer);
+    phone_chk = tick("phone_chk", "Include Phone", customer);
+    email_chk = tick("email_chk", "Include Email", customer);
+    Shipping1_chk = tick("Shipping1_chk", "Include Delivery Address", customer);
+    mobile_chk = tick("mobile_chk", "Include Mobile", customer);
+    for (QCheckBox* b : {fax_chk, phone_chk, email_chk, Shipping1_chk, mobile_chk})
+        customerLayout->addWidget(b);
+    layout->addWidget(invoice);
+    layout->addWidget(customer);
+}
+
+void frmOptions::showFrame(int index)
+{
+    for (int i = 0; i < 8; ++i)
+        Frame1[i]->setVisible(i == index);
+}
+
+bool frmOptions::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Tab && key->modifiers() == Qt::ControlModifier) {
+            tbsOptions->setCurrentIndex((tbsOptions->currentIndex() + 1) % tbsOptions->count());
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void frmOptions::Load_picture(const QString& path)
+{
+    logopic->setPixmap(QPixmap(path));
+}
+
+QString frmOptions::selectedInvoiceType() const
+{
+    const int id = invoiceTypes_->checkedId();
+    return id > 0 ? QString::number(id) : QString();
+}
+
+void frmOptions::Load_system()
+{
+    BusyTrap(Module, "Load_system", [this] {
+        Recordset& rs = *rs_;
+        if (rs.recordCount() <= 0) {
+            Default_Includes();
+            Restore_Reminders();
+            return;
+        }
+        rs.moveFirst();
+        // Read directly, a Null fails; through Null_to_text it reads as empty.
+        auto direct = [&](const QString& column) { return rs.field(column).toText(); };
+        auto text = [&](const QString& column) { return Null_to_text(rs.field(column)); };
+        auto flag = [&](QCheckBox* box, const QString& column) { box->setChecked(isOn(rs.field(column))); };
+
+        c_->Name_txt->setText(direct("BusinessName"));
+        c_->Address_txt->setText(direct("Address"));
+        c_->Phone_txt->setText(direct("Phone"));
+        c_->Mobile_txt->setText(direct("Mobile"));
+        c_->email_txt->setText(direct("Email"));
+        c_->WebAddress_txt->setText(direct("Web"));
+        c_->currency_txt->setText(direct("Currency"));
+        const bool tax = isOn(rs.field(QStringLiteral("TaxEnabled")));
+        c_->TaxEnabled_chk->setChecked(tax);
+        if (tax)
+            c_->Show_Tax_Fields();
+        else
+            c_->Hide_Tax_Fields();
+        c_->TaxName_txt->setText(direct("TaxName"));
+        c_->TaxAmount_txt->setText(numberText(rs.field(QStringLiteral("TaxAmount")).toDouble()));
+        c_->TaxNumber_txt->setText(direct("TaxNo"));
+        // The credit prefix and next number keep their designed values: the series numbers nothing.
+        c_->inv.prefix->setText(direct("InvPrefix"));
+        c_->cus.prefix->setText(direct("CustPrefix"));
+        c_->prt.prefix->setText(direct("PartPrefix"));
+        c_->cus.start->setText(direct("CustStart"));
+        c_->inv.start->setText(direct("Invstart"));
+        c_->prt.start->setText(direct("PartStart"));
+        flag(c_->inv.freeForm, "FreeformInv");
+        flag(c_->cus.freeForm, "freeformCus");
+        flag(c_->prt.freeForm, "freeformPart");
+        flag(c_->crd.freeForm, "FreeformCrd");
+
+        const QString start = text("DefaultStart");
+        DTPicker1->setDate(Value(start.isEmpty() ? QStringLiteral("01/01/2005") : start).toDate().date());
+        DTPicker2->setDate(Value(text("DefaultEnd")).toDate().date());
+        flag(Present_chk, "Present");
+        DTPicker2->setEnabled(!Present_chk->isChecked());
+        flag(DebtorStart, "Debtorstart");
+        flag(confirmBackup_chk, "ConfirmBackup");
+        flag(ConfirmAll_chk, "ConfirmAll");
+
+        flag(Shipping_chk, "IncludeShipping");
+        flag(Statement_chk, "IncludeStatement");
+        flag(Terms_Chk, "IncludeTerms");
+        statement_txt->setText(text("Statement"));
+        terms_txt->setText(text("terms1"));
+
+        const QString type = text("InvoiceType");
+        const int chosen = type.isEmpty() ? 1 : QStringList{"1", "2", "3", "4", "5", "6"}.indexOf(type) + 1;
+        invoiceTypes_->setExclusive(false);
+        for (int i = 0; i < 6; ++i)
+            Opt[i]->setChecked(i + 1 == chosen);
+        invoiceTypes_->setExclusive(true);
+        path_lbl->setText(text("logopath"));
+
+        for (int i = 0; i < 3; ++i)
+            Reminder[i]->setText(text(QStringLiteral("Reminder%1").arg(i + 1)));
+        for (int i = 0; i < 4; ++i) {
+            flag(chk[i], QStringLiteral("text%1Visible").arg(i + 1));
+            Text[i]->setText(text(QStringLiteral("text%1Name").arg(i + 1)));
+        }
+        flag(fax_chk, "FaxVisible");
+        flag(phone_chk, "phoneVisible");
+        flag(email_chk, "emailVisible");
+        flag(Shipping1_chk, "shippingVisible");
+        flag(mobile_chk, "mobileVisible");
+    });
+    c_->Show_Number_Boxes();
+    Show_Sample();
+    c_->ShowExamples();
+}
+
+void frmOptions::Update()
+{
+    BusyTrap(Module, "Update", [this] {
+        Recordset& rs = *rs_;
+        if (rs.recordCount() <= 0)
+            rs.addNew();
+        else
+            rs.moveFirst();
+        auto set = [&](const char* column, const Value& value) { rs.setField(QLatin1String(column), value); };
+        c_->writeRow(rs, true);
+        set("DefaultStart", dateText(DTPicker1->date()));
+        set("DefaultEnd", dateText(DTPicker2->date()));
+        set("present", flagOf(Present_chk));
+        set("Debtorstart", flagOf(DebtorStart));
+        set("ConfirmBackup", flagOf(confirmBackup_chk));
+        set("ConfirmAll", flagOf(ConfirmAll_chk));
+        set("includeshipping", flagOf(Shipping_chk));
+        set("includeStatement", flagOf(Statement_chk));
+        set("includeterms", flagOf(Terms_Chk));
+        set("Statement", statement_txt->text().trimmed());
+        set("terms1", terms_txt->text().trimmed());
+        if (!selectedInvoiceType().isEmpty())
+            set("InvoiceType", selectedInvoiceType());
+        set("logopath", path_lbl->text().trimmed());
+        for (int i = 0; i < 3; ++i)
+            rs.setField(QStringLiteral("Reminder%1").arg(i + 1), Reminder[i]->text().trimmed());
+        for (int i = 0; i < 4; ++i) {
+            rs.setField(QStringLiteral("text%1Visible").arg(i + 1), flagOf(chk[i]));
+            rs.setField(QStringLiteral("text%1Name").arg(i + 1), Text[i]->text().trimmed());
+        }
+        set("FaxVisible", flagOf(fax_chk));
+        set("phoneVisible", flagOf(phone_chk));
+        set("emailVisible", flagOf(email_chk));
+        set("shippingVisible", flagOf(Shipping1_chk));
+        set("mobileVisible", flagOf(mobile_chk));
+        rs.update();
+        Settings();
+    });
+}
+
+void frmOptions::Settings()
+{
+    Trap(Module, "Settings", [this] {
+        c_->toSettings();
+        SettingsRecord& s = settings;
+        s.DefaultStart = dateText(DTPicker1->date());
+        s.DefaultEnd = dateText(DTPicker2->date());
+        s.Present = flagOf(Present_chk);
+        s.Debtorstart = flagOf(DebtorStart);
+        s.ConfirmBackup = flagOf(confirmBackup_chk);
+        s.ConfirmAll = flagOf(ConfirmAll_chk);
+        s.IncludeShipping = flagOf(Shipping_chk);
+        s.IncludeStatement = flagOf(Statement_chk);
+        s.IncludeTerms = flagOf(Terms_Chk);
+        s.Statement = statement_txt->text().trimmed();
+        s.terms1 = terms_txt->text().trimmed();
+        if (!selectedInvoiceType().isEmpty())
+            s.InvoiceType = selectedInvoiceType();
+        s.Logopath = path_lbl->text().trimmed();
+        s.Reminder1 = Reminder[0]->text().trimmed();
+        s.Reminder2 = Reminder[1]->text().trimmed();
+        s.Reminder3 = Reminder[2]->text().trimmed();
+        qint16* visible[] = {&s.text1Visible, &s.text2Visible, &s.text3Visible, &s.text4Visible};
+        FixedText<30>* names[] = {&s.text1Name, &s.text2Name, &s.text3Name, &s.text4Name};
+        for (int i = 0; i < 4; ++i) {
+            *visible[i] = flagOf(chk[i]);
+            *names[i] = Text[i]->text().trimmed();
+        }
+        s.FaxVisible = flagOf(fax_chk);
+        s.phoneVisible = flagOf(phone_chk);
+        s.emailVisible = flagOf(email_chk);
+        s.shippingVisible = flagOf(Shipping1_chk);
+        s.mobileVisible = flagOf(mobile_chk);
+    });
+}
+
+void frmOptions::Restore_Reminders()
+{
+    for (int i = 0; i < 3; ++i)
+        Reminder[i]->setText(Default_reminder(i + 1));
+}
+
+void frmOptions::Default_Includes()
+{
+    Terms_Chk->setChecked(true);
+    Shipping_chk->setChecked(true);
+    Statement_chk->setChecked(true);
+}
+
+void frmOptions::Show_Sample()
+{
+    terms1->setVisible(Terms_Chk->isChecked());
+    terms2->setVisible(Terms_Chk->isChecked());
+    shipping1->setVisible(Shipping_chk->isChecked());
+    shipping2->setVisible(Shipping_chk->isChecked());
+    statement1->setVisible(Statement_chk->isChecked());
+    statement2->setVisible(Statement_chk->isChecked());
+}
+
+void frmOptions::Tick_Captions()
+{
+    for (int i = 0; i < 4; ++i)
+        chk[i]->setText(QStringLiteral("Include ") + Text[i]->text());
+}
+
+// The Prefixes page comes up over the others while the tab strip keeps its tab.
+int frmOptions::CheckNumberLength()
+{
+    return c_->CheckNumberLength([this] { showFrame(2); });
+}
+
+int frmOptions::CheckNo(Series series)
+{
+    const SetupControls::NumberRow& row = series == Series::Invoice    ? c_->inv
+                                          : series == Series::Customer ? c_->cus
+                                                                       : c_->prt;
+    int inUse = 0;
+    Trap(Module,
+         series == Series::Invoice    ? "CheckInvNo"
+         : series == Series::Customer ? "CheckCustNo"
+                                      : "CheckItemNo",
+         [&] { inUse = Number_in_use(series, row.prefix->text() + row.start->text()) ? 1 : 0; });
+    return inUse;
+}
+
+int frmOptions::CheckInvNo()
+{
+    return CheckNo(Series::Invoice);
+}
+int frmOptions::CheckCustNo()
+{
+    return CheckNo(Series::Customer);
+}
+int frmOptions::CheckItemNo()
+{
+    return CheckNo(Series::Item);
+}
+
+int frmOptions::Check_numbers()
+{
+    if (CheckNumberLength() == 1)
+        return 1;
+    const std::pair<Series, const SetupControls::NumberRow*> order[] = {
+        {Series::Invoice, &c_->inv}, {Series::Item, &c_->prt}, {Series::Customer, &c_->cus}};
+    for (const auto& [series, row] : order) {
+        if (row->freeForm->isChecked() || CheckNo(series) == 0)
+            continue;
+        showFrame(2);
+        row->start->setFocus();
+        return 1;
+    }
+    return 0;
+}
+
+void frmOptions::CheckRanges_cmd_Click()
+{
+    if (Check_numbers() == 0)
+        MsgBox(QStringLiteral("All prefix numbers are OK"), vbInformation, QStringLiteral("All OK"));
+}
+
+void frmOptions::cmdApply_Click()
+{
+    if (Check_numbers() == 0)
+        Update();
+}
+
+void frmOptions::cmdOK_Click()
+{
+    if (Check_numbers() == 1)
+        return;
+    Update();
+    rs_->close();
+    accept();
+}
+
+void frmOptions::cmdCancel_Click()
+{
+    rs_->close();
+    QDialog::reject();
+}
+
+void frmOptions::Select_cmd_Click()
+{
+    FileDialogRequest request;
+    request.filter = QStringLiteral("Picture File (*.jpg,*.bmp)|*.bmp;*.jpg");
+    request.filterIndex = 1;
+    request.fileName = dialogFileName_;
+    // A cancelled dialog leaves its file name as it was, and that name is taken.
+    if (const auto chosen = ShowOpen(request))
+        dialogFileName_ = *chosen;
+    if (dialogFileName_.size() > 200) {
+        MsgBox(QStringLiteral("Path too long. Move the picture to another location and try again."), vbExclamation,
+               QStringLiteral("Path too Long"));
+        return;
+    }
+    path_lbl->setText(dialogFileName_);
+    Load_picture(dialogFileName_);
+}
+
+void frmOptions::Erase_cmd_Click()
+{
+    path_lbl->clear();
+    logopic->clear();
+}
+
+void frmOptions::RestoreReminders_cmd_Click()
+{
+    if (MsgBox(QStringLiteral("Are you sure you want to restore default reminders"), vbYesNo + vbQuestion,
+               QStringLiteral("Are You Sure?")) == vbYes)
+        Restore_Reminders();
+}

@@ -1,0 +1,346 @@
+#include "OptionsTests.h"
+
+#include "options/SetupControls.h"
+#include "options/frm_setup.h"
+#include "shell/Globals.h"
+#include "shell/frmMain.h"
+
+#include <QCheckBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+using namespace platform;
+
+namespace
+{
+
+void click(QDialog& d, const char* name)
+{
+    control<QAbstractButton>(d, QLatin1String(name))->click();
+}
+QLineEdit* box(QDialog& d, const char* name)
+{
+    return control<QLineEdit>(d, QLatin1String(name));
+}
+QString exampleText(QDialog& d, const char* name)
+{
+    return control<QLabel>(d, QLatin1String(name))->text();
+}
+bool pageShown(QDialog& d, int i)
+{
+    return control<QWidget>(d, QStringLiteral("Frame1(%1)").arg(i))->isVisible();
+}
+
+// Puts the wizard on screen so that visibility and focus are those the user sees.
+void showUp(QDialog& d)
+{
+    d.show();
+    QApplication::setActiveWindow(&d);
+    QVERIFY(QTest::qWaitForWindowActive(&d));
+}
+
+const QString Reminder1 = QStringLiteral(
+    "We have not been able to register payment for the invoice listed above and assume there has been an "
+    "oversight.We would appreciate payment in the coming days.");
+
+} // namespace
+
+class SetupTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    // A first start with no data file: the wizard over the main window, its three pages,
+    // and Finish writing the row and the record; the user goes on in the same run.
+    void firstRunFinish()
+    {
+        TestUi ui;
+        frmMain w;
+        w.MDIForm_Load();
+        ui.onModal("frm_setup", [&](QDialog& d) {
+            [&] {
+                showUp(d);
+                QVERIFY(pageShown(d, 0) && !pageShown(d, 1) && !pageShown(d, 2));
+                QVERIFY(!control<QPushButton>(d, "Back_cmd")->isEnabled());
+                QVERIFY(!control<QPushButton>(d, "Finish_cmd")->isVisible());
+                QCOMPARE(QApplication::focusWidget(), box(d, "Name_txt"));
+                QTest::keyClicks(box(d, "Name_txt"), "  Velk Ltd  ");
+                QTest::keyClicks(control<QPlainTextEdit>(d, "Address_txt"), " 1 High St");
+                QTest::keyClicks(box(d, "Phone_txt"), " 0123 ");
+                click(d, "Next_cmd");
+                QVERIFY(!pageShown(d, 0) && pageShown(d, 1));
+                QVERIFY(control<QRadioButton>(d, "Option1")->isChecked());
+                QVERIFY(!box(d, "TaxName_txt")->isVisible());
+                click(d, "Option2");
+                click(d, "TaxEnabled_chk");
+                QVERIFY(box(d, "TaxName_txt")->isVisible() && control<QLabel>(d, "tax7_lbl")->isVisible());
+                QTest::keyClicks(box(d, "TaxNumber_txt"), "GB 123");
+                click(d, "Next_cmd");
+                QVERIFY(pageShown(d, 2));
+                QVERIFY(!control<QPushButton>(d, "Next_cmd")->isVisible());
+                QVERIFY(control<QPushButton>(d, "Finish_cmd")->isVisible());
+                QCOMPARE(exampleText(d, "PrtExample_lbl"), "ITE100001");
+                box(d, "CrdPrefix_txt")->clear();
+                QTest::keyClicks(box(d, "CrdPrefix_txt"), "CN");
+                QCOMPARE(exampleText(d, "CrdExample_lbl"), "CN200001");
+                click(d, "Part_chk");
+                ui.expectBox("Update?", "Are you sure you want to update?", vbYes, vbYesNo + vbQuestion);
+                click(d, "Finish_cmd");
+            }();
+            return d.result();
+        });
+        w.MDIForm_Activate();
+        VERIFY_UI(ui);
+        QCOMPARE(SetupDone, 1);
+        QVERIFY(!w.unloaded());
+        QCOMPARE(FrontCount, 1);
+
+        QCOMPARE(rowCount("System"), 1);
+        const QMap<QString, QString> row{
+            {"BusinessName", "Velk Ltd"},
+            {"Address", " 1 High St"},
+            {"Phone", " 0123 "},
+            {"Currency", "\u00a3"},
+            {"TaxName", "Vat"},
+            {"TaxAmount", "17.5"},
+            {"TaxNo", "GB 123"},
+            {"TaxEnabled", "1"},
+            {"InvPrefix", "INV"},
+            {"PartPrefix", "ITE"},
+            {"CustPrefix", "CUS"},
+            {"Invstart", "100001"},
+            {"CrdStart", "200001"},
+            {"FreeformPart", "1"},
+            {"FreeformInv", "0"},
+            {"DefaultStart", "01/01/2005"},
+            {"DefaultEnd", "22/11/2026"},
+            {"Debtorstart", "0"},
+            {"Reminder1", Reminder1},
+            {"includeshipping", "0"},
+            {"includeterms", "1"},
+            {"Statement", "Thank you for your business"},
+            {"terms1", "Terms & Conditions:\nTo edit terms & conditions goto Options on the main menu and select the "
+                       "Invoice tab."},
+            {"ConfirmBackup", "1"},
+            {"mobileVisible", "1"},
+            {"text4Visible", "1"},
+            {"text2Name", "Shipping No"},
+            {"text3Name", "Sales No"},
+            {"present", "1"},
+            {"InvoiceType", "1"}};
+        for (auto it = row.begin(); it != row.end(); ++it)
+            QCOMPARE(firstRowValue("System", it.key()).toText(), it.value());
+        QVERIFY(firstRowValue("System", "CrdPrefix").isNull());
+        QVERIFY(firstRowValue("System", "ConfirmExit") == Value(0));
+
+        QCOMPARE(settings.BusinessName.text(), QString("Velk Ltd").leftJustified(30));
+        QCOMPARE(settings.Phone.trimmed(), "0123");
+        QCOMPARE(settings.CrdPrefix, "CN");
+        QCOMPARE(settings.DefaultEnd, "22/11/2026");
+        QCOMPARE(settings.TaxAmount, 17.5);
+        QCOMPARE(settings.freeformPart, 1);
+        QCOMPARE(settings.Reminder1, Reminder1);
+        QCOMPARE(settings.text1Name.trimmed(), "Sales Person");
+        QCOMPARE(settings.ConfirmBackup, 1);
+        QCOMPARE(settings.Present, 1);
+    }
+
+    // Cancel ends the program and leaves the data file without a row; the next start
+    // runs the wizard again.
+    void firstRunCancel_data()
+    {
+        QTest::addColumn<bool>("fileExists");
+        QTest::newRow("no data file") << false;
+        QTest::newRow("data file without a settings row") << true;
+    }
+    void firstRunCancel()
+    {
+        QFETCH(bool, fileExists);
+        TestUi ui;
+        if (fileExists) {
+            makeDataFile();
+            resetGlobals();
+        }
+        frmMain w;
+        w.MDIForm_Load();
+        ui.onModal("frm_setup", [&](QDialog& d) {
+            ui.expectBox("Cancel?", "Are you sure you want to cancel?", vbNo, vbYesNo + vbQuestion);
+            click(d, "Cancel_cmd");
+            ui.expectBox("Cancel?", "Are you sure you want to cancel?", vbYes, vbYesNo + vbQuestion);
+            click(d, "Cancel_cmd");
+            return d.result();
+        });
+        w.MDIForm_Activate();
+        VERIFY_UI(ui);
+        QCOMPARE(SetupDone, 0);
+        QVERIFY(w.unloaded());
+        QVERIFY(QFile::exists(ui.file("data.mdb")));
+
+        resetGlobals();
+        frmMain again;
+        again.MDIForm_Load();
+        QCOMPARE(rowCount("System"), 0);
+        ui.onModal("frm_setup", [&](QDialog& d) {
+            ui.expectBox("Cancel?", "Are you sure you want to cancel?", vbYes);
+            click(d, "Cancel_cmd");
+            return d.result();
+        });
+        again.MDIForm_Activate();
+        VERIFY_UI(ui);
+        QVERIFY(again.unloaded());
+    }
+
+    // Finish checks the three numbered series in the order invoice, item, customer.
+    void finishLengthCheck_data()
+    {
+        QTest::addColumn<QString>("startBox");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("freeFormTick");
+        QTest::addColumn<QString>("title");
+
+        QTest::newRow("invoice of 3") << "InvStart_txt"
+                                      << "123"
+                                      << ""
+                                      << "Invoice Number";
+        QTest::newRow("invoice of 3, free form") << "InvStart_txt"
+                                                 << "123"
+                                                 << "Inv_chk"
+                                                 << "";
+        QTest::newRow("item of 3") << "PrtStart_txt"
+                                   << "999"
+                                   << ""
+                                   << "Item Number";
+        QTest::newRow("customer of 2") << "CusStart_txt"
+                                       << "12"
+                                       << ""
+                                       << "Customer Number";
+        QTest::newRow("credit of 1") << "CrdStart_txt"
+                                     << "1"
+                                     << ""
+                                     << "";
+        QTest::newRow("four is enough") << "InvStart_txt"
+                                        << "0001"
+                                        << ""
+                                        << "";
+    }
+    void finishLengthCheck()
+    {
+        QFETCH(QString, startBox);
+        QFETCH(QString, typed);
+        QFETCH(QString, freeFormTick);
+        QFETCH(QString, title);
+        TestUi ui;
+        makeDataFile();
+        frm_setup d;
+        showUp(d);
+        click(d, "Next_cmd");
+        click(d, "Next_cmd");
+        if (!freeFormTick.isEmpty()) {
+            // The tick closes its row's boxes and leaves their text and example alone.
+            control<QCheckBox>(d, freeFormTick)->click();
+            QVERIFY(!box(d, "InvPrefix_txt")->isEnabled() && !box(d, "InvStart_txt")->isEnabled());
+            QVERIFY(box(d, "CusStart_txt")->isEnabled());
+            QCOMPARE(exampleText(d, "InvExample_lbl"), "INV100001");
+        }
+        // A short customer number elsewhere shows that later series wait their turn.
+        box(d, "CusStart_txt")->setText("12");
+        QLineEdit* start = control<QLineEdit>(d, startBox);
+        start->setText(typed);
+        if (title.isEmpty()) {
+            if (startBox != "CusStart_txt")
+                box(d, "CusStart_txt")->setText("100001");
+            ui.expectBox("Update?", "Are you sure you want to update?", vbNo);
+        } else {
+            ui.expectBox(title, "Please enter a number 4 or more numbers long!", vbOK, vbExclamation);
+        }
+        click(d, "Finish_cmd");
+        VERIFY_UI(ui);
+        if (!title.isEmpty())
+            QCOMPARE(QApplication::focusWidget(), start);
+        QVERIFY(d.isVisible());
+        QCOMPARE(rowCount("System"), 0);
+        QCOMPARE(SetupDone, 0);
+    }
+
+    // What the keys leave in the boxes, and the example that follows them.
+    void keys_data()
+    {
+        QTest::addColumn<QString>("boxName");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("exampleName");
+        QTest::addColumn<QString>("example");
+
+        QTest::newRow("start: digits only") << "InvStart_txt"
+                                            << "12a-3 4.5"
+                                            << "12345"
+                                            << "InvExample_lbl"
+                                            << "INV12345";
+        QTest::newRow("start: eight at most") << "CusStart_txt"
+                                              << "1234567890"
+                                              << "12345678"
+                                              << "CusExample_lbl"
+                                              << "CUS12345678";
+        QTest::newRow("credit start: digits only") << "CrdStart_txt"
+                                                   << "2x"
+                                                   << "2"
+                                                   << "CrdExample_lbl"
+                                                   << "CRD2";
+        QTest::newRow("prefix: anything, four at most") << "PrtPrefix_txt"
+                                                        << "a 1bX"
+                                                        << "a 1b"
+                                                        << "PrtExample_lbl"
+                                                        << "a 1b100001";
+        QTest::newRow("percent: one point") << "TaxAmount_txt"
+                                            << "17.5.x"
+                                            << "17.5"
+                                            << ""
+                                            << "";
+        QTest::newRow("percent: five at most") << "TaxAmount_txt"
+                                               << "123456"
+                                               << "12345"
+                                               << ""
+                                               << "";
+        QTest::newRow("currency: one character") << "currency_txt"
+                                                 << "EUR"
+                                                 << "E"
+                                                 << ""
+                                                 << "";
+        QTest::newRow("tax name: ten at most") << "TaxName_txt"
+                                               << "GoodsAndServices"
+                                               << "GoodsAndSe"
+                                               << ""
+                                               << "";
+    }
+    void keys()
+    {
+        QFETCH(QString, boxName);
+        QFETCH(QString, typed);
+        QFETCH(QString, text);
+        QFETCH(QString, exampleName);
+        QFETCH(QString, example);
+        TestUi ui;
+        makeDataFile();
+        frm_setup d;
+        QLineEdit* b = control<QLineEdit>(d, boxName);
+        b->clear();
+        QTest::keyClicks(b, typed);
+        QCOMPARE(b->text(), text);
+        QTest::keyClick(b, Qt::Key_Backspace);
+        QCOMPARE(b->text(), text.chopped(1));
+        QTest::keyClicks(b, text.right(1));
+        if (!exampleName.isEmpty())
+            QCOMPARE(exampleText(d, qPrintable(exampleName)), example);
+        VERIFY_UI(ui);
+    }
+};
+
+QObject* newSetupTest()
+{
+    return new SetupTest;
+}
+
+#include "tst_setup.moc"
