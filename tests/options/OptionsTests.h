@@ -14,16 +14,7 @@ QObject* newOptionsTest();
 // Makes the data file as a first start does and connects to it; with a row given, the
 // System table gets it (the required columns filled unless given).
 void makeDataFile(const QMap<QString, Value>& systemRow = {});
-void insertRow(const QString& table, const QMap<QString, Value>& values);
 // A column of the first row of a table, or of the table's row count when it is empty.
 Value firstRowValue(const QString& table, const QString& column);
 int rowCount(const QString& table);
 
-// A control by name; a missing one fails the run at once rather than crashing later.
-template <class T> T* control(QWidget& window, const QString& name)
-{
-    T* c = window.findChild<T*>(name);
-    if (!c)
-        qFatal("no control %s in %s", qPrintable(name), qPrintable(window.objectName()));
-    return c;
-}

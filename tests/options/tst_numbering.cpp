@@ -36,7 +36,7 @@ void prepare(Series s, const QString& prefix, const QString& next, bool freeForm
     *f.next = next;
     *f.freeForm = freeForm ? 1 : 0;
     for (const QString& id : taken)
-        insertRow(f.table, {{f.key, id}});
+        addRow(f.table, {{f.key, id}});
 }
 
 } // namespace

@@ -20,19 +20,19 @@ namespace
 
 void click(QDialog& d, const char* name)
 {
-    control<QAbstractButton>(d, QLatin1String(name))->click();
+    child<QAbstractButton>(d, QLatin1String(name))->click();
 }
 QLineEdit* box(QDialog& d, const char* name)
 {
-    return control<QLineEdit>(d, QLatin1String(name));
+    return child<QLineEdit>(d, QLatin1String(name));
 }
 QString exampleText(QDialog& d, const char* name)
 {
-    return control<QLabel>(d, QLatin1String(name))->text();
+    return child<QLabel>(d, QLatin1String(name))->text();
 }
 bool pageShown(QDialog& d, int i)
 {
-    return control<QWidget>(d, QStringLiteral("Frame1(%1)").arg(i))->isVisible();
+    return child<QWidget>(d, QStringLiteral("Frame1(%1)").arg(i))->isVisible();
 }
 
 // Puts the wizard on screen so that visibility and focus are those the user sees.
@@ -64,24 +64,24 @@ private slots:
             [&] {
                 showUp(d);
                 QVERIFY(pageShown(d, 0) && !pageShown(d, 1) && !pageShown(d, 2));
-                QVERIFY(!control<QPushButton>(d, "Back_cmd")->isEnabled());
-                QVERIFY(!control<QPushButton>(d, "Finish_cmd")->isVisible());
+                QVERIFY(!child<QPushButton>(d, "Back_cmd")->isEnabled());
+                QVERIFY(!child<QPushButton>(d, "Finish_cmd")->isVisible());
                 QCOMPARE(QApplication::focusWidget(), box(d, "Name_txt"));
                 QTest::keyClicks(box(d, "Name_txt"), "  Velk Ltd  ");
-                QTest::keyClicks(control<QPlainTextEdit>(d, "Address_txt"), " 1 High St");
+                QTest::keyClicks(child<QPlainTextEdit>(d, "Address_txt"), " 1 High St");
                 QTest::keyClicks(box(d, "Phone_txt"), " 0123 ");
                 click(d, "Next_cmd");
                 QVERIFY(!pageShown(d, 0) && pageShown(d, 1));
-                QVERIFY(control<QRadioButton>(d, "Option1")->isChecked());
+                QVERIFY(child<QRadioButton>(d, "Option1")->isChecked());
                 QVERIFY(!box(d, "TaxName_txt")->isVisible());
                 click(d, "Option2");
                 click(d, "TaxEnabled_chk");
-                QVERIFY(box(d, "TaxName_txt")->isVisible() && control<QLabel>(d, "tax7_lbl")->isVisible());
+                QVERIFY(box(d, "TaxName_txt")->isVisible() && child<QLabel>(d, "tax7_lbl")->isVisible());
                 QTest::keyClicks(box(d, "TaxNumber_txt"), "GB 123");
                 click(d, "Next_cmd");
                 QVERIFY(pageShown(d, 2));
-                QVERIFY(!control<QPushButton>(d, "Next_cmd")->isVisible());
-                QVERIFY(control<QPushButton>(d, "Finish_cmd")->isVisible());
+                QVERIFY(!child<QPushButton>(d, "Next_cmd")->isVisible());
+                QVERIFY(child<QPushButton>(d, "Finish_cmd")->isVisible());
                 QCOMPARE(exampleText(d, "PrtExample_lbl"), "ITE100001");
                 box(d, "CrdPrefix_txt")->clear();
                 QTest::keyClicks(box(d, "CrdPrefix_txt"), "CN");
@@ -240,14 +240,14 @@ private slots:
         click(d, "Next_cmd");
         if (!freeFormTick.isEmpty()) {
             // The tick closes its row's boxes and leaves their text and example alone.
-            control<QCheckBox>(d, freeFormTick)->click();
+            child<QCheckBox>(d, freeFormTick)->click();
             QVERIFY(!box(d, "InvPrefix_txt")->isEnabled() && !box(d, "InvStart_txt")->isEnabled());
             QVERIFY(box(d, "CusStart_txt")->isEnabled());
             QCOMPARE(exampleText(d, "InvExample_lbl"), "INV100001");
         }
         // A short customer number elsewhere shows that later series wait their turn.
         box(d, "CusStart_txt")->setText("12");
-        QLineEdit* start = control<QLineEdit>(d, startBox);
+        QLineEdit* start = child<QLineEdit>(d, startBox);
         start->setText(typed);
         if (title.isEmpty()) {
             if (startBox != "CusStart_txt")
@@ -325,7 +325,7 @@ private slots:
         TestUi ui;
         makeDataFile();
         frm_setup d;
-        QLineEdit* b = control<QLineEdit>(d, boxName);
+        QLineEdit* b = child<QLineEdit>(d, boxName);
         b->clear();
         QTest::keyClicks(b, typed);
         QCOMPARE(b->text(), text);

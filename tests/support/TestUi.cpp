@@ -118,11 +118,7 @@ std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& se
     {
         frmMain first;
         first.MDIForm_Load();
-        QMap<QString, Value> row{{"FreeFormInv", 0}, {"FreeformCus", 0}, {"FreeformPart", 0}, {"FreeFormCrd", 0},
-                                 {"TaxAmount", 0.0}, {"Text3Name", QString()}, {"Text4Name", QString()}};
-        for (auto it = settingsRow.begin(); it != settingsRow.end(); ++it)
-            row.insert(it.key(), it.value());
-        addRow(QStringLiteral("System"), row);
+        addSettingsRow(settingsRow);
         first.close();
     }
     Database::closeAll();
@@ -131,6 +127,15 @@ std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& se
     auto w = std::make_unique<frmMain>();
     w->MDIForm_Load();
     return w;
+}
+
+void addSettingsRow(const QMap<QString, Value>& values)
+{
+    QMap<QString, Value> row{{"FreeFormInv", 0}, {"FreeformCus", 0}, {"FreeformPart", 0}, {"FreeFormCrd", 0},
+                             {"TaxAmount", 0.0}, {"Text3Name", QString()}, {"Text4Name", QString()}};
+    for (auto it = values.begin(); it != values.end(); ++it)
+        row.insert(it.key(), it.value());
+    addRow(QStringLiteral("System"), row);
 }
 
 void addRow(const QString& table, const QMap<QString, Value>& values)

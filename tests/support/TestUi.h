@@ -59,6 +59,9 @@ class Value;
 // values given (numbered series and no other options unless given), as a user would
 // find it after the first run. Rows of other tables can be added through Recordset.
 std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& settingsRow);
+// Adds a settings row: the required columns and the four numbering modes filled, then
+// the values given.
+void addSettingsRow(const QMap<QString, Value>& values);
 // Adds one row to a table of the running program's data file.
 void addRow(const QString& table, const QMap<QString, Value>& values);
 // The values of a column, in table order.
