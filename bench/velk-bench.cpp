@@ -35,7 +35,7 @@ double timeIt(const std::function<void()>& work, int runs = 5)
     return best;
 }
 
-void report(const char* what, double ms) { std::printf("%-58s %9.2f ms\n", what, ms); }
+void figure(const char* what, double ms) { std::printf("%-58s %9.2f ms\n", what, ms); }
 
 void fill(const QString& path)
 {
@@ -77,7 +77,7 @@ int main(int argc, char** argv)
     platform::hooks().msgBox = [](const QString&, int, const QString&) { return int(platform::vbYes); };
     std::printf("30,000 invoices, 5,000 customers, 2,000 items\n");
 
-    report("open Invoices and walk 30,000 rows reading 3 fields", timeIt([] {
+    figure("open Invoices and walk 30,000 rows reading 3 fields", timeIt([] {
                Recordset rs;
                rs.open(QStringLiteral("invoices"), connection, Recordset::adLockReadOnly);
                double sum = 0;
@@ -87,14 +87,14 @@ int main(int argc, char** argv)
                    Null_to_text(rs.field(QStringLiteral("CustNo")));
                }
            }));
-    report("open Invoices on index INVNO and walk to the end", timeIt([] {
+    figure("open Invoices on index INVNO and walk to the end", timeIt([] {
                Recordset rs;
                rs.open(QStringLiteral("invoices"), connection, Recordset::adLockReadOnly);
                rs.setIndex(QStringLiteral("INVNO"));
                for (rs.moveFirst(); !rs.eof(); rs.moveNext())
                    Null_to_text(rs.field(QStringLiteral("InvNo")));
            }));
-    report("1,000 at-or-after seeks on INVNO (per seek)", timeIt([] {
+    figure("1,000 at-or-after seeks on INVNO (per seek)", timeIt([] {
                Recordset rs;
                rs.open(QStringLiteral("invoices"), connection, Recordset::adLockReadOnly);
                rs.setIndex(QStringLiteral("INVNO"));
@@ -103,14 +103,14 @@ int main(int argc, char** argv)
                    Null_to_text(rs.field(QStringLiteral("InvNo")));
                }
            }) / 1000.0);
-    report("open Customers, seek one key, read it, close", timeIt([] {
+    figure("open Customers, seek one key, read it, close", timeIt([] {
                Recordset rs;
                rs.open(QStringLiteral("customers"), connection, Recordset::adLockPessimistic);
                rs.setIndex(QStringLiteral("CUSTID"));
                rs.seek(QStringLiteral("CUS02500"));
                Null_to_text(rs.field(QStringLiteral("LastName")));
            }));
-    report("change and update one invoice", timeIt([] {
+    figure("change and update one invoice", timeIt([] {
                Recordset rs;
                rs.open(QStringLiteral("invoices"), connection, Recordset::adLockPessimistic);
                rs.setIndex(QStringLiteral("INVNO"));
@@ -118,29 +118,29 @@ int main(int argc, char** argv)
                rs.setField(QStringLiteral("Notes"), QStringLiteral("changed"));
                rs.update();
            }));
-    report("open the customer list (5,000 rows)", timeIt([] { frmCustomer w; }));
+    figure("open the customer list (5,000 rows)", timeIt([] { frmCustomer w; }));
     {
         frmCustomer w;
-        report("search the customer list, match in the last row", timeIt([&] {
+        figure("search the customer list, match in the last row", timeIt([&] {
                    w.rules()->SearchPos = 1;
                    w.rules()->Find(QStringLiteral("Last5000"));
                }));
-        report("search the customer list, nothing found (two passes)", timeIt([&] {
+        figure("search the customer list, nothing found (two passes)", timeIt([&] {
                    w.rules()->SearchPos = 2500;
                    w.rules()->Find(QStringLiteral("nobody"));
                }));
         auto* list = w.findChild<QTreeWidget*>(QStringLiteral("Cust_lst"));
-        report("delete a customer (its invoices counted first)", timeIt([&] {
+        figure("delete a customer (its invoices counted first)", timeIt([&] {
                    list->setCurrentItem(list->topLevelItem(list->topLevelItemCount() - 1));
                    w.Delete_item();
                }, 1));
-        report("sort the customer list by name", timeIt([&] { w.rules()->columnClick(1); }));
+        figure("sort the customer list by name", timeIt([&] { w.rules()->columnClick(1); }));
     }
-    report("open the item list (2,000 rows)", timeIt([] { frm_Parts w; }));
+    figure("open the item list (2,000 rows)", timeIt([] { frm_Parts w; }));
     {
         frm_Parts w;
         auto* rules = w.findChild<ListRules*>();
-        report("search the item list, nothing found", timeIt([&] { rules->Find(QStringLiteral("nothing")); }));
+        figure("search the item list, nothing found", timeIt([&] { rules->Find(QStringLiteral("nothing")); }));
     }
     return 0;
 }

@@ -1,5 +1,7 @@
 #include "platform/Platform.h"
 
+#include "platform/report/ReportPreview.h"
+
 #include <QApplication>
 #include <QDialog>
 #include <QFileDialog>
@@ -122,6 +124,11 @@ Hooks desktopHooks()
     };
     h.paperSize = desktopPaperSize;
     h.showModal = [](QDialog& d) { return d.exec(); };
+    h.showReport = [](report::Report& r) {
+        const report::Layout layout(r, paperSize());
+        report::ReportPreview preview(layout, QApplication::activeWindow());
+        showModal(preview);
+    };
     h.endProgram = [](int code) {
         std::fflush(nullptr);
         std::_Exit(code);

@@ -9,6 +9,9 @@
 #include <optional>
 
 class QDialog;
+namespace report {
+class Report;
+}
 
 namespace platform {
 
@@ -50,6 +53,7 @@ struct Hooks {
     std::function<void(int pointer)> setPointer;
     std::function<int()> paperSize;
     std::function<int(QDialog&)> showModal;
+    std::function<void(report::Report&)> showReport;  // a modal preview
     std::function<void(int exitCode)> endProgram;
 };
 

@@ -22,6 +22,7 @@ public:
     void moveLast() { pos_ = rows_.empty() ? 0 : rows_.size() - 1; }
     int recordCount() const { return int(rows_.size()); }
     int absolutePosition() const { return int(pos_) + 1; }
+    void moveTo(int position) { pos_ = size_t(position); }  // 0 for the first row
 
     int fieldCount() const { return int(data_->fields.size()); }
     QString fieldName(int i) const { return data_->fields.value(i); }

@@ -9,7 +9,10 @@
 #include "store/Functions.h"
 
 #include <QDialog>
+#include "platform/report/ReportRenderer.h"
 #include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QTreeWidget>
 
 using namespace platform;
@@ -65,6 +68,12 @@ TestUi::TestUi()
         return handler(d);
     };
     h.endProgram = [](int code) { throw ProgramEnded{code}; };
+    h.showReport = [this](report::Report& r) {
+        const report::Layout layout(r, paper);
+        const QString pdf = dir_.filePath(QStringLiteral("%1-%2.pdf").arg(r.name).arg(reports.size() + 1));
+        layout.writePdf(pdf);
+        reports.push_back({r.name, pdf, int(layout.pages().size()), layout.orientation() == QPageLayout::Landscape});
+    };
 }
 
 TestUi::~TestUi()
@@ -174,4 +183,26 @@ QStringList listRows(QTreeWidget* list, const QString& separator)
         out << cells.join(separator);
     }
     return out;
+}
+
+QString pdfText(const QString& path)
+{
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")});
+    p.waitForFinished(60000);
+    return QString::fromUtf8(p.readAllStandardOutput());
+}
+
+PdfInfo pdfInfo(const QString& path)
+{
+    QProcess p;
+    p.start(QStringLiteral("pdfinfo"), {path});
+    p.waitForFinished(60000);
+    const QString out = QString::fromUtf8(p.readAllStandardOutput());
+    PdfInfo info;
+    const auto pages = QRegularExpression(QStringLiteral("Pages:\\s+(\\d+)")).match(out);
+    info.pages = pages.captured(1).toInt();
+    const auto size = QRegularExpression(QStringLiteral("Page size:\\s+([\\d.]+) x ([\\d.]+)")).match(out);
+    info.pageSize = QSizeF(size.captured(1).toDouble(), size.captured(2).toDouble());
+    return info;
 }

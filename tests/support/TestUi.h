@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QWidget>
+#include <QSizeF>
 #include <QDateTime>
 #include <QLocale>
 #include <QStringList>
@@ -36,6 +37,14 @@ public:
     QStringList shownBoxes;
     QList<platform::FileDialogRequest> dialogs;
     int beeps = 0;
+    // Reports shown: instead of a preview, each is rendered to a PDF in the test's folder.
+    struct ShownReport {
+        QString name;
+        QString pdf;
+        int pages;
+        bool landscape;
+    };
+    QList<ShownReport> reports;
     int paper = platform::vbPRPSA4;
     QDateTime clock = QDateTime(QDate(2026, 11, 22), QTime(10, 30, 15));
 
@@ -80,6 +89,14 @@ T* child(QWidget& window, const QString& name)
         qFatal("no control %s in %s", qPrintable(name), qPrintable(window.objectName()));
     return c;
 }
+
+// The text of a PDF as pdftotext lays it out, and its page count and page size in points.
+QString pdfText(const QString& path);
+struct PdfInfo {
+    int pages = 0;
+    QSizeF pageSize;
+};
+PdfInfo pdfInfo(const QString& path);
 
 // Runs the code and tells whether it ended the program.
 bool endsProgram(const std::function<void()>& code);

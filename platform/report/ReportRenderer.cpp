@@ -1,0 +1,257 @@
+#include "platform/report/ReportRenderer.h"
+
+#include "store/Functions.h"
+#include "store/ShapeRecordset.h"
+
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+
+namespace report {
+
+namespace {
+
+// Sums and counts of one footer's functions over the rows it covers. A Null adds
+// nothing and is not counted.
+struct Totals {
+    struct Item {
+        const Control* control;
+        Currency money;
+        double real = 0;
+        bool anyReal = false;
+        int count = 0;
+    };
+    std::vector<Item> items;
+
+    explicit Totals(const Section* section)
+    {
+        if (section)
+            for (const Control& c : section->controls)
+                if (c.kind == ControlKind::Function)
+                    items.push_back({&c, {}, 0, false, 0});
+    }
+    void add(const ShapeRecordset& rs)
+    {
+        for (Item& i : items) {
+            if (i.control->field.isEmpty()) {
+                ++i.count;
+                continue;
+            }
+            const Value v = rs.field(i.control->field);
+            if (v.isNull())
+                continue;
+            ++i.count;
+            if (v.type() == Value::Type::Currency || v.type() == Value::Type::Long)
+                i.money += v.toCurrency();
+            else {
+                i.real += v.toDouble();
+                i.anyReal = true;
+            }
+        }
+    }
+    std::vector<std::pair<QString, QString>> texts() const
+    {
+        std::vector<std::pair<QString, QString>> out;
+        for (const Item& i : items) {
+            Value v;
+            if (i.control->function.compare(QLatin1String("Count"), Qt::CaseInsensitive) == 0)
+                v = Value(qint64(i.count));
+            else
+                v = i.anyReal ? Value(i.real + i.money.toDouble()) : Value(i.money);
+            out.emplace_back(i.control->name, formatValue(v, i.control->format));
+        }
+        return out;
+    }
+};
+
+QString decimals(const Value& v)
+{
+    if (v.type() == Value::Type::Currency)
+        return Format_amount(v.toCurrency(), 18, 2).trimmed();
+    return Format_amount(v.toDouble(), 18, 2).trimmed();
+}
+
+}  // namespace
+
+QString formatValue(const Value& value, const QString& format)
+{
+    if (value.isNull())
+        return QString();
+    if (format == QLatin1String("0.00"))
+        return decimals(value);
+    if (format == QLatin1String("0.00;(0.00)")) {
+        const QString text = decimals(value);
+        return text.startsWith('-') ? QStringLiteral("(%1)").arg(text.mid(1)) : text;
+    }
+    if (value.type() == Value::Type::Date && !format.isEmpty())
+        return value.toDate().toString(format);
+    return Null_to_text(value);
+}
+
+Layout::Layout(const Report& report, int paperCode) : report_(report), paper_(paperFor(paperCode))
+{
+    // A design wider than the portrait page prints across it.
+    if (report.leftMargin + report.width + report.rightMargin > paper_.width)
+        orientation_ = QPageLayout::Landscape;
+    build();
+}
+
+int Layout::pageWidth() const { return orientation_ == QPageLayout::Portrait ? paper_.width : paper_.height; }
+int Layout::pageHeight() const { return orientation_ == QPageLayout::Portrait ? paper_.height : paper_.width; }
+
+void Layout::build()
+{
+    const Report& r = report_;
+    const Section* reportHeader = r.sectionOf(SectionKind::ReportHeader);
+    const Section* pageHeader = r.sectionOf(SectionKind::PageHeader);
+    const Section* groupHeader = r.sectionOf(SectionKind::GroupHeader);
+    const Section* detail = r.sectionOf(SectionKind::Detail);
+    const Section* groupFooter = r.sectionOf(SectionKind::GroupFooter);
+    const Section* pageFooter = r.sectionOf(SectionKind::PageFooter);
+    const Section* reportFooter = r.sectionOf(SectionKind::ReportFooter);
+    const int usable = pageHeight() - r.topMargin - r.bottomMargin - (pageFooter ? pageFooter->height : 0);
+    int y = 0;
+
+    auto newPage = [&] {
+        pages_.emplace_back();
+        y = 0;
+        if (pageHeader) {
+            pages_.back().bands.push_back({pageHeader, y, nullptr, -1, {}});
+            y += pageHeader->height;
+        }
+    };
+    auto place = [&](const Section* s, std::shared_ptr<ShapeRecordset> rows, int row,
+                     std::vector<std::pair<QString, QString>> functions = {}) {
+        if (!s)
+            return;
+        // A band that does not fit goes to the next page, unless the page holds nothing
+        // of its own yet (then it is cut at the foot rather than lost).
+        const int headerOnly = pageHeader ? pageHeader->height : 0;
+        if (y + s->height > usable && y > headerOnly)
+            newPage();
+        pages_.back().bands.push_back({s, y, std::move(rows), row, std::move(functions)});
+        y += s->height;
+    };
+
+    pages_.emplace_back();
+    place(reportHeader, nullptr, -1);
+    if (pageHeader) {
+        pages_.back().bands.push_back({pageHeader, y, nullptr, -1, {}});
+        y += pageHeader->height;
+    }
+
+    Totals all(reportFooter);
+    const std::shared_ptr<ShapeRecordset>& source = r.dataSource();
+    const bool grouped = source && groupHeader && !source->chapterName().isEmpty();
+    const int n = source ? source->recordCount() : 0;
+    for (int i = 0; i < n; ++i) {
+        source->moveTo(i);
+        if (grouped) {
+            place(groupHeader, source, i);
+            Totals group(groupFooter);
+            auto children = source->chapter(source->chapterName());
+            for (int c = 0; c < children->recordCount(); ++c) {
+                children->moveTo(c);
+                place(detail, children, c);
+                group.add(*children);
+                all.add(*children);
+            }
+            place(groupFooter, source, i, group.texts());
+        } else {
+            place(detail, source, i);
+            all.add(*source);
+            if (detail && detail->newPageAfter && i + 1 < n)
+                newPage();
+        }
+    }
+    place(reportFooter, nullptr, -1, all.texts());
+}
+
+void Layout::paint(QPainter& painter, int pageIndex) const
+{
+    const Report& r = report_;
+    const Page& page = pages_[size_t(pageIndex)];
+    QFont font(QStringLiteral("DejaVu Sans"));
+    painter.save();
+    painter.translate(r.leftMargin, r.topMargin);
+    std::vector<Band> bands = page.bands;
+    if (const Section* footer = r.sectionOf(SectionKind::PageFooter))
+        bands.push_back({footer, pageHeight() - r.topMargin - r.bottomMargin - footer->height, nullptr, -1, {}});
+    for (const Band& band : bands) {
+        if (band.rows && band.row >= 0)
+            band.rows->moveTo(band.row);
+        for (const Control& c : band.section->controls) {
+            if (!c.visible)
+                continue;
+            const QRect rect(c.left, band.top + c.top, c.width, c.height);
+            switch (c.kind) {
+            case ControlKind::Shape:
+                painter.setPen(QPen(Qt::black, 15));
+                painter.setBrush(Qt::NoBrush);
+                painter.drawRect(rect);
+                break;
+            case ControlKind::Line:
+                painter.setPen(QPen(Qt::black, 15));
+                painter.drawLine(c.left, band.top + c.top, c.left + c.width, band.top + c.top + c.height);
+                break;
+            case ControlKind::Picture:
+                if (!c.picture.isNull()) {
+                    const QSize size = c.picture.size().scaled(rect.size(), Qt::KeepAspectRatio);
+                    painter.drawImage(QRect(rect.topLeft(), size), c.picture);
+                }
+                break;
+            default: {
+                QString text = c.caption;
+                if (c.kind == ControlKind::Field)
+                    text = band.rows && band.row >= 0 ? formatValue(band.rows->field(c.field), c.format) : QString();
+                else if (c.kind == ControlKind::Function) {
+                    text.clear();
+                    for (const auto& [name, value] : band.functions)
+                        if (name == c.name)
+                            text = value;
+                }
+                if (text.isEmpty())
+                    break;
+                font.setPixelSize(c.fontSize * 20);
+                font.setBold(c.bold);
+                painter.setFont(font);
+                painter.setPen(Qt::black);
+                const int flags = int(c.alignment) | Qt::AlignTop | (c.wordWrap ? Qt::TextWordWrap : 0);
+                painter.drawText(rect, flags, text);
+                break;
+            }
+            }
+        }
+    }
+    painter.restore();
+}
+
+void Layout::print(QPagedPaintDevice& device) const
+{
+    device.setPageSize(QPageSize(paper_.code == 1 ? QPageSize::Letter : QPageSize::A4));
+    device.setPageOrientation(orientation_);
+    device.setPageMargins(QMarginsF(0, 0, 0, 0));
+    QPainter painter(&device);
+    // Work in twips: 1440 to the inch.
+    const double scale = device.logicalDpiX() / 1440.0;
+    for (size_t i = 0; i < pages_.size(); ++i) {
+        if (i > 0)
+            device.newPage();
+        painter.save();
+        painter.scale(scale, scale);
+        paint(painter, int(i));
+        painter.restore();
+    }
+}
+
+bool Layout::writePdf(const QString& path) const
+{
+    QPdfWriter writer(path);
+    writer.setResolution(600);
+    writer.setTitle(report_.title);
+    writer.setCreator(QStringLiteral("Velk Invoice"));
+    print(writer);
+    return true;
+}
+
+}  // namespace report

@@ -1,0 +1,60 @@
+#pragma once
+// Lays a report out on pages and paints them: one routine for the preview, the printer
+// and PDF files.
+
+#include "platform/report/Report.h"
+#include "store/Value.h"
+
+#include <QPageLayout>
+#include <QString>
+#include <utility>
+#include <vector>
+
+class QPagedPaintDevice;
+class QPainter;
+
+namespace report {
+
+// One section as placed on a page, with the row its fields show.
+struct Band {
+    const Section* section;
+    int top;  // twips below the top margin
+    std::shared_ptr<ShapeRecordset> rows;
+    int row = -1;
+    std::vector<std::pair<QString, QString>> functions;  // control name, text
+};
+
+struct Page {
+    std::vector<Band> bands;
+};
+
+class Layout {
+public:
+    Layout(const Report& report, int paperCode);
+
+    const Report& report() const { return report_; }
+    const std::vector<Page>& pages() const { return pages_; }
+    Paper paper() const { return paper_; }
+    QPageLayout::Orientation orientation() const { return orientation_; }
+    int pageWidth() const;   // twips, as oriented
+    int pageHeight() const;
+
+    // Paints one page; the painter's units must be twips with the page's corner at 0,0.
+    void paint(QPainter& painter, int page) const;
+    // Paints every page on a printer or a PDF writer set to this paper.
+    void print(QPagedPaintDevice& device) const;
+    bool writePdf(const QString& path) const;
+
+private:
+    void build();
+
+    const Report& report_;
+    Paper paper_;
+    QPageLayout::Orientation orientation_ = QPageLayout::Portrait;
+    std::vector<Page> pages_;
+};
+
+// The text a value shows under a control's format.
+QString formatValue(const Value& value, const QString& format);
+
+}  // namespace report

@@ -1,0 +1,240 @@
+// The report engine: layout of sections over pages, bound fields, sums and counts,
+// run-time changes, paper and orientation, checked in the PDF it writes.
+
+#include "TestUi.h"
+
+#include "platform/report/Report.h"
+#include "shell/frmMain.h"
+#include "platform/report/ReportRenderer.h"
+#include "store/Errors.h"
+#include "store/Functions.h"
+
+#include <QtTest>
+
+using namespace report;
+
+namespace {
+
+Control text(const char* name, ControlKind kind, int left, int width, const QString& captionOrField,
+             const QString& format = QString())
+{
+    Control c;
+    c.name = QLatin1String(name);
+    c.kind = kind;
+    c.left = left;
+    c.top = 0;
+    c.width = width;
+    c.height = 250;
+    c.wordWrap = false;
+    if (kind == ControlKind::Label)
+        c.caption = captionOrField;
+    else
+        c.field = captionOrField;
+    c.format = format;
+    return c;
+}
+
+Control function(const char* name, const char* fn, const QString& field, int left)
+{
+    Control c = text(name, ControlKind::Function, left, 2000, field, QStringLiteral("0.00"));
+    c.function = QLatin1String(fn);
+    if (QLatin1String(fn) == QLatin1String("Count"))
+        c.format.clear();
+    return c;
+}
+
+// A list of invoices: title, headings on every page, a row each, totals at the end.
+std::unique_ptr<Report> invoiceList(int width = 9000)
+{
+    auto r = std::make_unique<Report>();
+    r->name = QStringLiteral("List_rpt");
+    r->width = width;
+    r->leftMargin = r->rightMargin = 720;
+    r->topMargin = r->bottomMargin = 720;
+    r->sections = {
+        {QStringLiteral("Section4"), SectionKind::ReportHeader, 400, false,
+         {text("Title_lbl", ControlKind::Label, 0, 6000, QStringLiteral("Invoice List")),
+          text("Date_lbl", ControlKind::Label, 6000, 3000, QStringLiteral("designed date"))}},
+        {QStringLiteral("Section2"), SectionKind::PageHeader, 300, false,
+         {text("Head1", ControlKind::Label, 0, 2000, QStringLiteral("Number")),
+          text("Head2", ControlKind::Label, 2000, 2000, QStringLiteral("Dated")),
+          text("Head3", ControlKind::Label, 4000, 2000, QStringLiteral("Owing"))}},
+        {QStringLiteral("Section1"), SectionKind::Detail, 300, false,
+         {text("InvNo_txt", ControlKind::Field, 0, 2000, QStringLiteral("InvNo")),
+          text("Date_txt", ControlKind::Field, 2000, 2000, QStringLiteral("Date"), QStringLiteral("MM/dd/yyyy")),
+          text("Balance_txt", ControlKind::Field, 4000, 2000, QStringLiteral("Balance"), QStringLiteral("0.00;(0.00)"))}},
+        {QStringLiteral("Section5"), SectionKind::ReportFooter, 300, false,
+         {function("Count_fn", "Count", QStringLiteral("Balance"), 0),
+          function("Sum_fn", "Sum", QStringLiteral("Balance"), 4000)}},
+    };
+    return r;
+}
+
+void addInvoices(int count, const std::function<Value(int)>& balance)
+{
+    for (int i = 1; i <= count; ++i)
+        addRow(QStringLiteral("Invoices"), {{"InvNo", QStringLiteral("INV%1").arg(i, 4, 10, QChar('0'))},
+                                            {"Date", QDate(2026, 1, 1).addDays(i)},
+                                            {"Balance", balance(i)}});
+}
+
+std::shared_ptr<ShapeRecordset> open(const QString& source)
+{
+    std::shared_ptr<ShapeRecordset> rs;
+    Open_shape(source, rs);
+    return rs;
+}
+
+}  // namespace
+
+class ReportEngineTest : public QObject {
+    Q_OBJECT
+private slots:
+    void rowsTotalsAndFormats();
+    void pagesRepeatTheirHeader();
+    void runTimeChanges();
+    void groupLevels();
+    void pagePerRecord();
+    void paperAndOrientation_data();
+    void paperAndOrientation();
+};
+
+void ReportEngineTest::rowsTotalsAndFormats()
+{
+    TestUi ui;
+    auto main = startProgram(ui, {});
+    addInvoices(4, [](int i) { return i == 2 ? Value() : Value(i == 4 ? -5.0 : 10.25); });
+    auto r = invoiceList();
+    r->setDataSource(open(QStringLiteral("SHAPE {SELECT * FROM invoices} as details")));
+    Show(*r);
+    QCOMPARE(ui.reports.size(), 1);
+    const QString pdf = pdfText(ui.reports[0].pdf);
+    QVERIFY2(pdf.contains(QRegularExpression(QStringLiteral("INV0001\\s+01/02/2026\\s+10.25"))), qPrintable(pdf));
+    QVERIFY(pdf.contains(QRegularExpression(QStringLiteral("INV0002\\s+01/03/2026\\s*\\n"))));  // a Null prints blank
+    QVERIFY(pdf.contains(QRegularExpression(QStringLiteral("INV0004\\s+01/05/2026\\s+\\(5.00\\)"))));
+    // The Null neither adds to the sum nor counts.
+    QVERIFY2(pdf.contains(QRegularExpression(QStringLiteral("\\n\\s*3\\s+15.50"))), qPrintable(pdf));
+    QCOMPARE(ui.reports[0].pages, 1);
+    QCOMPARE(formatValue(Value(QDate(2026, 3, 4)), QStringLiteral("dd/MM/yyyy")), QStringLiteral("04/03/2026"));
+    QCOMPARE(formatValue(Value(Currency::fromTicks(10050)), QStringLiteral("0.00")), QStringLiteral("1.01"));
+    VERIFY_UI(ui);
+}
+
+void ReportEngineTest::pagesRepeatTheirHeader()
+{
+    TestUi ui;
+    auto main = startProgram(ui, {});
+    addInvoices(120, [](int) { return Value(1.0); });
+    auto r = invoiceList();
+    r->setDataSource(open(QStringLiteral("SHAPE {SELECT * FROM invoices} as details")));
+    const Layout layout(*r, platform::vbPRPSA4);
+    // A4 less the margins holds the header, then rows of 300 under a heading of 300.
+    const int perPage = (16838 - 1440 - 300) / 300;
+    const int firstPage = (16838 - 1440 - 400 - 300) / 300;
+    QCOMPARE(int(layout.pages().size()), 1 + (120 - firstPage + perPage - 1) / perPage);
+    Show(*r);
+    const QString pdf = pdfText(ui.reports[0].pdf);
+    QCOMPARE(pdf.count(QStringLiteral("Number")), ui.reports[0].pages);
+    QCOMPARE(pdf.count(QStringLiteral("Invoice List")), 1);
+    QCOMPARE(pdfInfo(ui.reports[0].pdf).pages, ui.reports[0].pages);
+    QVERIFY(pdf.contains(QRegularExpression(QStringLiteral("120\\s+120.00"))));
+    VERIFY_UI(ui);
+}
+
+void ReportEngineTest::runTimeChanges()
+{
+    TestUi ui;
+    auto main = startProgram(ui, {});
+    auto r = invoiceList();
+    r->control(QStringLiteral("SECTION4"), QStringLiteral("date_LBL")).setCaption(QStringLiteral("01/01/2026 to 31/12/2026"));
+    r->control(QStringLiteral("Section2"), QStringLiteral("Head2")).setVisible(false);
+    r->topMargin = 2000;
+    r->section(QStringLiteral("Section4")).height = 900;
+    Show(*r);  // no source: the headers alone
+    const QString pdf = pdfText(ui.reports[0].pdf);
+    QVERIFY(pdf.contains(QStringLiteral("01/01/2026 to 31/12/2026")));
+    QVERIFY(!pdf.contains(QStringLiteral("designed date")));
+    QVERIFY(!pdf.contains(QStringLiteral("Dated")));
+    QVERIFY(pdf.contains(QStringLiteral("Owing")));
+    int number = 0;
+    try {
+        r->control(QStringLiteral("Section2"), QStringLiteral("Nothing"));
+    } catch (const VbError& e) {
+        number = e.number();
+    }
+    QCOMPARE(number, int(err::ItemNotFound));
+    VERIFY_UI(ui);
+}
+
+void ReportEngineTest::groupLevels()
+{
+    TestUi ui;
+    auto main = startProgram(ui, {});
+    addInvoices(2, [](int) { return Value(0.0); });
+    for (const auto& [no, total] : {std::pair{"INV0001", 2.5}, {"INV0001", 4.0}, {"INV0002", 7.0}})
+        addRow(QStringLiteral("InvoiceD"), {{"InvNo", QLatin1String(no)}, {"Total", total}, {"Description", QStringLiteral("line")}});
+    auto r = invoiceList();
+    r->sections.insert(r->sections.begin() + 2, {QStringLiteral("Group"), SectionKind::GroupHeader, 300, false,
+                                                 {text("Group_txt", ControlKind::Field, 0, 3000, QStringLiteral("InvNo"))}});
+    Section& detail = r->section(QStringLiteral("Section1"));
+    detail.controls = {text("Desc_txt", ControlKind::Field, 500, 2000, QStringLiteral("Description")),
+                       text("Total_txt", ControlKind::Field, 4000, 2000, QStringLiteral("Total"), QStringLiteral("0.00"))};
+    r->sections.insert(r->sections.begin() + 4, {QStringLiteral("section6"), SectionKind::GroupFooter, 300, false,
+                                                 {function("GroupSum", "Sum", QStringLiteral("Total"), 4000)}});
+    r->section(QStringLiteral("Section5")).controls = {function("AllSum", "Sum", QStringLiteral("Total"), 4000)};
+    r->setDataSource(open(QStringLiteral("SHAPE {SELECT * FROM invoices} as main APPEND ({SELECT * FROM invoiceD} as "
+                                         "Details RELATE 'invno' TO 'invno')")));
+    Show(*r);
+    const QString pdf = pdfText(ui.reports[0].pdf);
+    const QRegularExpression expected(QStringLiteral(
+        "INV0001\\s+line\\s+2.50\\s+line\\s+4.00\\s+6.50\\s+INV0002\\s+line\\s+7.00\\s+7.00\\s+13.50"));
+    QVERIFY2(pdf.contains(expected), qPrintable(pdf));
+    VERIFY_UI(ui);
+}
+
+void ReportEngineTest::pagePerRecord()
+{
+    TestUi ui;
+    auto main = startProgram(ui, {});
+    addInvoices(3, [](int) { return Value(1.0); });
+    auto r = invoiceList();
+    r->section(QStringLiteral("Section1")).newPageAfter = true;
+    r->setDataSource(open(QStringLiteral("SHAPE {SELECT * FROM invoices} as details")));
+    Show(*r);
+    QCOMPARE(ui.reports[0].pages, 3);
+    QCOMPARE(pdfInfo(ui.reports[0].pdf).pages, 3);
+    QCOMPARE(pdfText(ui.reports[0].pdf).count(QStringLiteral("Number")), 3);
+    VERIFY_UI(ui);
+}
+
+void ReportEngineTest::paperAndOrientation_data()
+{
+    QTest::addColumn<int>("paper");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<QSizeF>("points");
+    QTest::newRow("Letter") << 1 << 9000 << QSizeF(612, 792);
+    QTest::newRow("A4") << 9 << 9000 << QSizeF(595, 842);
+    QTest::newRow("another form: the locale's paper") << 256 << 9000 << QSizeF(595, 842);
+    QTest::newRow("wide design on Letter") << 1 << 13500 << QSizeF(792, 612);
+    QTest::newRow("wide design on A4") << 9 << 13500 << QSizeF(842, 595);
+}
+
+void ReportEngineTest::paperAndOrientation()
+{
+    QFETCH(int, paper);
+    QFETCH(int, width);
+    QFETCH(QSizeF, points);
+    TestUi ui;
+    ui.paper = paper;
+    auto main = startProgram(ui, {});
+    auto r = invoiceList(width);
+    Show(*r);
+    const QSizeF size = pdfInfo(ui.reports[0].pdf).pageSize;
+    QCOMPARE(qRound(size.width()), qRound(points.width()));
+    QCOMPARE(qRound(size.height()), qRound(points.height()));
+    QCOMPARE(ui.reports[0].landscape, width > 11000);
+    VERIFY_UI(ui);
+}
+
+VELK_TEST(ReportEngineTest)
+#include "tst_report_engine.moc"
