@@ -63,7 +63,7 @@ private:
 
 class frmMain;
 class QTreeWidget;
-class Value;
+#include "store/Value.h"
 // Starts the program in the test's folder on a data file whose settings row holds the
 // values given (numbered series and no other options unless given), as a user would
 // find it after the first run. Rows of other tables can be added through Recordset.

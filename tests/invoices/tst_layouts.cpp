@@ -1,0 +1,226 @@
+// The six printed invoice layouts: every named control in each, one page on Letter and
+// on A4, and nothing overlapping when every field is full.
+
+#include "TestUi.h"
+
+#include "invoices/InvoiceLayouts.h"
+#include "shell/frmMain.h"
+
+#include <QFontMetrics>
+#include <QtTest>
+
+using namespace report;
+
+namespace {
+
+QStringList commonControls()
+{
+    QStringList names{"companyname_lbl", "companyadd", "Image1", "Invoice_lbl", "Label1", "BillingAdd", "shipping1_lbl",
+                      "ShippingAdd", "shippingShape", "Shape8"};
+    return names;
+}
+
+QStringList section2Controls()
+{
+    QStringList names{"Label9", "Label12", "Label10", "Label11", "Label20", "Notes_lbl", "Terms_lbl", "Shape1",
+                      "Label19", "Total10_lbl", "Label6", "Paid_lbl", "Label7", "wrttenoff_lbl", "Label8", "balance_lbl",
+                      "Label2", "Subtotal_lbl", "taxname_lbl", "Tax_lbl", "Label4", "Discount_lbl", "Label5",
+                      "total11_lbl", "taxable_lbl", "statment_lbl"};
+    for (int i = 0; i < 8; ++i)
+        for (const char* stem : {"Parts", "Qty", "Description", "Amount", "Total"})
+            names << QStringLiteral("%1%2_lbl").arg(QLatin1String(stem)).arg(i);
+    return names;
+}
+
+const QStringList DataBlock{"Label13", "Invoice1_lbl", "Label14", "Date1_lbl", "Label15", "CustNo_lbl",
+                            "Label16", "CustName_lbl", "Sales_lbl", "SalesPerson_lbl", "Shipping_lbl",
+                            "Shipping2_lbl", "SalesNO_lbl", "SalesNO1_lbl", "Tracking_lbl", "TrackNo_lbl"};
+
+bool familyB(int type) { return type == 2 || type == 4; }
+
+// Fills every label the way a full invoice would.
+void fillEverything(Report& r, int type)
+{
+    const QString data = familyB(type) ? QStringLiteral("Section4") : QStringLiteral("Section2");
+    auto set = [&](const QString& section, const QString& name, const QString& text) {
+        r.control(section, name).setCaption(text);
+    };
+    set("Section4", "companyname_lbl", "Hartley & Daughters Joinery");
+    set("Section4", "Companyadd", "Unit 4, Mill Lane\nHebden Bridge\nPhone: 01422 555123  Mobile: 07700 900123\n"
+                                  "Email: office@hartley.example\nWeb: www.hartley.example\nVat No: GB123456789");
+    set("Section4", "Invoice_Lbl", "INVOICE - INV100042");
+    const QString address = "Customer Name\n12 Long Street Name\nSecond Line\nTown\nCounty\nAB12 3CD";
+    set("Section4", "BillingAdd", address);
+    set("Section4", "ShippingAdd", address);
+    const QStringList values{"INV100042", "22/11/2026", "CUS100001", "Customer Name",
+                             "Sales Person", "Shipped", "Order 7", "TRACK 99"};
+    for (int i = 0; i < 8; ++i)
+        set(data, DataBlock[i * 2 + 1], values[i]);
+    for (int i = 0; i < 8; ++i) {
+        set("Section2", QStringLiteral("Parts%1_lbl").arg(i), QStringLiteral("PRT10000%1").arg(i));
+        set("Section2", QStringLiteral("Qty%1_lbl").arg(i), QStringLiteral("12"));
+        set("Section2", QStringLiteral("Description%1_lbl").arg(i),
+            QStringLiteral("Row %1 oak skirting board, primed and cut to length on site, with fixings and two coats").arg(i));
+        set("Section2", QStringLiteral("Amount%1_lbl").arg(i), QStringLiteral("1234.56 "));
+        set("Section2", QStringLiteral("Total%1_lbl").arg(i), QStringLiteral("14814.72*"));
+    }
+    set("Section2", "Notes_lbl", "Notes:\nDelivered in two parts; the second part follows next week with the fittings.");
+    set("Section2", "Terms_lbl", "Terms & Conditions:\nPayment within 30 days of the invoice date. Goods remain our "
+                                 "property until paid in full.");
+    set("Section2", "statment_lbl", "Thank you for your business");
+    set("Section2", "taxname_lbl", "Vat 17.5%");
+    for (const char* money : {"Subtotal_lbl", "Tax_lbl", "Discount_lbl", "total11_lbl", "Total10_lbl", "Paid_lbl",
+                              "wrttenoff_lbl", "balance_lbl"})
+        set("Section2", QLatin1String(money), QStringLiteral("$118517.76"));
+}
+
+}  // namespace
+
+class LayoutsTest : public QObject {
+    Q_OBJECT
+private slots:
+    void everyControlInEveryDesign_data();
+    void everyControlInEveryDesign();
+    void nothingOverlaps_data();
+    void nothingOverlaps();
+    void onePageOnEachPaper_data();
+    void onePageOnEachPaper();
+};
+
+void LayoutsTest::everyControlInEveryDesign_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QList<int>>("sizes");  // width, left, right, top, bottom, Section4, Section2
+    QTest::newRow("1") << 1 << QList<int>{9750, 950, 800, 800, 500, 4335, 9690};
+    QTest::newRow("2") << 2 << QList<int>{9900, 950, 500, 1000, 500, 4605, 9120};
+    QTest::newRow("3") << 3 << QList<int>{9780, 950, 500, 800, 500, 4275, 9825};
+    QTest::newRow("4") << 4 << QList<int>{9855, 950, 500, 1000, 500, 4425, 9600};
+    QTest::newRow("5") << 5 << QList<int>{9750, 950, 500, 800, 500, 4275, 9735};
+    QTest::newRow("6") << 6 << QList<int>{9690, 950, 800, 800, 500, 4320, 9840};
+}
+
+void LayoutsTest::everyControlInEveryDesign()
+{
+    QFETCH(int, type);
+    QFETCH(QList<int>, sizes);
+    auto r = Invoice_layout(type);
+    QCOMPARE(r->name, QStringLiteral("Invoice%1_rpt").arg(type));
+    QCOMPARE((QList<int>{r->width, r->leftMargin, r->rightMargin, r->topMargin, r->bottomMargin,
+                         r->section("Section4").height, r->section("Section2").height}),
+             sizes);
+    QCOMPARE(r->section("Section1").height, 0);
+    QCOMPARE(r->section("Section3").height, 0);
+    QCOMPARE(r->section("Section5").height, 45);
+    const QString data = familyB(type) ? QStringLiteral("Section4") : QStringLiteral("Section2");
+    for (const QString& name : commonControls())
+        r->control("Section4", name);  // fails with 3265 when missing
+    for (const QString& name : section2Controls())
+        r->control("Section2", name);
+    for (const QString& name : DataBlock)
+        r->control(data, name);
+    QCOMPARE(r->control("Section2", "Qty1_lbl").name, QStringLiteral("qty1_lbl"));
+    QCOMPARE(r->control(data, "Label13").caption, familyB(type) ? QStringLiteral("Invoice No:") : QStringLiteral("Invoice No"));
+    QCOMPARE(r->control("Section2", "taxable_lbl").caption, QStringLiteral("* = Non Taxable Items"));
+    QCOMPARE(r->control("Section4", "Label1").caption, QStringLiteral(" Billing Address:"));
+    QCOMPARE(r->control("Section4", "shipping1_lbl").caption, QStringLiteral(" Delivery Address:"));
+    // The line table's columns and rows.
+    const QList<QPair<const char*, QPair<int, int>>> columns{
+        {"Label9", {30, 1095}}, {"Label12", {1140, 540}}, {"Label10", {1740, 5550}}, {"Label11", {7380, 1095}}, {"Label20", {8520, 1080}}};
+    for (const auto& [name, place] : columns) {
+        const Control& c = r->control("Section2", QLatin1String(name));
+        QCOMPARE(c.left, place.first);
+        QCOMPARE(c.width, place.second);
+    }
+    for (int i = 0; i < 7; ++i) {
+        const Control& a = r->control("Section2", QStringLiteral("Description%1_lbl").arg(i));
+        const Control& b = r->control("Section2", QStringLiteral("Description%1_lbl").arg(i + 1));
+        QVERIFY(qAbs(b.top - a.top - 545) <= 10);
+        QCOMPARE(a.height, 465);
+    }
+    QCOMPARE(r->control("Section2", "Shape1").width, 4980);
+    QCOMPARE(r->control("Section2", "Shape1").height, 1530);
+    QCOMPARE(r->control("Section2", "Label19").left, 5115);
+    QCOMPARE(r->control("Section2", "Label2").left, 7410);
+    QCOMPARE(r->control("Section2", "Notes_lbl").width, 5505);
+    QCOMPARE(r->control("Section2", "statment_lbl").width, 9480);
+}
+
+void LayoutsTest::nothingOverlaps_data() { everyControlInEveryDesign_data(); }
+
+void LayoutsTest::nothingOverlaps()
+{
+    QFETCH(int, type);
+    auto r = Invoice_layout(type);
+    for (const Section& s : r->sections) {
+        // On A4 the report header is cut to 4500: everything in it must stand above that.
+        const int room = s.name == QLatin1String("Section4") ? std::min(s.height, 4500) : s.height;
+        std::vector<const Control*> texts;
+        for (const Control& c : s.controls) {
+            QVERIFY2(c.top + c.height <= room && c.left + c.width <= r->width,
+                     qPrintable(QStringLiteral("%1 leaves its section").arg(c.name)));
+            if (c.kind == ControlKind::Label || c.kind == ControlKind::Picture)
+                texts.push_back(&c);
+        }
+        for (size_t i = 0; i < texts.size(); ++i)
+            for (size_t j = i + 1; j < texts.size(); ++j) {
+                const QRect a(texts[i]->left, texts[i]->top, texts[i]->width, texts[i]->height);
+                const QRect b(texts[j]->left, texts[j]->top, texts[j]->width, texts[j]->height);
+                QVERIFY2(!a.intersects(b), qPrintable(texts[i]->name + QStringLiteral(" overlaps ") + texts[j]->name));
+            }
+    }
+    // A description of two lines fits its row.
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(180);
+    const Control& d = r->control("Section2", "Description0_lbl");
+    const QRect needed = QFontMetrics(font).boundingRect(QRect(0, 0, d.width, 10000), Qt::TextWordWrap,
+        QStringLiteral("Row 0 oak skirting board, primed and cut to length on site, with fixings and two coats"));
+    QVERIFY(needed.height() <= d.height);
+}
+
+void LayoutsTest::onePageOnEachPaper_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("paper");
+    QTest::addColumn<bool>("shipping");
+    for (int type = 1; type <= 6; ++type) {
+        QTest::addRow("%d Letter", type) << type << 1 << true;
+        QTest::addRow("%d A4", type) << type << 9 << true;
+        QTest::addRow("%d A4 without delivery", type) << type << 9 << false;
+    }
+}
+
+void LayoutsTest::onePageOnEachPaper()
+{
+    QFETCH(int, type);
+    QFETCH(int, paper);
+    QFETCH(bool, shipping);
+    TestUi ui;
+    ui.paper = paper;
+    auto main = startProgram(ui, {});
+    auto r = Invoice_layout(type);
+    if (paper == 9)
+        Adjust_for_A4(*r);
+    fillEverything(*r, type);
+    const Control billing = r->control("Section4", "BillingAdd");
+    if (!shipping)
+        for (const char* name : {"ShippingAdd", "shippingShape", "shipping1_lbl"})
+            r->control("Section4", QLatin1String(name)).setVisible(false);
+    Show(*r);
+    QCOMPARE(ui.reports.size(), 1);
+    QCOMPARE(ui.reports[0].pages, 1);
+    QCOMPARE(pdfInfo(ui.reports[0].pdf).pages, 1);
+    const QString pdf = pdfText(ui.reports[0].pdf);
+    for (const char* expected : {"INVOICE - INV100042", "Hartley & Daughters Joinery", "* = Non Taxable Items",
+                                 "Thank you for your business", "Payment within 30 days", "Delivered in two parts",
+                                 "PRT100007", "Billing Address:", "TRACK 99", "Balance Due"})
+        QVERIFY2(pdf.contains(QLatin1String(expected)), qPrintable(QLatin1String(expected) + QStringLiteral(" in:\n") + pdf));
+    QCOMPARE(pdf.contains(QStringLiteral("Delivery Address:")), shipping);
+    QCOMPARE(pdf.count(QStringLiteral("12 Long Street Name")), shipping ? 2 : 1);
+    // Hiding the delivery block leaves the billing box where it was.
+    const Control& after = r->control("Section4", "BillingAdd");
+    QCOMPARE(QRect(after.left, after.top, after.width, after.height), QRect(billing.left, billing.top, billing.width, billing.height));
+    VERIFY_UI(ui);
+}
+
+VELK_TEST(LayoutsTest)
+#include "tst_layouts.moc"
