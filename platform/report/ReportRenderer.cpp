@@ -66,6 +66,8 @@ struct Totals {
 
 QString decimals(const Value& v)
 {
+    if (v.type() == Value::Type::Text)
+        return Format_amount(*v.text(), 18, 2).trimmed();  // a text that is no number shows as it is
     if (v.type() == Value::Type::Currency)
         return Format_amount(v.toCurrency(), 18, 2).trimmed();
     return Format_amount(v.toDouble(), 18, 2).trimmed();
@@ -172,7 +174,9 @@ void Layout::paint(QPainter& painter, int pageIndex) const
     const Report& r = report_;
     const Page& page = pages_[size_t(pageIndex)];
     QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(1);
     painter.save();
+    painter.setFont(font);
     painter.translate(r.leftMargin, r.topMargin);
     std::vector<Band> bands = page.bands;
     if (const Section* footer = r.sectionOf(SectionKind::PageFooter))
@@ -212,9 +216,12 @@ void Layout::paint(QPainter& painter, int pageIndex) const
                 }
                 if (text.isEmpty())
                     break;
-                font.setPixelSize(c.fontSize * 20);
-                font.setBold(c.bold);
-                painter.setFont(font);
+                // Changing the painter's font is costly: only when the control's differs.
+                if (font.pixelSize() != c.fontSize * 20 || font.bold() != c.bold) {
+                    font.setPixelSize(c.fontSize * 20);
+                    font.setBold(c.bold);
+                    painter.setFont(font);
+                }
                 painter.setPen(Qt::black);
                 const int flags = int(c.alignment) | Qt::AlignTop | (c.wordWrap ? Qt::TextWordWrap : 0);
                 painter.drawText(rect, flags, text);
