@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 
-packages=(g++ cmake make pkg-config qt6-base-dev libqt6sql6-sqlite libsqlite3-dev poppler-utils
+packages=(g++ cmake make pkg-config qt6-base-dev libsqlite3-dev poppler-utils
           libgl-dev qt6-qpa-plugins fonts-dejavu-core)
 missing=()
 for p in "${packages[@]}"; do
