@@ -202,10 +202,6 @@ void Recordset::moveNext()
         update();
     if (state_ == State::Eof)
         throw VbError(err::NoCurrentRecord);
-    if (state_ == State::Bof) {
-        moveFirst();
-        return;
-    }
     if (aheadPos_ >= ahead_.size() || aheadVersion_ != db_->version()) {
         pageSize_ = std::min(MaxPage, std::max(16, pageSize_ * 4));
         fetchPage(true, pageSize_);

@@ -37,7 +37,6 @@ public:
     void seek(const Value& key, int option = adSeekAfterEQ);
 
     bool eof() const { return state_ == State::Eof; }
-    bool bof() const { return state_ == State::Bof; }
     void moveFirst();
     void moveNext();
     void moveLast();
@@ -57,7 +56,7 @@ public:
     const TableDef* table() const { return table_; }
 
 private:
-    enum class State { Closed, Bof, OnRow, Eof };
+    enum class State { Closed, OnRow, Eof };
     enum class Edit { None, Editing, Adding };
     // A row as stored: its cells are turned into values only when a field is read.
     struct Cell {
