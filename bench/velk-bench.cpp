@@ -6,20 +6,21 @@
 #include "platform/Platform.h"
 #include "platform/report/ReportRenderer.h"
 #include "store/Connection.h"
-#include "store/ListRules.h"
 #include "store/Database.h"
 #include "store/Functions.h"
+#include "store/ListRules.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
 
 #include <QApplication>
-#include <QTreeWidget>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
+#include <QTreeWidget>
 #include <cstdio>
 #include <functional>
 
-namespace {
+namespace
+{
 
 QString connection;
 
@@ -54,11 +55,12 @@ void fill(const QString& path)
         "INSERT INTO Customers (CustID, Date, FirstName, LastName, Phone, Address, Address2, City, address4, Postcode) "
         "SELECT printf('CUS%05d', i), '2026-01-01', 'First' || i, 'Last' || i, '0123 ' || i, i || ' High Street', '', "
         "'Town', '', 'AB1 2CD' FROM n"));
-    db->exec(QStringLiteral(
-        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 30000) "
-        "INSERT INTO Invoices (InvNo, Date, CustNo, CustomerName, Subtotal, Vat, Total, Paid, Balance) "
-        "SELECT printf('INV%06d', i), date('2020-01-01', '+' || (i % 2000) || ' days'), printf('CUS%05d', 1 + i % 5000), "
-        "'Customer ' || i, 1000000, 175000, 1175000, 0, 1175000 FROM n"));
+    db->exec(
+        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 30000) "
+                       "INSERT INTO Invoices (InvNo, Date, CustNo, CustomerName, Subtotal, Vat, Total, Paid, Balance) "
+                       "SELECT printf('INV%06d', i), date('2020-01-01', '+' || (i % 2000) || ' days'), "
+                       "printf('CUS%05d', 1 + i % 5000), "
+                       "'Customer ' || i, 1000000, 175000, 1175000, 0, 1175000 FROM n"));
     db->exec(QStringLiteral(
         "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
         "INSERT INTO Parts (ID, ShortDesc, Desc, Price, Taxable) "
@@ -66,7 +68,7 @@ void fill(const QString& path)
     db->exec(QStringLiteral("COMMIT"));
 }
 
-}  // namespace
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -99,7 +101,8 @@ int main(int argc, char** argv)
                for (rs.moveFirst(); !rs.eof(); rs.moveNext())
                    Null_to_text(rs.field(QStringLiteral("InvNo")));
            }));
-    figure("1,000 at-or-after seeks on INVNO (per seek)", timeIt([] {
+    figure("1,000 at-or-after seeks on INVNO (per seek)",
+           timeIt([] {
                Recordset rs;
                rs.open(QStringLiteral("invoices"), connection, Recordset::adLockReadOnly);
                rs.setIndex(QStringLiteral("INVNO"));
@@ -135,10 +138,13 @@ int main(int argc, char** argv)
                    w.rules()->Find(QStringLiteral("nobody"));
                }));
         auto* list = w.findChild<QTreeWidget*>(QStringLiteral("Cust_lst"));
-        figure("delete a customer (its invoices counted first)", timeIt([&] {
-                   list->setCurrentItem(list->topLevelItem(list->topLevelItemCount() - 1));
-                   w.Delete_item();
-               }, 1));
+        figure("delete a customer (its invoices counted first)",
+               timeIt(
+                   [&] {
+                       list->setCurrentItem(list->topLevelItem(list->topLevelItemCount() - 1));
+                       w.Delete_item();
+                   },
+                   1));
         figure("sort the customer list by name", timeIt([&] { w.rules()->columnClick(1); }));
     }
     figure("open the item list (2,000 rows)", timeIt([] { frm_Parts w; }));
@@ -166,32 +172,40 @@ int main(int argc, char** argv)
             c.wordWrap = false;
             if (field == QLatin1String("Date"))
                 c.format = QStringLiteral("dd/MM/yyyy");
-            else if (kind != report::ControlKind::Label && field != QLatin1String("InvNo") && !field.startsWith(QLatin1String("Cust")))
+            else if (kind != report::ControlKind::Label && field != QLatin1String("InvNo") &&
+                     !field.startsWith(QLatin1String("Cust")))
                 c.format = QStringLiteral("0.00");
             return c;
         };
-        const QStringList fields{"InvNo", "Date", "CustNo", "CustomerName", "Subtotal", "Vat", "Total", "Paid", "Balance", "TaxPer"};
+        const QStringList fields{"InvNo", "Date",  "CustNo", "CustomerName", "Subtotal",
+                                 "Vat",   "Total", "Paid",   "Balance",      "TaxPer"};
         report::Section header{QStringLiteral("Section2"), report::SectionKind::PageHeader, 300, false, {}};
         report::Section detail{QStringLiteral("Section1"), report::SectionKind::Detail, 260, false, {}};
         report::Section footer{QStringLiteral("Section5"), report::SectionKind::ReportFooter, 300, false, {}};
         for (int i = 0; i < fields.size(); ++i) {
-            header.controls.push_back(control(QStringLiteral("Head%1").arg(i), report::ControlKind::Label, i * 1400, fields[i]));
-            detail.controls.push_back(control(QStringLiteral("Field%1").arg(i), report::ControlKind::Field, i * 1400, fields[i]));
+            header.controls.push_back(
+                control(QStringLiteral("Head%1").arg(i), report::ControlKind::Label, i * 1400, fields[i]));
+            detail.controls.push_back(
+                control(QStringLiteral("Field%1").arg(i), report::ControlKind::Field, i * 1400, fields[i]));
         }
         for (int i = 4; i < 8; ++i) {
-            report::Control sum = control(QStringLiteral("Sum%1").arg(i), report::ControlKind::Function, i * 1400, fields[i]);
+            report::Control sum =
+                control(QStringLiteral("Sum%1").arg(i), report::ControlKind::Function, i * 1400, fields[i]);
             sum.function = QStringLiteral("Sum");
             footer.controls.push_back(sum);
         }
         list.sections = {header, detail, footer};
         std::shared_ptr<ShapeRecordset> rows;
         QTemporaryDir out;
-        figure("30,000-row list report to PDF (10 columns, 4 sums)", timeIt([&] {
-                   Open_shape(QStringLiteral("SHAPE {SELECT * FROM invoices} as details"), rows);
-                   list.setDataSource(rows);
-                   report::Layout layout(list, platform::vbPRPSA4);
-                   layout.writePdf(out.filePath(QStringLiteral("list.pdf")));
-               }, 1));
+        figure("30,000-row list report to PDF (10 columns, 4 sums)",
+               timeIt(
+                   [&] {
+                       Open_shape(QStringLiteral("SHAPE {SELECT * FROM invoices} as details"), rows);
+                       list.setDataSource(rows);
+                       report::Layout layout(list, platform::vbPRPSA4);
+                       layout.writePdf(out.filePath(QStringLiteral("list.pdf")));
+                   },
+                   1));
     }
     return 0;
 }

@@ -27,7 +27,8 @@
 
 using namespace platform;
 
-namespace {
+namespace
+{
 
 QLabel* caption(const QString& text, const char* name, QWidget* parent)
 {
@@ -37,7 +38,7 @@ QLabel* caption(const QString& text, const char* name, QWidget* parent)
     return l;
 }
 
-}  // namespace
+} // namespace
 
 QLineEdit* frmAddCust::line(const char* name, int maxLength)
 {
@@ -308,13 +309,23 @@ void frmAddCust::Load_customer()
             const Value date = rs.field(QStringLiteral("Date"));
             if (!Null_to_text(date).isEmpty())
                 DTPicker1->setDate(date.toDate().date());
-            const QList<QPair<QWidget*, const char*>> fields = {
-                {FirstName_txt, "firstname"}, {Lastname_txt, "lastname"},   {Phone_txt, "phone"},
-                {mobile_txt, "mobile"},       {Fax_txt, "fax"},             {email_txt, "email"},
-                {address1, "address"},        {address2, "address2"},       {address3, "city"},
-                {address4, "address4"},       {postcode_txt, "postcode"},   {delAddress1, "delAddress1"},
-                {delAddress2, "delAddress2"}, {delAddress3, "delAddress3"}, {delAddress4, "delAddress4"},
-                {delpostcode, "Deladdress5"}, {Notes_txt, "notes"}};
+            const QList<QPair<QWidget*, const char*>> fields = {{FirstName_txt, "firstname"},
+                                                                {Lastname_txt, "lastname"},
+                                                                {Phone_txt, "phone"},
+                                                                {mobile_txt, "mobile"},
+                                                                {Fax_txt, "fax"},
+                                                                {email_txt, "email"},
+                                                                {address1, "address"},
+                                                                {address2, "address2"},
+                                                                {address3, "city"},
+                                                                {address4, "address4"},
+                                                                {postcode_txt, "postcode"},
+                                                                {delAddress1, "delAddress1"},
+                                                                {delAddress2, "delAddress2"},
+                                                                {delAddress3, "delAddress3"},
+                                                                {delAddress4, "delAddress4"},
+                                                                {delpostcode, "Deladdress5"},
+                                                                {Notes_txt, "notes"}};
             for (const auto& [box, column] : fields)
                 setBoxText(box, Null_to_text(rs.field(QLatin1String(column))));
         }
@@ -325,9 +336,15 @@ void frmAddCust::Load_customer()
 
 QStringList frmAddCust::invoiceRow(const Recordset& rs) const
 {
-    auto amount = [&](const char* column) { return Format_amount(Null_to_zero(rs.field(QLatin1String(column))), 7, 2); };
-    return {Null_to_text(rs.field(QStringLiteral("Date"))), rs.field(QStringLiteral("invno")).toText(), amount("total"),
-            amount("paid"), amount("balance"), Null_to_text(rs.field(QStringLiteral("notes")))};
+    auto amount = [&](const char* column) {
+        return Format_amount(Null_to_zero(rs.field(QLatin1String(column))), 7, 2);
+    };
+    return {Null_to_text(rs.field(QStringLiteral("Date"))),
+            rs.field(QStringLiteral("invno")).toText(),
+            amount("total"),
+            amount("paid"),
+            amount("balance"),
+            Null_to_text(rs.field(QStringLiteral("notes")))};
 }
 
 void frmAddCust::Load_invoices()
@@ -372,8 +389,9 @@ void frmAddCust::LoadSetup()
         show(settings.FaxVisible, {"Fax_txt", "Fax_lbl"});
         show(settings.phoneVisible, {"Phone_txt", "phone_lbl"});
         show(settings.emailVisible, {"email_txt", "email_lbl"});
-        show(settings.shippingVisible, {"copy_cmd", "delAddress1", "delAddress2", "delAddress3", "delAddress4", "delpostcode",
-                                        "delivery1_lbl", "delivery2", "delivery3", "delivery4", "delivery5", "Label5"});
+        show(settings.shippingVisible,
+             {"copy_cmd", "delAddress1", "delAddress2", "delAddress3", "delAddress4", "delpostcode", "delivery1_lbl",
+              "delivery2", "delivery3", "delivery4", "delivery5", "Label5"});
         show(settings.mobileVisible, {"mobile_txt", "mobile_lbl"});
     });
 }
@@ -439,28 +457,26 @@ void frmAddCust::Save_cmd_Click()
         }
         // An existing customer is written to the row the seek found.
         const QList<QPair<const char*, QWidget*>> fields = {
-            {"custid", custid_lbl},       {"lastname", Lastname_txt},   {"firstname", FirstName_txt},
-            {"phone", Phone_txt},         {"address", address1},        {"address2", address2},
-            {"city", address3},           {"address4", address4},       {"postcode", postcode_txt},
-            {"mobile", mobile_txt},       {"fax", Fax_txt},             {"email", email_txt},
+            {"custid", custid_lbl}, {"lastname", Lastname_txt}, {"firstname", FirstName_txt},
+            {"phone", Phone_txt},   {"address", address1},      {"address2", address2},
+            {"city", address3},     {"address4", address4},     {"postcode", postcode_txt},
+            {"mobile", mobile_txt}, {"fax", Fax_txt},           {"email", email_txt},
             {"notes", Notes_txt}};
         for (const auto& [column, box] : fields)
             rs.setField(QLatin1String(column), boxText(box).trimmed());
         rs.setField(QStringLiteral("Date"), DTPicker1->date());
         const QList<QPair<const char*, QLineEdit*>> delivery = {{"delAddress1", delAddress1},
-                                                                 {"delAddress2", delAddress2},
-                                                                 {"delAddress3", delAddress3},
-                                                                 {"delAddress4", delAddress4},
-                                                                 {"Deladdress5", delpostcode}};
+                                                                {"delAddress2", delAddress2},
+                                                                {"delAddress3", delAddress3},
+                                                                {"delAddress4", delAddress4},
+                                                                {"Deladdress5", delpostcode}};
         for (const auto& [column, box] : delivery)
             rs.setField(QLatin1String(column), box->text().trimmed());
         rs.update();
         rs.close();
         MsgBox(QStringLiteral("Customer details have been saved."), vbInformation, QStringLiteral("Saved"));
-        if (NewCustomerMode == 1
-            && MsgBox(QStringLiteral("Do you want to add an invoice to this customer?"), vbYesNo + vbQuestion,
-                      QStringLiteral("Add Invoice"))
-                   == vbYes)
+        if (NewCustomerMode == 1 && MsgBox(QStringLiteral("Do you want to add an invoice to this customer?"),
+                                           vbYesNo + vbQuestion, QStringLiteral("Add Invoice")) == vbYes)
             Add_cmd_Click();
         if (settings.freeformCus == 0 && NewCustomerMode == 1)
             Advance_number(Series::Customer, custid_lbl->text());
@@ -506,8 +522,7 @@ void frmAddCust::Edit_cmd_Click()
 void frmAddCust::Delete_cmd_Click()
 {
     if (MsgBox(QStringLiteral("Are you sure you want to delete this invoice"), vbYesNo + vbQuestion,
-               QStringLiteral("Confirm"))
-        != vbYes)
+               QStringLiteral("Confirm")) != vbYes)
         return;
     QTreeWidgetItem* row = Inv_lst->currentItem();
     if (Inv_lst->topLevelItemCount() == 0 || !row)
@@ -617,9 +632,8 @@ void frmAddCust::Customize_cmd_Click()
 
 void frmAddCust::exit_cmd_Click()
 {
-    if (Changed
-        && MsgBox(QStringLiteral("Do you wish to save changes?"), vbYesNo + vbQuestion, QStringLiteral("Save Changes"))
-               == vbYes)
+    if (Changed && MsgBox(QStringLiteral("Do you wish to save changes?"), vbYesNo + vbQuestion,
+                          QStringLiteral("Save Changes")) == vbYes)
         Save_cmd_Click();
     unload();
 }

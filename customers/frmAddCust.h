@@ -14,7 +14,8 @@ class QPushButton;
 class QTreeWidget;
 class QWidget;
 
-class frmAddCust : public QDialog {
+class frmAddCust : public QDialog
+{
     Q_OBJECT
 public:
     explicit frmAddCust(QWidget* parent = nullptr);

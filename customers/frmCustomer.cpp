@@ -124,8 +124,8 @@ void frmCustomer::Delete_item()
 {
     Trap(objectName(), "Delete_item", [this] {
         CustomerDeleted = 0;
-        const int answer = MsgBox(QStringLiteral("Are you sure you want to delete this customer?"), vbYesNo + vbQuestion,
-                                  QStringLiteral("Delete?"));
+        const int answer = MsgBox(QStringLiteral("Are you sure you want to delete this customer?"),
+                                  vbYesNo + vbQuestion, QStringLiteral("Delete?"));
         if (answer == vbNo || Cust_lst->topLevelItemCount() == 0 || !rules_->selected())
             return;
         const QString id = rules_->selected()->text(0);
@@ -149,12 +149,16 @@ void frmCustomer::Delete_item()
         }
         invoices.close();
         if (count > 1) {
-            MsgBox(QStringLiteral("Customer ") + id + QStringLiteral(" cannot be deleted, as it has ") + QString::number(count)
-                       + QStringLiteral(" invoices attached! Please delete these invoices first before deleting this customer."),
+            MsgBox(QStringLiteral("Customer ") + id + QStringLiteral(" cannot be deleted, as it has ") +
+                       QString::number(count) +
+                       QStringLiteral(
+                           " invoices attached! Please delete these invoices first before deleting this customer."),
                    vbExclamation, QStringLiteral("Cannot Delete!"));
         } else if (count == 1) {
-            MsgBox(QStringLiteral("Customer ") + id + QStringLiteral(" cannot be deleted, as it has ") + QStringLiteral("1")
-                       + QStringLiteral(" invoice attached! Please delete this invoice first before deleting this customer."),
+            MsgBox(QStringLiteral("Customer ") + id + QStringLiteral(" cannot be deleted, as it has ") +
+                       QStringLiteral("1") +
+                       QStringLiteral(
+                           " invoice attached! Please delete this invoice first before deleting this customer."),
                    vbExclamation, QStringLiteral("Cannot Delete!"));
         } else {
             customers.seek(id);
@@ -192,7 +196,7 @@ void frmCustomer::Toolbar1_ButtonClick(int place)
             OpenRow();
             break;
         case 8:
-            HelpTopic = QStringLiteral("customers.htm");  // the help window shows it once it exists
+            HelpTopic = QStringLiteral("customers.htm"); // the help window shows it once it exists
             break;
         default:
             break;

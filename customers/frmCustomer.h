@@ -7,7 +7,8 @@
 class ListRules;
 class QTreeWidget;
 
-class frmCustomer : public QDialog {
+class frmCustomer : public QDialog
+{
     Q_OBJECT
 public:
     explicit frmCustomer(QWidget* parent = nullptr);

@@ -22,7 +22,8 @@
 
 using namespace platform;
 
-namespace {
+namespace
+{
 constexpr int LongMax = 120;
 }
 
@@ -101,7 +102,10 @@ void frm_AddPart::showEvent(QShowEvent* event)
         Part_lbl->setFocus();
 }
 
-void frm_AddPart::countLeft() { count_lbl->setText(QString::number(LongMax - long_txt->text().size())); }
+void frm_AddPart::countLeft()
+{
+    count_lbl->setText(QString::number(LongMax - long_txt->text().size()));
+}
 
 bool frm_AddPart::eventFilter(QObject* watched, QEvent* event)
 {
@@ -154,7 +158,8 @@ void frm_AddPart::LoadPart()
             Short_txt->setText(Null_to_text(rs.field(QStringLiteral("shortdesc"))));
             long_txt->setText(rs.field(QStringLiteral("Desc")).toText());
             Price_txt->setText(Format_amount(Null_to_zero(rs.field(QStringLiteral("Price"))), 7, 2));
-            tax_chk->setChecked(Null_to_zero(rs.field(QStringLiteral("Taxable"))) == Currency::fromTicks(Currency::Scale));
+            tax_chk->setChecked(Null_to_zero(rs.field(QStringLiteral("Taxable"))) ==
+                                Currency::fromTicks(Currency::Scale));
             countLeft();
             break;
         }
@@ -188,9 +193,8 @@ int frm_AddPart::CheckItemEntries()
 void frm_AddPart::Update_cmd_Click()
 {
     Trap(objectName(), "Update_cmd", [this] {
-        if (settings.ConfirmAll == 0
-            && MsgBox(QStringLiteral("Are you sure you want to update?"), vbYesNo + vbQuestion, QStringLiteral("Continue?"))
-                   == vbNo)
+        if (settings.ConfirmAll == 0 && MsgBox(QStringLiteral("Are you sure you want to update?"), vbYesNo + vbQuestion,
+                                               QStringLiteral("Continue?")) == vbNo)
             return;
         if (CheckItemNo() == 1) {
             if (settings.freeformPart == 1)
@@ -230,7 +234,10 @@ void frm_AddPart::Update_cmd_Click()
     });
 }
 
-void frm_AddPart::Exit_cmd_Click() { reject(); }
+void frm_AddPart::Exit_cmd_Click()
+{
+    reject();
+}
 
 void frm_AddPart::reject()
 {

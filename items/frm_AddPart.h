@@ -10,7 +10,8 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 
-class frm_AddPart : public QDialog {
+class frm_AddPart : public QDialog
+{
     Q_OBJECT
 public:
     explicit frm_AddPart(QWidget* parent = nullptr);

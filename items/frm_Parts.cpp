@@ -13,7 +13,8 @@
 
 using namespace platform;
 
-namespace {
+namespace
+{
 
 // "Item ID", "Short Descriprtion", "Long Description", "Price", "Taxable". The long
 // description is read as it stands: a Null there is a failure.
@@ -22,11 +23,12 @@ QStringList itemRow(const Recordset& rs)
     const Value price = rs.field(QStringLiteral("Price"));
     return {rs.field(QStringLiteral("Id")).toText(), Null_to_text(rs.field(QStringLiteral("shortdesc"))),
             rs.field(QStringLiteral("Desc")).toText(), Format_amount(Null_to_text(price), 10, 2),
-            Null_to_zero(rs.field(QStringLiteral("Taxable"))) == Currency::fromTicks(Currency::Scale) ? QStringLiteral("Yes")
-                                                                                                     : QStringLiteral("No")};
+            Null_to_zero(rs.field(QStringLiteral("Taxable"))) == Currency::fromTicks(Currency::Scale)
+                ? QStringLiteral("Yes")
+                : QStringLiteral("No")};
 }
 
-}  // namespace
+} // namespace
 
 frm_Parts::frm_Parts(QWidget* parent) : QDialog(parent)
 {
@@ -40,8 +42,8 @@ frm_Parts::frm_Parts(QWidget* parent) : QDialog(parent)
                     {"Help", QStyle::SP_DialogHelpButton}};
     plan.onButton = [this](int place) { Toolbar1_ButtonClick(place); };
     plan.listName = "Parts_lst";
-    plan.headings = {QStringLiteral("Item ID"), QStringLiteral("Short Descriprtion"), QStringLiteral("Long Description"),
-                     QStringLiteral("Price"), QStringLiteral("Taxable")};
+    plan.headings = {QStringLiteral("Item ID"), QStringLiteral("Short Descriprtion"),
+                     QStringLiteral("Long Description"), QStringLiteral("Price"), QStringLiteral("Taxable")};
     plan.searchName = "search_txt";
     plan.searchMaxLength = 20;
     plan.onOpen = [this] { OpenItem(); };
@@ -157,8 +159,7 @@ void frm_Parts::Toolbar1_ButtonClick(int place)
         if (Parts_lst->topLevelItemCount() == 0 || !rules_->selected())
             break;
         if (MsgBox(QStringLiteral("Are you sure you want to delete this item"), vbYesNo + vbQuestion,
-                   QStringLiteral("Confirm"))
-            != vbYes)
+                   QStringLiteral("Confirm")) != vbYes)
             break;
         SelectedItemID = rules_->selected()->text(0);
         Delete_item();
@@ -168,7 +169,7 @@ void frm_Parts::Toolbar1_ButtonClick(int place)
         OpenItem();
         break;
     case 8:
-        HelpTopic = QStringLiteral("Items.htm");  // the help window shows it once it exists
+        HelpTopic = QStringLiteral("Items.htm"); // the help window shows it once it exists
         break;
     default:
         break;

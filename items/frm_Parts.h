@@ -7,7 +7,8 @@
 class ListRules;
 class QTreeWidget;
 
-class frm_Parts : public QDialog {
+class frm_Parts : public QDialog
+{
     Q_OBJECT
 public:
     explicit frm_Parts(QWidget* parent = nullptr);

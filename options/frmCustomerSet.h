@@ -7,7 +7,8 @@
 class QCheckBox;
 class Recordset;
 
-class frmCustomerSet : public QDialog {
+class frmCustomerSet : public QDialog
+{
     Q_OBJECT
 public:
     explicit frmCustomerSet(QWidget* parent = nullptr);

@@ -4,7 +4,8 @@
 
 #include <QPlainTextEdit>
 
-class MemoBox : public QPlainTextEdit {
+class MemoBox : public QPlainTextEdit
+{
     Q_OBJECT
 public:
     explicit MemoBox(int maxLength, QWidget* parent = nullptr);

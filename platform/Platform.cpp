@@ -5,17 +5,19 @@
 #include <QApplication>
 #include <QDialog>
 #include <QFileDialog>
+#include <QLocale>
 #include <QMessageBox>
 #include <QPageSize>
 #include <QPrinterInfo>
 #include <QRegularExpression>
-#include <QLocale>
 #include <cstdio>
 #include <cstdlib>
 
-namespace platform {
+namespace platform
+{
 
-namespace {
+namespace
+{
 
 int currentPointer = vbDefault;
 
@@ -38,10 +40,10 @@ std::optional<QString> fileDialog(const FileDialogRequest& r, bool save)
     QString start = r.fileName;
     if (!r.initialDir.isEmpty())
         start = r.initialDir + '/' + r.fileName;
-    const QString chosen = save
-        ? QFileDialog::getSaveFileName(QApplication::activeWindow(), r.title, start, filter, &selected,
-                                       QFileDialog::DontConfirmOverwrite)
-        : QFileDialog::getOpenFileName(QApplication::activeWindow(), r.title, start, filter, &selected);
+    const QString chosen =
+        save ? QFileDialog::getSaveFileName(QApplication::activeWindow(), r.title, start, filter, &selected,
+                                            QFileDialog::DontConfirmOverwrite)
+             : QFileDialog::getOpenFileName(QApplication::activeWindow(), r.title, start, filter, &selected);
     if (chosen.isEmpty())
         return std::nullopt;
     return chosen;
@@ -53,24 +55,42 @@ int desktopMsgBox(const QString& text, int style, const QString& title)
     box.setWindowTitle(title.isEmpty() ? QStringLiteral("Velk Invoice") : title);
     box.setText(text);
     switch (style & 0x70) {
-    case vbCritical: box.setIcon(QMessageBox::Critical); break;
-    case vbQuestion: box.setIcon(QMessageBox::Question); break;
-    case vbExclamation: box.setIcon(QMessageBox::Warning); break;
-    case vbInformation: box.setIcon(QMessageBox::Information); break;
-    default: break;
+    case vbCritical:
+        box.setIcon(QMessageBox::Critical);
+        break;
+    case vbQuestion:
+        box.setIcon(QMessageBox::Question);
+        break;
+    case vbExclamation:
+        box.setIcon(QMessageBox::Warning);
+        break;
+    case vbInformation:
+        box.setIcon(QMessageBox::Information);
+        break;
+    default:
+        break;
     }
-    struct Choice { QMessageBox::StandardButton button; int answer; };
+    struct Choice {
+        QMessageBox::StandardButton button;
+        int answer;
+    };
     std::vector<Choice> choices;
     switch (style & 0x7) {
-    case vbOKCancel: choices = {{QMessageBox::Ok, vbOK}, {QMessageBox::Cancel, vbCancel}}; break;
+    case vbOKCancel:
+        choices = {{QMessageBox::Ok, vbOK}, {QMessageBox::Cancel, vbCancel}};
+        break;
     case vbAbortRetryIgnore:
         choices = {{QMessageBox::Abort, vbAbort}, {QMessageBox::Retry, vbRetry}, {QMessageBox::Ignore, vbIgnore}};
         break;
     case vbYesNoCancel:
         choices = {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}, {QMessageBox::Cancel, vbCancel}};
         break;
-    case vbYesNo: choices = {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}}; break;
-    default: choices = {{QMessageBox::Ok, vbOK}}; break;
+    case vbYesNo:
+        choices = {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}};
+        break;
+    default:
+        choices = {{QMessageBox::Ok, vbOK}};
+        break;
     }
     QMessageBox::StandardButtons buttons;
     for (const auto& c : choices)
@@ -94,18 +114,18 @@ int desktopPaperSize()
     } else {
         // No printer installed: the paper of the user's country.
         const auto country = QLocale::system().territory();
-        const bool letter = country == QLocale::UnitedStates || country == QLocale::Canada
-            || country == QLocale::Mexico || country == QLocale::Philippines || country == QLocale::Chile;
+        const bool letter = country == QLocale::UnitedStates || country == QLocale::Canada ||
+                            country == QLocale::Mexico || country == QLocale::Philippines || country == QLocale::Chile;
         return letter ? vbPRPSLetter : vbPRPSA4;
     }
     if (size.id() == QPageSize::Letter)
         return vbPRPSLetter;
     if (size.id() == QPageSize::A4)
         return vbPRPSA4;
-    return 256;  // any other form
+    return 256; // any other form
 }
 
-}  // namespace
+} // namespace
 
 Hooks desktopHooks()
 {
@@ -150,14 +170,35 @@ QString programDir()
     return dir;
 }
 
-QString programFile(const QString& name) { return programDir() + '/' + name; }
-QDateTime now() { return hooks().now(); }
-QDate today() { return now().date(); }
+QString programFile(const QString& name)
+{
+    return programDir() + '/' + name;
+}
+QDateTime now()
+{
+    return hooks().now();
+}
+QDate today()
+{
+    return now().date();
+}
 
-int MsgBox(const QString& text, int style, const QString& title) { return hooks().msgBox(text, style, title); }
-std::optional<QString> ShowOpen(const FileDialogRequest& request) { return hooks().openFile(request); }
-std::optional<QString> ShowSave(const FileDialogRequest& request) { return hooks().saveFile(request); }
-void Beep() { hooks().beep(); }
+int MsgBox(const QString& text, int style, const QString& title)
+{
+    return hooks().msgBox(text, style, title);
+}
+std::optional<QString> ShowOpen(const FileDialogRequest& request)
+{
+    return hooks().openFile(request);
+}
+std::optional<QString> ShowSave(const FileDialogRequest& request)
+{
+    return hooks().saveFile(request);
+}
+void Beep()
+{
+    hooks().beep();
+}
 
 void setPointer(int p)
 {
@@ -165,14 +206,23 @@ void setPointer(int p)
     hooks().setPointer(p);
 }
 
-int pointer() { return currentPointer; }
-int paperSize() { return hooks().paperSize(); }
-int showModal(QDialog& dialog) { return hooks().showModal(dialog); }
+int pointer()
+{
+    return currentPointer;
+}
+int paperSize()
+{
+    return hooks().paperSize();
+}
+int showModal(QDialog& dialog)
+{
+    return hooks().showModal(dialog);
+}
 
 void endProgram(int exitCode)
 {
     hooks().endProgram(exitCode);
-    std::_Exit(exitCode);  // a hook that returns must not let the program go on
+    std::_Exit(exitCode); // a hook that returns must not let the program go on
 }
 
-}  // namespace platform
+} // namespace platform

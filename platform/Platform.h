@@ -9,16 +9,25 @@
 #include <optional>
 
 class QDialog;
-namespace report {
+namespace report
+{
 class Report;
 }
 
-namespace platform {
+namespace platform
+{
 
 // Message box styles and answers, in the classic numbering the windows use.
 enum MsgStyle {
-    vbOKOnly = 0, vbOKCancel = 1, vbAbortRetryIgnore = 2, vbYesNoCancel = 3, vbYesNo = 4,
-    vbCritical = 16, vbQuestion = 32, vbExclamation = 48, vbInformation = 64
+    vbOKOnly = 0,
+    vbOKCancel = 1,
+    vbAbortRetryIgnore = 2,
+    vbYesNoCancel = 3,
+    vbYesNo = 4,
+    vbCritical = 16,
+    vbQuestion = 32,
+    vbExclamation = 48,
+    vbInformation = 64
 };
 enum MsgAnswer { vbOK = 1, vbCancel = 2, vbAbort = 3, vbRetry = 4, vbIgnore = 5, vbYes = 6, vbNo = 7 };
 
@@ -30,9 +39,9 @@ enum Paper { vbPRPSLetter = 1, vbPRPSA4 = 9 };
 
 struct FileDialogRequest {
     QString title;
-    QString filter;      // "Description(*.ext)|*.ext" pairs, as the windows write them
+    QString filter; // "Description(*.ext)|*.ext" pairs, as the windows write them
     int filterIndex = 1;
-    QString fileName;    // proposed name, or a full path
+    QString fileName; // proposed name, or a full path
     QString initialDir;
 };
 
@@ -53,15 +62,15 @@ struct Hooks {
     std::function<void(int pointer)> setPointer;
     std::function<int()> paperSize;
     std::function<int(QDialog&)> showModal;
-    std::function<void(report::Report&)> showReport;  // a modal preview
+    std::function<void(report::Report&)> showReport; // a modal preview
     std::function<void(int exitCode)> endProgram;
 };
 
-Hooks& hooks();            // the hooks in force
-Hooks desktopHooks();      // the real desktop ones
+Hooks& hooks();       // the hooks in force
+Hooks desktopHooks(); // the real desktop ones
 
-QString programDir();      // the folder of the executable, without a trailing slash
-QString programFile(const QString& name);  // a file in that folder
+QString programDir();                     // the folder of the executable, without a trailing slash
+QString programFile(const QString& name); // a file in that folder
 QDateTime now();
 QDate today();
 int MsgBox(const QString& text, int style = vbOKOnly, const QString& title = QString());
@@ -69,9 +78,9 @@ std::optional<QString> ShowOpen(const FileDialogRequest& request);
 std::optional<QString> ShowSave(const FileDialogRequest& request);
 void Beep();
 void setPointer(int pointer);
-int pointer();             // the pointer last set
+int pointer(); // the pointer last set
 int paperSize();
 int showModal(QDialog& dialog);
 [[noreturn]] void endProgram(int exitCode);
 
-}  // namespace platform
+} // namespace platform

@@ -15,14 +15,20 @@
 
 using namespace platform;
 
-namespace safety {
+namespace safety
+{
 
-namespace {
+namespace
+{
 
 // Ends a command in silence, as its trap does for a cancel or a failed copy.
-struct Silent {};
+struct Silent {
+};
 
-QString liveFile() { return programFile(QStringLiteral("data.mdb")); }
+QString liveFile()
+{
+    return programFile(QStringLiteral("data.mdb"));
+}
 
 FileDialogRequest dialogRequest(const QString& fileName)
 {
@@ -139,7 +145,7 @@ QString storedName(const QString& path)
     return info.fileName();
 }
 
-}  // namespace
+} // namespace
 
 bool sameFile(const QString& a, const QString& b)
 {
@@ -158,13 +164,13 @@ void MnuSave()
         const QString target = *chosen;
         // Besides the name check, whatever spelling reaches the live file is refused too.
         if (target == programDir() + QStringLiteral("/Data.mdb") || sameFile(target, liveFile())) {
-            MsgBox(QStringLiteral("Cannot overwrite original database"), vbExclamation, QStringLiteral("Please Try Again"));
+            MsgBox(QStringLiteral("Cannot overwrite original database"), vbExclamation,
+                   QStringLiteral("Please Try Again"));
             return;
         }
         if (QFileInfo::exists(target)) {
             if (MsgBox(QStringLiteral("Do u wish to overwrite this file?"), vbYesNo + vbExclamation,
-                       QStringLiteral("Overwite File"))
-                != vbYes)
+                       QStringLiteral("Overwite File")) != vbYes)
                 return;
         }
         writeBackup(target);
@@ -183,12 +189,13 @@ void mnurestore()
             throw Silent{};
         const QString source = *chosen;
         if (storedName(source) != QLatin1String("Data.mdb")) {
-            MsgBox(QStringLiteral("Database must be called Data.mdb"), vbExclamation, QStringLiteral("Please Try Again"));
+            MsgBox(QStringLiteral("Database must be called Data.mdb"), vbExclamation,
+                   QStringLiteral("Please Try Again"));
             return;
         }
-        if (MsgBox(QStringLiteral("Are you very sure you want to restore this backup? This will overwrite your current data."),
-                   vbYesNo + vbQuestion, QStringLiteral("Confirm"))
-            != vbYes)
+        if (MsgBox(QStringLiteral(
+                       "Are you very sure you want to restore this backup? This will overwrite your current data."),
+                   vbYesNo + vbQuestion, QStringLiteral("Confirm")) != vbYes)
             return;
         restoreFrom(source);
         MsgBox(QStringLiteral("Restore has been Successful"), vbInformation, QStringLiteral("Successful"));
@@ -197,4 +204,4 @@ void mnurestore()
     }
 }
 
-}  // namespace safety
+} // namespace safety

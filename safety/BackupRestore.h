@@ -3,7 +3,8 @@
 
 #include <QString>
 
-namespace safety {
+namespace safety
+{
 
 // File > Save: copies the data file to a place the user picks.
 void MnuSave();
@@ -13,4 +14,4 @@ void mnurestore();
 // True when both paths name one file on disk, whatever their spelling.
 bool sameFile(const QString& a, const QString& b);
 
-}  // namespace safety
+} // namespace safety

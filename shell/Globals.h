@@ -5,8 +5,8 @@
 #include <QString>
 
 // Text of a settled width: cut and blank-padded on assignment; users trim it.
-template <int N>
-class FixedText {
+template <int N> class FixedText
+{
 public:
     FixedText() : s_(N, QLatin1Char(' ')) {}
     FixedText(const QString& s) { *this = s; }
@@ -84,9 +84,9 @@ struct SettingsRecord {
 extern SettingsRecord settings;
 
 // State of the run.
-extern qint16 SetupDone;    // 1: the data file holds a settings row
-extern qint32 FrontCount;   // times the main window came to the front
-extern qint16 BackupDone;   // set by a backup, and by No to the backup question at exit
+extern qint16 SetupDone;  // 1: the data file holds a settings row
+extern qint32 FrontCount; // times the main window came to the front
+extern qint16 BackupDone; // set by a backup, and by No to the backup question at exit
 
 // Hand-over values, set by an opener before it shows a window modally.
 extern qint16 NewCustomerMode;

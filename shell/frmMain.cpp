@@ -33,13 +33,17 @@
 
 using namespace platform;
 
-namespace {
+namespace
+{
 
 const QString Module = QStringLiteral("frmMain");
 
-QString dataFile() { return programFile(QStringLiteral("data.mdb")); }
+QString dataFile()
+{
+    return programFile(QStringLiteral("data.mdb"));
+}
 
-}  // namespace
+} // namespace
 
 QString plainConnectionString()
 {
@@ -64,10 +68,11 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
     };
     QMenu* file = menuBar()->addMenu(QStringLiteral("File"));
     file->setObjectName(QStringLiteral("mnuFile"));
-    action(file, "mnuExport", QStringLiteral("&Export"));  // the export window comes with the reports
+    action(file, "mnuExport", QStringLiteral("&Export")); // the export window comes with the reports
     action(file, "mnusep", QStringLiteral("-"));
     connect(action(file, "MnuSave", QStringLiteral("&Save")), &QAction::triggered, this, &frmMain::MnuSave_Click);
-    connect(action(file, "mnurestore", QStringLiteral("&Restore")), &QAction::triggered, this, &frmMain::mnurestore_Click);
+    connect(action(file, "mnurestore", QStringLiteral("&Restore")), &QAction::triggered, this,
+            &frmMain::mnurestore_Click);
     action(file, "mn", QStringLiteral("-"));
     connect(action(file, "mnuExit", QStringLiteral("&Exit")), &QAction::triggered, this, &QWidget::close);
 
@@ -90,10 +95,10 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
         const char* caption;
         QStyle::StandardPixmap icon;
     } buttons[] = {
-        {"Customers", QStyle::SP_DirHomeIcon},       {"Invoices", QStyle::SP_FileDialogDetailedView},
-        {"Add Invoice", QStyle::SP_FileIcon},        {"Reports", QStyle::SP_FileDialogContentsView},
-        {"Debtors", QStyle::SP_MessageBoxWarning},   {"Items", QStyle::SP_FileDialogListView},
-        {"Help", QStyle::SP_DialogHelpButton},       {"Exit", QStyle::SP_DialogCloseButton},
+        {"Customers", QStyle::SP_DirHomeIcon},     {"Invoices", QStyle::SP_FileDialogDetailedView},
+        {"Add Invoice", QStyle::SP_FileIcon},      {"Reports", QStyle::SP_FileDialogContentsView},
+        {"Debtors", QStyle::SP_MessageBoxWarning}, {"Items", QStyle::SP_FileDialogListView},
+        {"Help", QStyle::SP_DialogHelpButton},     {"Exit", QStyle::SP_DialogCloseButton},
     };
     int index = 1;
     for (const auto& b : buttons) {
@@ -153,8 +158,8 @@ void frmMain::Create_database()
                 statement();
                 return true;
             } catch (const VbError& e) {
-                const int answer = MsgBox(e.description() + QStringLiteral("    Error No. ") + QString::number(e.number())
-                                              + QStringLiteral(" \r\n"),
+                const int answer = MsgBox(e.description() + QStringLiteral("    Error No. ") +
+                                              QString::number(e.number()) + QStringLiteral(" \r\n"),
                                           vbAbortRetryIgnore + vbCritical, QStringLiteral("Code Gen Error"));
                 if (answer == vbAbort)
                     return false;
@@ -207,7 +212,9 @@ void frmMain::Load_settings()
         }
         rs.moveFirst();
         auto text = [&](const char* column) { return Null_to_text(rs.field(QLatin1String(column))); };
-        auto flag = [&](const char* column) { return toInt16(Null_to_zero(rs.field(QLatin1String(column))).toDouble()); };
+        auto flag = [&](const char* column) {
+            return toInt16(Null_to_zero(rs.field(QLatin1String(column))).toDouble());
+        };
         // A Null in these is a failure, not a zero.
         auto strict = [&](const char* column) { return rs.field(QLatin1String(column)).toInt16(); };
         SettingsRecord& s = settings;
@@ -272,7 +279,7 @@ void frmMain::Load_settings()
 int frmMain::openModal(QDialog& window)
 {
     const int result = showModal(window);
-    MDIForm_Activate();  // the main window comes to the front again
+    MDIForm_Activate(); // the main window comes to the front again
     return result;
 }
 
@@ -281,7 +288,7 @@ void frmMain::MDIForm_Activate()
     if (SetupDone == 0) {
         frm_setup wizard(this);
         showModal(wizard);
-        if (SetupDone == 0)  // cancelled: the program ends
+        if (SetupDone == 0) // cancelled: the program ends
             close();
     }
     // "Show Debtors at Startup" opens the debtor list here on the first activation, when
@@ -337,9 +344,15 @@ void frmMain::Toolbar1_ButtonClick(int index)
     }
 }
 
-void frmMain::MnuSave_Click() { safety::MnuSave(); }
+void frmMain::MnuSave_Click()
+{
+    safety::MnuSave();
+}
 
-void frmMain::mnurestore_Click() { safety::mnurestore(); }
+void frmMain::mnurestore_Click()
+{
+    safety::mnurestore();
+}
 
 void frmMain::closeEvent(QCloseEvent* event)
 {

@@ -4,8 +4,8 @@
 #include <QDialog>
 #include <QMainWindow>
 
-
-class frmMain : public QMainWindow {
+class frmMain : public QMainWindow
+{
     Q_OBJECT
 public:
     explicit frmMain(QWidget* parent = nullptr);
@@ -32,7 +32,8 @@ private:
 };
 
 // The placeholder for the automatic invoice routine announced in the status bar.
-class frm_AutoInv : public QDialog {
+class frm_AutoInv : public QDialog
+{
     Q_OBJECT
 public:
     explicit frm_AutoInv(QWidget* parent = nullptr);

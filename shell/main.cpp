@@ -5,10 +5,12 @@
 #include <QApplication>
 #include <QTimer>
 
-namespace {
+namespace
+{
 
 // A failure that no procedure trapped still ends through the program's own box.
-class Application : public QApplication {
+class Application : public QApplication
+{
 public:
     using QApplication::QApplication;
     bool notify(QObject* receiver, QEvent* event) override
@@ -23,7 +25,7 @@ public:
     }
 };
 
-}  // namespace
+} // namespace
 
 int main(int argc, char** argv)
 {

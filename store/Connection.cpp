@@ -13,4 +13,7 @@ void Connection::open(const QString& connectionString)
     string_ = connectionString;
 }
 
-void Connection::close() { db_.reset(); }
+void Connection::close()
+{
+    db_.reset();
+}

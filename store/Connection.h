@@ -7,9 +7,10 @@
 
 class Database;
 
-class Connection {
+class Connection
+{
 public:
-    void open(const QString& connectionString);  // fails when the file is not ours
+    void open(const QString& connectionString); // fails when the file is not ours
     void close();
     bool isOpen() const { return db_ != nullptr; }
     const QString& connectionString() const { return string_; }

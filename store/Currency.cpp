@@ -12,7 +12,7 @@ Currency Currency::fromDouble(double value)
     // 2^63 is the first value that does not fit; the largest double below it does.
     if (!std::isfinite(scaled) || scaled >= 9223372036854775808.0 || scaled < -9223372036854775808.0)
         throw VbError(err::Overflow);
-    return Currency(qint64(std::nearbyint(scaled)));  // the default rounding is to even
+    return Currency(qint64(std::nearbyint(scaled))); // the default rounding is to even
 }
 
 Currency Currency::fromText(const QString& text)
@@ -50,7 +50,7 @@ Currency Currency::fromText(const QString& text)
         }
     }
     if (!exact || i != t.size()) {
-        return fromDouble(strictNumber(text));  // exponent forms, or a failure with error 13
+        return fromDouble(strictNumber(text)); // exponent forms, or a failure with error 13
     }
     if (digits == 0)
         throw VbError(err::TypeMismatch);
@@ -94,4 +94,7 @@ Currency Currency::operator-(Currency other) const
     return Currency(r);
 }
 
-Currency Currency::operator-() const { return Currency() - *this; }
+Currency Currency::operator-() const
+{
+    return Currency() - *this;
+}

@@ -5,7 +5,8 @@
 #include <QtGlobal>
 #include <compare>
 
-class Currency {
+class Currency
+{
 public:
     static constexpr qint64 Scale = 10000;
 

@@ -8,7 +8,8 @@
 #include <QMap>
 #include <sqlite3.h>
 
-namespace {
+namespace
+{
 
 // Handles kept open between recordsets, so that opening a table costs no file open.
 QMap<QString, std::shared_ptr<Database>>& pool()
@@ -21,11 +22,15 @@ int classicNumber(int code, const QString& message)
 {
     switch (code & 0xff) {
     case SQLITE_NOTADB:
-    case SQLITE_CORRUPT: return err::UnrecognisedDatabase;
-    case SQLITE_CANTOPEN: return err::CannotOpenFile;
-    case SQLITE_FULL: return err::DiskFull;
+    case SQLITE_CORRUPT:
+        return err::UnrecognisedDatabase;
+    case SQLITE_CANTOPEN:
+        return err::CannotOpenFile;
+    case SQLITE_FULL:
+        return err::DiskFull;
     case SQLITE_READONLY:
-    case SQLITE_PERM: return err::PermissionDenied;
+    case SQLITE_PERM:
+        return err::PermissionDenied;
     case SQLITE_CONSTRAINT:
         if ((code == SQLITE_CONSTRAINT_NOTNULL))
             return err::NullInRequired;
@@ -36,11 +41,12 @@ int classicNumber(int code, const QString& message)
         if (message.contains(QLatin1String("no such column")))
             return err::ItemNotFound;
         return err::SqlSyntax;
-    default: return err::DatabaseFailure;
+    default:
+        return err::DatabaseFailure;
     }
 }
 
-}  // namespace
+} // namespace
 
 Database::Database(const QString& path) : path_(path) {}
 
@@ -59,8 +65,8 @@ std::shared_ptr<Database> Database::open(const QString& path)
         return existing;
     auto db = std::shared_ptr<Database>(new Database(key));
     // No create flag: a missing file is a failure, never a new empty file.
-    const int rc = sqlite3_open_v2(key.toUtf8().constData(), &db->db_,
-                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX, nullptr);
+    const int rc =
+        sqlite3_open_v2(key.toUtf8().constData(), &db->db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX, nullptr);
     if (rc != SQLITE_OK)
         db->fail(rc, key);
     sqlite3_extended_result_codes(db->db_, 1);
@@ -86,7 +92,10 @@ std::shared_ptr<Database> Database::create(const QString& path)
     return db;
 }
 
-void Database::closeAll() { pool().clear(); }
+void Database::closeAll()
+{
+    pool().clear();
+}
 
 sqlite3_stmt* Database::prepare(const QString& sql)
 {
@@ -128,10 +137,18 @@ void Database::fail(int code, const QString& context) const
 void Database::bind(sqlite3_stmt* st, int i, const Value& v)
 {
     switch (v.type()) {
-    case Value::Type::Null: sqlite3_bind_null(st, i); break;
-    case Value::Type::Long: sqlite3_bind_int64(st, i, v.toLong()); break;
-    case Value::Type::Double: sqlite3_bind_double(st, i, v.toDouble()); break;
-    case Value::Type::Currency: sqlite3_bind_int64(st, i, v.toCurrency().ticks()); break;
+    case Value::Type::Null:
+        sqlite3_bind_null(st, i);
+        break;
+    case Value::Type::Long:
+        sqlite3_bind_int64(st, i, v.toLong());
+        break;
+    case Value::Type::Double:
+        sqlite3_bind_double(st, i, v.toDouble());
+        break;
+    case Value::Type::Currency:
+        sqlite3_bind_int64(st, i, v.toCurrency().ticks());
+        break;
     case Value::Type::Text: {
         const QByteArray utf8 = v.text()->toUtf8();
         sqlite3_bind_text(st, i, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
@@ -149,9 +166,12 @@ Value Database::column(sqlite3_stmt* st, int i, int columnType)
 {
     const int kind = sqlite3_column_type(st, i);
     switch (kind) {
-    case SQLITE_NULL: return Value();
-    case SQLITE_INTEGER: return decode(kind, sqlite3_column_int64(st, i), 0, nullptr, 0, columnType);
-    case SQLITE_FLOAT: return decode(kind, 0, sqlite3_column_double(st, i), nullptr, 0, columnType);
+    case SQLITE_NULL:
+        return Value();
+    case SQLITE_INTEGER:
+        return decode(kind, sqlite3_column_int64(st, i), 0, nullptr, 0, columnType);
+    case SQLITE_FLOAT:
+        return decode(kind, 0, sqlite3_column_double(st, i), nullptr, 0, columnType);
     default: {
         const char* text = reinterpret_cast<const char*>(sqlite3_column_text(st, i));
         return decode(SQLITE_TEXT, 0, 0, text, sqlite3_column_bytes(st, i), columnType);
@@ -195,10 +215,16 @@ Value Database::decode(int kind, qint64 integer, double real, const char* text, 
     }
     // A value of another kind than its column (a file written by hand): take it as stored.
     switch (kind) {
-    case SQLITE_INTEGER: return Value(integer);
-    case SQLITE_FLOAT: return Value(real);
-    default: return Value(QString::fromUtf8(text, length));
+    case SQLITE_INTEGER:
+        return Value(integer);
+    case SQLITE_FLOAT:
+        return Value(real);
+    default:
+        return Value(QString::fromUtf8(text, length));
     }
 }
 
-StatementScope::~StatementScope() { sqlite3_reset(st_); }
+StatementScope::~StatementScope()
+{
+    sqlite3_reset(st_);
+}

@@ -11,7 +11,8 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-class Database {
+class Database
+{
 public:
     ~Database();
     Database(const Database&) = delete;
@@ -53,7 +54,8 @@ private:
 };
 
 // Resets a statement when it goes out of scope, so that no read stays open.
-class StatementScope {
+class StatementScope
+{
 public:
     explicit StatementScope(sqlite3_stmt* st) : st_(st) {}
     ~StatementScope();

@@ -4,7 +4,8 @@
 #include <QString>
 #include <exception>
 
-namespace err {
+namespace err
+{
 enum : int {
     InvalidArgument = 5,
     Overflow = 6,
@@ -32,7 +33,8 @@ enum : int {
 };
 }
 
-class VbError : public std::exception {
+class VbError : public std::exception
+{
 public:
     explicit VbError(int number, QString description = QString());
     int number() const { return number_; }

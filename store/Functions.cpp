@@ -12,7 +12,8 @@
 #include <cmath>
 #include <new>
 
-namespace {
+namespace
+{
 qint16 BusyCount = 0;
 
 // The decimal digits of a non-negative value rounded to dec places, halves away from
@@ -24,7 +25,7 @@ void roundDecimal(QString digits, int exponent, int dec, QString* whole, QString
     if (pointAt <= 0)
         digits = QString(-pointAt, '0') + digits;
     const int intLen = std::max(pointAt, 0);
-    const int want = intLen + dec;  // digits to keep
+    const int want = intLen + dec; // digits to keep
     if (digits.size() < want + 1)
         digits += QString(want + 1 - digits.size(), '0');
     QString kept = digits.left(want);
@@ -39,7 +40,7 @@ void roundDecimal(QString digits, int exponent, int dec, QString* whole, QString
             }
         }
         if (i < 0) {
-            kept.prepend('1');  // the carry adds an integer digit
+            kept.prepend('1'); // the carry adds an integer digit
             *whole = kept.left(intLen + 1);
             *fraction = kept.mid(intLen + 1);
             return;
@@ -67,11 +68,17 @@ QString formatDigits(bool negative, QString digits, int exponent, int intDigits,
     const int width = intDigits + decDigits + (decDigits > 0 ? 1 : 0);
     return (QString(20, ' ') + text).right(width);
 }
-}  // namespace
+} // namespace
 
-QString Null_to_text(const Value& value) { return value.isNull() ? QString() : value.toText(); }
+QString Null_to_text(const Value& value)
+{
+    return value.isNull() ? QString() : value.toText();
+}
 
-Currency Null_to_zero(const Value& value) { return value.isNull() ? Currency() : value.toCurrency(); }
+Currency Null_to_zero(const Value& value)
+{
+    return value.isNull() ? Currency() : value.toCurrency();
+}
 
 QString Format_amount(double value, int intDigits, int decDigits)
 {
@@ -108,9 +115,15 @@ QString Zero_pad(const QString& value, int width)
     return (QString(20, '0') + value.trimmed()).right(std::max(width, 0));
 }
 
-QString Zero_pad(qint64 value, int width) { return Zero_pad(QString::number(value), width); }
+QString Zero_pad(qint64 value, int width)
+{
+    return Zero_pad(QString::number(value), width);
+}
 
-QString Right_align(const QString& text, int width) { return (QString(std::max(width, 0), ' ') + text).right(std::max(width, 0)); }
+QString Right_align(const QString& text, int width)
+{
+    return (QString(std::max(width, 0), ' ') + text).right(std::max(width, 0));
+}
 
 QString Csv_field(const QString& line, int n)
 {
@@ -140,7 +153,10 @@ void Busy_off()
         platform::setPointer(platform::vbDefault);
 }
 
-qint16 busyCount() { return BusyCount; }
+qint16 busyCount()
+{
+    return BusyCount;
+}
 
 bool Open_shape(const QString& source, std::shared_ptr<ShapeRecordset>& recordset)
 {
@@ -157,18 +173,19 @@ bool Open_shape(const QString& source, std::shared_ptr<ShapeRecordset>& recordse
     return true;
 }
 
-bool Debug_mode() { return false; }
+bool Debug_mode()
+{
+    return false;
+}
 
 QString errorMessageText(int number, const QString& module, const QString& procedure, const QString& description)
 {
     const QString crlf = QStringLiteral("\r\n");
     const QString code = Right_align(QString::number(number), 6).trimmed();
-    return QStringLiteral("The following error has occurred.") + crlf + crlf
-        + QStringLiteral("Error Code \t: ") + code + crlf + crlf
-        + QStringLiteral("Error Description \t: ") + description + crlf + crlf
-        + QStringLiteral("Module \t\t: ") + module + crlf + crlf
-        + QStringLiteral("Procedure \t: ") + procedure + crlf + crlf
-        + QStringLiteral("Please log this error on the website noting the above details.");
+    return QStringLiteral("The following error has occurred.") + crlf + crlf + QStringLiteral("Error Code \t: ") +
+           code + crlf + crlf + QStringLiteral("Error Description \t: ") + description + crlf + crlf +
+           QStringLiteral("Module \t\t: ") + module + crlf + crlf + QStringLiteral("Procedure \t: ") + procedure +
+           crlf + crlf + QStringLiteral("Please log this error on the website noting the above details.");
 }
 
 void Report_error(int number, const QString& module, const QString& procedure, const QString& description)

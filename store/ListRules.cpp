@@ -11,7 +11,8 @@
 #include <QStyle>
 #include <QTreeWidget>
 
-namespace {
+namespace
+{
 constexpr int MarkRole = Qt::UserRole + 7;
 constexpr int KeyRole = Qt::UserRole + 8;
 
@@ -20,7 +21,7 @@ int compareText(const QString& a, const QString& b)
     const int c = a.compare(b, Qt::CaseInsensitive);
     return c != 0 ? c : a.compare(b);
 }
-}  // namespace
+} // namespace
 
 bool ListRow::operator<(const QTreeWidgetItem& other) const
 {
@@ -164,7 +165,10 @@ bool ListRules::pass(int from, const QString& text)
     return false;
 }
 
-void ListRules::Find() { Find(box_ ? box_->text() : QString()); }
+void ListRules::Find()
+{
+    Find(box_ ? box_->text() : QString());
+}
 
 void ListRules::Find(const QString& text)
 {
@@ -186,4 +190,7 @@ void ListRules::Find(const QString& text)
     });
 }
 
-QString headingMark(QTreeWidget* list, int column) { return list->headerItem()->data(column, MarkRole).toString(); }
+QString headingMark(QTreeWidget* list, int column)
+{
+    return list->headerItem()->data(column, MarkRole).toString();
+}

@@ -13,21 +13,23 @@ class QPushButton;
 class QTreeWidget;
 
 struct ListConfig {
-    bool sortMarks = true;     // the headings show key1/key2 after a click
-    int replacedColumn = -1;   // a clicked column that sorts by a hidden one instead...
+    bool sortMarks = true;   // the headings show key1/key2 after a click
+    int replacedColumn = -1; // a clicked column that sorts by a hidden one instead...
     int replacementColumn = -1;
-    int furtherColumns = 0;    // sub-items searched besides the row text, from the first
-    QLabel* foundLabel = nullptr;  // where "Not Found" shows, if the window has one
+    int furtherColumns = 0;       // sub-items searched besides the row text, from the first
+    QLabel* foundLabel = nullptr; // where "Not Found" shows, if the window has one
 };
 
 // A row of a list: compares by text, as the lists sort.
-class ListRow : public QTreeWidgetItem {
+class ListRow : public QTreeWidgetItem
+{
 public:
     using QTreeWidgetItem::QTreeWidgetItem;
     bool operator<(const QTreeWidgetItem& other) const override;
 };
 
-class ListRules : public QObject {
+class ListRules : public QObject
+{
     Q_OBJECT
 public:
     ListRules(QTreeWidget* list, ListConfig config, QString module);

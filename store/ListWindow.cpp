@@ -11,10 +11,12 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
-namespace {
+namespace
+{
 
 // Enter in the list opens the row, as a double click does.
-class EnterOpens : public QObject {
+class EnterOpens : public QObject
+{
 public:
     EnterOpens(QObject* parent, std::function<void()> open) : QObject(parent), open_(std::move(open)) {}
 
@@ -35,7 +37,7 @@ private:
     std::function<void()> open_;
 };
 
-}  // namespace
+} // namespace
 
 ListWindow buildListWindow(QDialog* window, const ListWindowPlan& plan)
 {
@@ -62,7 +64,8 @@ ListWindow buildListWindow(QDialog* window, const ListWindowPlan& plan)
     if (plan.searchMaxLength > 0)
         w.search->setMaxLength(plan.searchMaxLength);
     search->addWidget(w.search, 1);
-    w.searchButton = new QPushButton(window->style()->standardIcon(QStyle::SP_FileDialogContentsView), QString(), window);
+    w.searchButton =
+        new QPushButton(window->style()->standardIcon(QStyle::SP_FileDialogContentsView), QString(), window);
     w.searchButton->setObjectName(QStringLiteral("search_cmd"));
     w.searchButton->setAutoDefault(false);
     search->addWidget(w.searchButton);

@@ -25,8 +25,8 @@ struct ListWindowPlan {
     const char* listName;
     QStringList headings;
     const char* searchName;
-    int searchMaxLength = 0;  // 0: no limit
-    std::function<void()> onOpen;  // a double click or Enter on a row
+    int searchMaxLength = 0;      // 0: no limit
+    std::function<void()> onOpen; // a double click or Enter on a row
 };
 
 struct ListWindow {

@@ -5,11 +5,15 @@
 #include <QRegularExpression>
 #include <cmath>
 
-namespace {
+namespace
+{
 
-bool isBlank(QChar c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+bool isBlank(QChar c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
 
-}  // namespace
+} // namespace
 
 double Val(const QString& text)
 {
@@ -113,7 +117,10 @@ qint32 toInt32(double value)
     return qint32(r);
 }
 
-QString dateText(const QDate& date) { return date.toString(QStringLiteral("dd/MM/yyyy")); }
+QString dateText(const QDate& date)
+{
+    return date.toString(QStringLiteral("dd/MM/yyyy"));
+}
 
 QString dateTimeText(const QDateTime& value)
 {

@@ -22,7 +22,7 @@ qint16 toInt16(double value);
 qint32 toInt32(double value);
 
 // Dates as the windows show them, and as the store keeps them.
-QString dateText(const QDate& date);             // DD/MM/YYYY
-QString dateTimeText(const QDateTime& value);    // DD/MM/YYYY, with hh:mm:ss when there is a time
-QString isoDateText(const QDateTime& value);     // YYYY-MM-DD, with " hh:mm:ss" when there is a time
-QDateTime parseIsoDate(const QString& text);     // invalid when the text is not such a date
+QString dateText(const QDate& date);          // DD/MM/YYYY
+QString dateTimeText(const QDateTime& value); // DD/MM/YYYY, with hh:mm:ss when there is a time
+QString isoDateText(const QDateTime& value);  // YYYY-MM-DD, with " hh:mm:ss" when there is a time
+QDateTime parseIsoDate(const QString& text);  // invalid when the text is not such a date

@@ -7,7 +7,8 @@
 #include <QRegularExpression>
 #include <sqlite3.h>
 
-namespace {
+namespace
+{
 constexpr int MaxPage = 1024;
 }
 
@@ -82,7 +83,10 @@ void Recordset::setIndex(const QString& name)
     ahead_.clear();
 }
 
-QString Recordset::index() const { return index_ ? QLatin1String(index_->name) : QString(); }
+QString Recordset::index() const
+{
+    return index_ ? QLatin1String(index_->name) : QString();
+}
 
 QString Recordset::selectList() const
 {
@@ -97,7 +101,8 @@ QString Recordset::orderBy(bool descending) const
     const QString dir = descending ? QStringLiteral(" DESC") : QString();
     if (orderColumn_ < 0)
         return QStringLiteral(" ORDER BY rowid") + dir;
-    return QStringLiteral(" ORDER BY \"%1\"%2, rowid%2").arg(QLatin1String(table_->columns[size_t(orderColumn_)].name), dir);
+    return QStringLiteral(" ORDER BY \"%1\"%2, rowid%2")
+        .arg(QLatin1String(table_->columns[size_t(orderColumn_)].name), dir);
 }
 
 Recordset::Row Recordset::readRow(void* statement) const
@@ -111,9 +116,14 @@ Recordset::Row Recordset::readRow(void* statement) const
         Cell& c = row.cells[size_t(i)];
         c.kind = sqlite3_column_type(st, i + 1);
         switch (c.kind) {
-        case SQLITE_INTEGER: c.integer = sqlite3_column_int64(st, i + 1); break;
-        case SQLITE_FLOAT: c.real = sqlite3_column_double(st, i + 1); break;
-        case SQLITE_NULL: break;
+        case SQLITE_INTEGER:
+            c.integer = sqlite3_column_int64(st, i + 1);
+            break;
+        case SQLITE_FLOAT:
+            c.real = sqlite3_column_double(st, i + 1);
+            break;
+        case SQLITE_NULL:
+            break;
         default:
             c.kind = SQLITE_TEXT;
             c.offset = int(row.text.size());
@@ -192,7 +202,7 @@ void Recordset::moveFirst()
         update();
     pageSize_ = 1;
     fetchPage(false, pageSize_);
-    settle();  // an empty table leaves the cursor at EOF, which is what callers test
+    settle(); // an empty table leaves the cursor at EOF, which is what callers test
 }
 
 void Recordset::moveNext()
@@ -214,8 +224,9 @@ void Recordset::moveLast()
     requireOpen();
     if (edit_ != Edit::None)
         update();
-    sqlite3_stmt* st = db_->prepare(QStringLiteral("SELECT %1 FROM \"%2\"").arg(selectList(), QLatin1String(table_->name))
-                                    + orderBy(true) + QStringLiteral(" LIMIT 1"));
+    sqlite3_stmt* st =
+        db_->prepare(QStringLiteral("SELECT %1 FROM \"%2\"").arg(selectList(), QLatin1String(table_->name)) +
+                     orderBy(true) + QStringLiteral(" LIMIT 1"));
     StatementScope scope(st);
     readPage(st);
     settle();
@@ -261,8 +272,8 @@ void Recordset::refreshCurrent() const
 {
     if (currentVersion_ == db_->version())
         return;
-    sqlite3_stmt* st = db_->prepare(QStringLiteral("SELECT %1 FROM \"%2\" WHERE rowid = ?1")
-                                        .arg(selectList(), QLatin1String(table_->name)));
+    sqlite3_stmt* st = db_->prepare(
+        QStringLiteral("SELECT %1 FROM \"%2\" WHERE rowid = ?1").arg(selectList(), QLatin1String(table_->name)));
     StatementScope scope(st);
     sqlite3_bind_int64(st, 1, current_.rowid);
     const int rc = sqlite3_step(st);
@@ -315,10 +326,14 @@ Value Recordset::coerce(const ColumnDef& column, const Value& value) const
             throw VbError(err::FieldTooSmall);
         return Value(text);
     }
-    case ColumnType::Long: return Value(value.toLong());
-    case ColumnType::Currency: return Value(value.toCurrency());
-    case ColumnType::Double: return Value(value.toDouble());
-    case ColumnType::Date: return Value(value.toDate());
+    case ColumnType::Long:
+        return Value(value.toLong());
+    case ColumnType::Currency:
+        return Value(value.toCurrency());
+    case ColumnType::Double:
+        return Value(value.toDouble());
+    case ColumnType::Date:
+        return Value(value.toDate());
     }
     return value;
 }
@@ -388,7 +403,8 @@ void Recordset::update()
     if (edit_ == Edit::Adding) {
         for (size_t k = 0; k < bound.size(); ++k)
             marks << QStringLiteral("?%1").arg(k + 1);
-        sql = QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(QLatin1String(table_->name), names.join(", "), marks.join(", "));
+        sql = QStringLiteral("INSERT INTO \"%1\" (%2) VALUES (%3)")
+                  .arg(QLatin1String(table_->name), names.join(", "), marks.join(", "));
     } else {
         if (bound.empty()) {
             edit_ = Edit::None;
@@ -396,7 +412,9 @@ void Recordset::update()
         }
         for (size_t k = 0; k < bound.size(); ++k)
             marks << QStringLiteral("%1 = ?%2").arg(names[int(k)]).arg(k + 1);
-        sql = QStringLiteral("UPDATE \"%1\" SET %2 WHERE rowid = ?%3").arg(QLatin1String(table_->name), marks.join(", ")).arg(bound.size() + 1);
+        sql = QStringLiteral("UPDATE \"%1\" SET %2 WHERE rowid = ?%3")
+                  .arg(QLatin1String(table_->name), marks.join(", "))
+                  .arg(bound.size() + 1);
     }
     sqlite3_stmt* st = db_->prepare(sql);
     StatementScope scope(st);
@@ -410,7 +428,7 @@ void Recordset::update()
     db_->touched();
     if (edit_ == Edit::Adding)
         current_.rowid = sqlite3_last_insert_rowid(db_->handle());
-    currentVersion_ = 0;  // read the row back as stored at the next look
+    currentVersion_ = 0; // read the row back as stored at the next look
     currentDeleted_ = false;
     state_ = State::OnRow;
     edit_ = Edit::None;
@@ -418,7 +436,10 @@ void Recordset::update()
     aheadPos_ = 0;
 }
 
-void Recordset::cancelUpdate() { edit_ = Edit::None; }
+void Recordset::cancelUpdate()
+{
+    edit_ = Edit::None;
+}
 
 void Recordset::deleteRecord()
 {
@@ -431,7 +452,8 @@ void Recordset::deleteRecord()
     }
     edit_ = Edit::None;
     requireCurrent();
-    sqlite3_stmt* st = db_->prepare(QStringLiteral("DELETE FROM \"%1\" WHERE rowid = ?1").arg(QLatin1String(table_->name)));
+    sqlite3_stmt* st =
+        db_->prepare(QStringLiteral("DELETE FROM \"%1\" WHERE rowid = ?1").arg(QLatin1String(table_->name)));
     StatementScope scope(st);
     sqlite3_bind_int64(st, 1, current_.rowid);
     const int rc = sqlite3_step(st);

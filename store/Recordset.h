@@ -14,7 +14,8 @@
 
 class Database;
 
-class Recordset {
+class Recordset
+{
 public:
     enum LockType { adLockReadOnly = 1, adLockPessimistic = 2 };
     enum SeekOption { adSeekFirstEQ = 1, adSeekAfterEQ = 4 };
@@ -50,7 +51,7 @@ public:
 
     void addNew();
     void update();
-    void deleteRecord();   // "Delete": the cursor stays where the record was
+    void deleteRecord(); // "Delete": the cursor stays where the record was
     void cancelUpdate();
 
     const TableDef* table() const { return table_; }
@@ -89,14 +90,14 @@ private:
     std::shared_ptr<Database> db_;
     const TableDef* table_ = nullptr;
     bool readOnly_ = true;
-    int orderColumn_ = -1;   // -1: table order
+    int orderColumn_ = -1; // -1: table order
     const IndexDef* index_ = nullptr;
     State state_ = State::Closed;
 
     mutable Row current_;
     mutable quint64 currentVersion_ = 0;
     mutable bool currentDeleted_ = false;
-    std::vector<Row> ahead_;   // rows after the current one, in order
+    std::vector<Row> ahead_; // rows after the current one, in order
     size_t aheadPos_ = 0;
     quint64 aheadVersion_ = 0;
     int pageSize_ = 1;

@@ -10,9 +10,9 @@ enum class ColumnType { Text, Long, Currency, Double, Date };
 struct ColumnDef {
     const char* name;
     ColumnType type;
-    int size;          // characters, for text; 0 otherwise
+    int size; // characters, for text; 0 otherwise
     bool nullable;
-    const char* defaultValue;  // nullptr for none
+    const char* defaultValue; // nullptr for none
 };
 
 struct IndexDef {
@@ -27,14 +27,14 @@ struct TableDef {
     std::vector<ColumnDef> columns;
     std::vector<IndexDef> indexes;
 
-    const ColumnDef* column(const QString& name) const;   // without regard to case
-    int columnIndex(const QString& name) const;           // -1 when absent
-    const IndexDef* index(const QString& name) const;     // without regard to case
+    const ColumnDef* column(const QString& name) const; // without regard to case
+    int columnIndex(const QString& name) const;         // -1 when absent
+    const IndexDef* index(const QString& name) const;   // without regard to case
 };
 
 // The six tables, in the order in which the file is built.
 const std::vector<TableDef>& schemaTables();
-const TableDef* schemaTable(const QString& name);  // without regard to case
+const TableDef* schemaTable(const QString& name); // without regard to case
 
 // How the store spells a column type, and the name under which an index is kept
 // (index names are per table for us, but one name space for the engine).

@@ -16,8 +16,8 @@ QString translateSelect(const QString& select)
     for (auto it = date.globalMatch(select); it.hasNext();) {
         const auto m = it.next();
         out += select.mid(last, m.capturedStart() - last);
-        out += QStringLiteral("'%1-%2-%3'").arg(m.captured(3), m.captured(1).rightJustified(2, '0'),
-                                               m.captured(2).rightJustified(2, '0'));
+        out += QStringLiteral("'%1-%2-%3'")
+                   .arg(m.captured(3), m.captured(1).rightJustified(2, '0'), m.captured(2).rightJustified(2, '0'));
         last = m.capturedEnd();
     }
     return out + select.mid(last);
@@ -52,7 +52,7 @@ std::shared_ptr<ShapeRecordset::Data> ShapeRecordset::query(const QString& sql, 
         else if (decl == QLatin1String("DATETIME"))
             t = ColumnType::Date;
         else if (decl.isEmpty())
-            t = ColumnType(-1);  // an expression: taken as stored
+            t = ColumnType(-1); // an expression: taken as stored
         types.push_back(int(t));
     }
     while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
@@ -70,11 +70,10 @@ std::shared_ptr<ShapeRecordset::Data> ShapeRecordset::query(const QString& sql, 
 
 std::shared_ptr<ShapeRecordset> ShapeRecordset::open(const QString& source, const std::shared_ptr<Database>& db)
 {
-    static const QRegularExpression shape(
-        QStringLiteral("^\\s*SHAPE\\s*\\{([^}]*)\\}\\s*(?:as\\s+(\\w+))?\\s*"
-                       "(?:APPEND\\s*\\(\\s*\\{([^}]*)\\}\\s*(?:as\\s+(\\w+))?\\s*"
-                       "RELATE\\s+'?(\\w+)'?\\s+TO\\s+'?(\\w+)'?\\s*\\))?\\s*$"),
-        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression shape(QStringLiteral("^\\s*SHAPE\\s*\\{([^}]*)\\}\\s*(?:as\\s+(\\w+))?\\s*"
+                                                         "(?:APPEND\\s*\\(\\s*\\{([^}]*)\\}\\s*(?:as\\s+(\\w+))?\\s*"
+                                                         "RELATE\\s+'?(\\w+)'?\\s+TO\\s+'?(\\w+)'?\\s*\\))?\\s*$"),
+                                          QRegularExpression::CaseInsensitiveOption);
     const auto m = shape.match(source);
     if (!m.hasMatch()) {
         if (!source.trimmed().startsWith(QLatin1String("SELECT"), Qt::CaseInsensitive))
@@ -90,12 +89,14 @@ std::shared_ptr<ShapeRecordset> ShapeRecordset::open(const QString& source, cons
     if (!m.captured(3).isEmpty()) {
         auto child = query(m.captured(3), db);
         child->name = m.captured(4);
-        const int parentKey = QStringList(data->fields).indexOf(QRegularExpression(
-            QLatin1Char('^') + QRegularExpression::escape(m.captured(5)) + QLatin1Char('$'),
-            QRegularExpression::CaseInsensitiveOption));
-        const int childKey = QStringList(child->fields).indexOf(QRegularExpression(
-            QLatin1Char('^') + QRegularExpression::escape(m.captured(6)) + QLatin1Char('$'),
-            QRegularExpression::CaseInsensitiveOption));
+        const int parentKey = QStringList(data->fields)
+                                  .indexOf(QRegularExpression(
+                                      QLatin1Char('^') + QRegularExpression::escape(m.captured(5)) + QLatin1Char('$'),
+                                      QRegularExpression::CaseInsensitiveOption));
+        const int childKey = QStringList(child->fields)
+                                 .indexOf(QRegularExpression(
+                                     QLatin1Char('^') + QRegularExpression::escape(m.captured(6)) + QLatin1Char('$'),
+                                     QRegularExpression::CaseInsensitiveOption));
         if (parentKey < 0 || childKey < 0)
             throw VbError(err::ItemNotFound);
         // Keys match as the store compares text: without regard to case.
@@ -156,7 +157,10 @@ Value ShapeRecordset::field(int i) const
     return currentRow()[size_t(i)];
 }
 
-QString ShapeRecordset::chapterName() const { return data_->child ? data_->child->name : QString(); }
+QString ShapeRecordset::chapterName() const
+{
+    return data_->child ? data_->child->name : QString();
+}
 
 std::shared_ptr<ShapeRecordset> ShapeRecordset::chapter(const QString& name) const
 {

@@ -10,30 +10,31 @@
 
 class Database;
 
-class ShapeRecordset {
+class ShapeRecordset
+{
 public:
     // Runs a source on the file and keeps every row. Fails with a classic number.
     static std::shared_ptr<ShapeRecordset> open(const QString& source, const std::shared_ptr<Database>& db);
 
-    const QString& name() const { return data_->name; }  // the "as" name of the source
+    const QString& name() const { return data_->name; } // the "as" name of the source
     bool eof() const { return pos_ >= rows_.size(); }
     void moveFirst() { pos_ = 0; }
     void moveNext();
     void moveLast() { pos_ = rows_.empty() ? 0 : rows_.size() - 1; }
     int recordCount() const { return int(rows_.size()); }
     int absolutePosition() const { return int(pos_) + 1; }
-    void moveTo(int position) { pos_ = size_t(position); }  // 0 for the first row
+    void moveTo(int position) { pos_ = size_t(position); } // 0 for the first row
 
     int fieldCount() const { return int(data_->fields.size()); }
     QString fieldName(int i) const { return data_->fields.value(i); }
-    int fieldIndex(const QString& name) const;  // -1 when absent
+    int fieldIndex(const QString& name) const; // -1 when absent
     Value field(const QString& name) const;
     Value field(int i) const;
 
     // The child rows of the current row, under the child's "as" name; null when there is
     // no such child.
     std::shared_ptr<ShapeRecordset> chapter(const QString& name) const;
-    QString chapterName() const;  // the name of the child level, empty without one
+    QString chapterName() const; // the name of the child level, empty without one
 
 private:
     struct Data {

@@ -9,12 +9,18 @@
 QString Value::toText() const
 {
     switch (type()) {
-    case Type::Null: throw VbError(err::InvalidUseOfNull);
-    case Type::Long: return QString::number(std::get<qint64>(v_));
-    case Type::Double: return numberText(std::get<double>(v_));
-    case Type::Currency: return std::get<Currency>(v_).toString();
-    case Type::Text: return std::get<QString>(v_);
-    case Type::Date: return dateTimeText(std::get<QDateTime>(v_));
+    case Type::Null:
+        throw VbError(err::InvalidUseOfNull);
+    case Type::Long:
+        return QString::number(std::get<qint64>(v_));
+    case Type::Double:
+        return numberText(std::get<double>(v_));
+    case Type::Currency:
+        return std::get<Currency>(v_).toString();
+    case Type::Text:
+        return std::get<QString>(v_);
+    case Type::Date:
+        return dateTimeText(std::get<QDateTime>(v_));
     }
     return {};
 }
@@ -22,11 +28,16 @@ QString Value::toText() const
 double Value::toDouble() const
 {
     switch (type()) {
-    case Type::Null: throw VbError(err::InvalidUseOfNull);
-    case Type::Long: return double(std::get<qint64>(v_));
-    case Type::Double: return std::get<double>(v_);
-    case Type::Currency: return std::get<Currency>(v_).toDouble();
-    case Type::Text: return strictNumber(std::get<QString>(v_));
+    case Type::Null:
+        throw VbError(err::InvalidUseOfNull);
+    case Type::Long:
+        return double(std::get<qint64>(v_));
+    case Type::Double:
+        return std::get<double>(v_);
+    case Type::Currency:
+        return std::get<Currency>(v_).toDouble();
+    case Type::Text:
+        return strictNumber(std::get<QString>(v_));
     case Type::Date: {
         // A date as a number counts days from 30/12/1899, as the old runtime did.
         const QDateTime& d = std::get<QDateTime>(v_);
@@ -41,13 +52,17 @@ Currency Value::toCurrency() const
     switch (type()) {
     case Type::Long: {
         const qint64 v = std::get<qint64>(v_);
-        if (v > std::numeric_limits<qint64>::max() / Currency::Scale || v < std::numeric_limits<qint64>::min() / Currency::Scale)
+        if (v > std::numeric_limits<qint64>::max() / Currency::Scale ||
+            v < std::numeric_limits<qint64>::min() / Currency::Scale)
             throw VbError(err::Overflow);
         return Currency::fromTicks(v * Currency::Scale);
     }
-    case Type::Currency: return std::get<Currency>(v_);
-    case Type::Text: return Currency::fromText(std::get<QString>(v_));
-    default: return Currency::fromDouble(toDouble());
+    case Type::Currency:
+        return std::get<Currency>(v_);
+    case Type::Text:
+        return Currency::fromText(std::get<QString>(v_));
+    default:
+        return Currency::fromDouble(toDouble());
     }
 }
 
@@ -62,13 +77,18 @@ qint64 Value::toLong() const
     return toInt32(toDouble());
 }
 
-qint16 Value::toInt16() const { return ::toInt16(double(toLong())); }
+qint16 Value::toInt16() const
+{
+    return ::toInt16(double(toLong()));
+}
 
 QDateTime Value::toDate() const
 {
     switch (type()) {
-    case Type::Null: throw VbError(err::InvalidUseOfNull);
-    case Type::Date: return std::get<QDateTime>(v_);
+    case Type::Null:
+        throw VbError(err::InvalidUseOfNull);
+    case Type::Date:
+        return std::get<QDateTime>(v_);
     case Type::Text: {
         const QString& t = std::get<QString>(v_);
         QDateTime d = parseIsoDate(t);

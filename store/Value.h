@@ -7,7 +7,8 @@
 #include <QString>
 #include <variant>
 
-class Value {
+class Value
+{
 public:
     enum class Type { Null, Long, Double, Currency, Text, Date };
 
@@ -30,11 +31,11 @@ public:
 
     // Conversions, each failing as the old runtime did: a Null is error 94,
     // a text that is no number error 13.
-    QString toText() const;        // the text form of the value
+    QString toText() const; // the text form of the value
     double toDouble() const;
     Currency toCurrency() const;
-    qint64 toLong() const;         // rounded, halves to even; error 6 beyond 32 bits
-    qint16 toInt16() const;        // the same for 16 bits
+    qint64 toLong() const;  // rounded, halves to even; error 6 beyond 32 bits
+    qint16 toInt16() const; // the same for 16 bits
     QDateTime toDate() const;
 
     // Raw access where the type is known.

@@ -9,9 +9,11 @@
 #include <QJsonObject>
 #include <QLocale>
 
-namespace report {
+namespace report
+{
 
-namespace {
+namespace
+{
 
 SectionKind sectionKind(const QString& kind)
 {
@@ -41,7 +43,7 @@ Qt::Alignment alignment(const QString& a)
     return Qt::AlignLeft;
 }
 
-}  // namespace
+} // namespace
 
 Control& Section::control(const QString& controlName)
 {
@@ -135,6 +137,9 @@ Paper paperFor(int code)
     return {code, 11906, 16838};
 }
 
-void Show(Report& report) { platform::hooks().showReport(report); }
+void Show(Report& report)
+{
+    platform::hooks().showReport(report);
+}
 
-}  // namespace report
+} // namespace report

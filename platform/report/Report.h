@@ -11,7 +11,8 @@
 
 class ShapeRecordset;
 
-namespace report {
+namespace report
+{
 
 enum class SectionKind { ReportHeader, PageHeader, GroupHeader, Detail, GroupFooter, PageFooter, ReportFooter };
 enum class ControlKind { Label, Field, Picture, Shape, Line, Function };
@@ -20,13 +21,13 @@ struct Control {
     QString name;
     ControlKind kind = ControlKind::Label;
     int left = 0, top = 0, width = 0, height = 0;
-    QString caption;            // labels
-    QString field;              // bound fields and functions: the column
-    QString format;             // "0.00", "0.00;(0.00)", "dd/MM/yyyy", "MM/dd/yyyy" or none
-    QString function;           // "Sum" or "Count"
+    QString caption;  // labels
+    QString field;    // bound fields and functions: the column
+    QString format;   // "0.00", "0.00;(0.00)", "dd/MM/yyyy", "MM/dd/yyyy" or none
+    QString function; // "Sum" or "Count"
     Qt::Alignment alignment = Qt::AlignLeft;
     bool wordWrap = true;
-    int fontSize = 9;           // points
+    int fontSize = 9; // points
     bool bold = false;
     bool visible = true;
     QImage picture;
@@ -39,13 +40,14 @@ struct Section {
     QString name;
     SectionKind kind = SectionKind::Detail;
     int height = 0;
-    bool newPageAfter = false;  // each record on a page of its own
+    bool newPageAfter = false; // each record on a page of its own
     std::vector<Control> controls;
 
-    Control& control(const QString& name);  // without regard to case; error 3265 when absent
+    Control& control(const QString& name); // without regard to case; error 3265 when absent
 };
 
-class Report {
+class Report
+{
 public:
     // Reads a design; error 53 when there is none, 13 when it is not a design.
     static std::unique_ptr<Report> load(const QString& path);
@@ -56,8 +58,8 @@ public:
     int leftMargin = 0, rightMargin = 0, topMargin = 0, bottomMargin = 0;
     std::vector<Section> sections;
 
-    Section& section(const QString& name);                          // without regard to case
-    Control& control(const QString& section, const QString& name);  // the same
+    Section& section(const QString& name);                         // without regard to case
+    Control& control(const QString& section, const QString& name); // the same
     const Section* sectionOf(SectionKind kind) const;
 
     void setDataSource(std::shared_ptr<ShapeRecordset> source) { source_ = std::move(source); }
@@ -70,8 +72,8 @@ private:
 // The paper a report prints on: the printer's, or A4 or Letter by the user's country
 // when the printer reports another form.
 struct Paper {
-    int code;        // 1 Letter, 9 A4
-    int width;       // twips, portrait
+    int code;  // 1 Letter, 9 A4
+    int width; // twips, portrait
     int height;
 };
 Paper paperFor(int code);
@@ -79,4 +81,4 @@ Paper paperFor(int code);
 // Shows the report as a modal preview, through the platform's hook.
 void Show(Report& report);
 
-}  // namespace report
+} // namespace report

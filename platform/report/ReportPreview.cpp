@@ -12,7 +12,8 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
-namespace report {
+namespace report
+{
 
 ReportPreview::ReportPreview(const Layout& layout, QWidget* parent) : QDialog(parent), layout_(layout)
 {
@@ -93,4 +94,4 @@ void ReportPreview::savePdf()
         layout_.writePdf(*path);
 }
 
-}  // namespace report
+} // namespace report

@@ -8,9 +8,11 @@
 class QComboBox;
 class QVBoxLayout;
 
-namespace report {
+namespace report
+{
 
-class ReportPreview : public QDialog {
+class ReportPreview : public QDialog
+{
     Q_OBJECT
 public:
     ReportPreview(const Layout& layout, QWidget* parent = nullptr);
@@ -25,4 +27,4 @@ private:
     QVBoxLayout* pages_;
 };
 
-}  // namespace report
+} // namespace report

@@ -7,9 +7,11 @@
 #include <QPainter>
 #include <QPdfWriter>
 
-namespace report {
+namespace report
+{
 
-namespace {
+namespace
+{
 
 // Sums and counts of one footer's functions over the rows it covers. A Null adds
 // nothing and is not counted.
@@ -67,13 +69,13 @@ struct Totals {
 QString decimals(const Value& v)
 {
     if (v.type() == Value::Type::Text)
-        return Format_amount(*v.text(), 18, 2).trimmed();  // a text that is no number shows as it is
+        return Format_amount(*v.text(), 18, 2).trimmed(); // a text that is no number shows as it is
     if (v.type() == Value::Type::Currency)
         return Format_amount(v.toCurrency(), 18, 2).trimmed();
     return Format_amount(v.toDouble(), 18, 2).trimmed();
 }
 
-}  // namespace
+} // namespace
 
 QString formatValue(const Value& value, const QString& format)
 {
@@ -98,8 +100,14 @@ Layout::Layout(const Report& report, int paperCode) : report_(report), paper_(pa
     build();
 }
 
-int Layout::pageWidth() const { return orientation_ == QPageLayout::Portrait ? paper_.width : paper_.height; }
-int Layout::pageHeight() const { return orientation_ == QPageLayout::Portrait ? paper_.height : paper_.width; }
+int Layout::pageWidth() const
+{
+    return orientation_ == QPageLayout::Portrait ? paper_.width : paper_.height;
+}
+int Layout::pageHeight() const
+{
+    return orientation_ == QPageLayout::Portrait ? paper_.height : paper_.width;
+}
 
 void Layout::build()
 {
@@ -261,4 +269,4 @@ bool Layout::writePdf(const QString& path) const
     return true;
 }
 
-}  // namespace report
+} // namespace report

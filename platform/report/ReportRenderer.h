@@ -13,22 +13,24 @@
 class QPagedPaintDevice;
 class QPainter;
 
-namespace report {
+namespace report
+{
 
 // One section as placed on a page, with the row its fields show.
 struct Band {
     const Section* section;
-    int top;  // twips below the top margin
+    int top; // twips below the top margin
     std::shared_ptr<ShapeRecordset> rows;
     int row = -1;
-    std::vector<std::pair<QString, QString>> functions;  // control name, text
+    std::vector<std::pair<QString, QString>> functions; // control name, text
 };
 
 struct Page {
     std::vector<Band> bands;
 };
 
-class Layout {
+class Layout
+{
 public:
     Layout(const Report& report, int paperCode);
 
@@ -36,7 +38,7 @@ public:
     const std::vector<Page>& pages() const { return pages_; }
     Paper paper() const { return paper_; }
     QPageLayout::Orientation orientation() const { return orientation_; }
-    int pageWidth() const;   // twips, as oriented
+    int pageWidth() const; // twips, as oriented
     int pageHeight() const;
 
     // Paints one page; the painter's units must be twips with the page's corner at 0,0.
@@ -57,4 +59,4 @@ private:
 // The text a value shows under a control's format.
 QString formatValue(const Value& value, const QString& format);
 
-}  // namespace report
+} // namespace report

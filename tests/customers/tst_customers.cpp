@@ -27,16 +27,15 @@
 
 using namespace platform;
 
-namespace {
+namespace
+{
 
 QMap<QString, Value> customer(const QString& id, const QString& last, const QString& first = QStringLiteral("Ann"))
 {
-    return {{"CustID", id},       {"LastName", last},  {"FirstName", first}, {"Phone", QStringLiteral("0123")},
-            {"Address", QString()}, {"Address2", QString()}, {"City", QString()}, {"address4", QString()},
+    return {{"CustID", id},         {"LastName", last},      {"FirstName", first}, {"Phone", QStringLiteral("0123")},
+            {"Address", QString()}, {"Address2", QString()}, {"City", QString()},  {"address4", QString()},
             {"Postcode", QString()}};
 }
-
-
 
 void type(QWidget& w, const char* name, const QString& text)
 {
@@ -45,15 +44,19 @@ void type(QWidget& w, const char* name, const QString& text)
     QTest::keyClicks(box, text);
 }
 
-void trigger(QWidget& w, int place) { child<QAction>(w, QStringLiteral("Toolbar1(%1)").arg(place))->trigger(); }
+void trigger(QWidget& w, int place)
+{
+    child<QAction>(w, QStringLiteral("Toolbar1(%1)").arg(place))->trigger();
+}
 
 const QString Saved = QStringLiteral("Customer details have been saved.");
 const QString AddInvoice = QStringLiteral("Do you want to add an invoice to this customer?");
 const QString InUse = QStringLiteral("This Customer number has already been used. Please try again!");
 
-}  // namespace
+} // namespace
 
-class CustomersTest : public QObject {
+class CustomersTest : public QObject
+{
     Q_OBJECT
 private slots:
     void listShowsEveryCustomer_data();
@@ -77,10 +80,14 @@ void CustomersTest::listShowsEveryCustomer_data()
 {
     QTest::addColumn<QStringList>("parts");
     QTest::addColumn<QString>("cell");
-    QTest::newRow("all five") << QStringList{"1 High St", "Hill", "York", "Yorks", "YO1"} << "1 High St,  Hill,  York,  Yorks,  YO1";
-    QTest::newRow("street, city, postcode") << QStringList{"1 High St", "", "York", "", "YO1"} << "1 High St,  York,  YO1";
-    QTest::newRow("empty postcode leaves a separator") << QStringList{"1 High St", "", "York", "", ""} << "1 High St,  York,  ";
-    QTest::newRow("blank part joined untrimmed") << QStringList{"1 High St ", "  ", "York", "", "YO1"} << "1 High St ,    York,  YO1";
+    QTest::newRow("all five") << QStringList{"1 High St", "Hill", "York", "Yorks", "YO1"}
+                              << "1 High St,  Hill,  York,  Yorks,  YO1";
+    QTest::newRow("street, city, postcode")
+        << QStringList{"1 High St", "", "York", "", "YO1"} << "1 High St,  York,  YO1";
+    QTest::newRow("empty postcode leaves a separator")
+        << QStringList{"1 High St", "", "York", "", ""} << "1 High St,  York,  ";
+    QTest::newRow("blank part joined untrimmed")
+        << QStringList{"1 High St ", "  ", "York", "", "YO1"} << "1 High St ,    York,  YO1";
     QTest::newRow("nothing") << QStringList{"", "", "", "", ""} << "";
 }
 
@@ -105,7 +112,9 @@ void CustomersTest::listShowsEveryCustomer()
             headings << list->headerItem()->text(i);
         [&] { QCOMPARE(headings, (QStringList{"Cust ID", "Customer Name", "Phone", "Address"})); }();
         // Table order, the first row selected; a Null phone shows empty.
-        [&] { QCOMPARE(listRows(list), (QStringList{"CUS2 | Zed, Ann | 0123 | ", "CUS1 | Smith, Jo |  | " + cell})); }();
+        [&] {
+            QCOMPARE(listRows(list), (QStringList{"CUS2 | Zed, Ann | 0123 | ", "CUS1 | Smith, Jo |  | " + cell}));
+        }();
         [&] { QCOMPARE(list->currentItem(), list->topLevelItem(0)); }();
         return 0;
     });
@@ -118,8 +127,8 @@ void CustomersTest::nullInAListedPartEndsTheProgram()
     TestUi ui;
     auto main = startProgram(ui, {});
     addRow(QStringLiteral("Customers"), {{"CustID", QStringLiteral("CUS1")}, {"LastName", QStringLiteral("Smith")}});
-    ui.expectBox(QStringLiteral("Error Message"),
-                 errorMessageText(94, QStringLiteral("frmCustomer"), QStringLiteral("Load_list"), standardErrorText(94)));
+    ui.expectBox(QStringLiteral("Error Message"), errorMessageText(94, QStringLiteral("frmCustomer"),
+                                                                   QStringLiteral("Load_list"), standardErrorText(94)));
     QVERIFY(endsProgram([] { frmCustomer w; }));
     VERIFY_UI(ui);
 }
@@ -165,7 +174,7 @@ void CustomersTest::searchAndSort()
     QCOMPARE(headingMark(list, 1), QString());
     list->header()->sectionClicked(1);
     QCOMPARE(listRows(list).first(), QStringLiteral("CUS5 | Young, Ann | 0123 | "));
-    QCOMPARE(list->topLevelItem(4)->text(1), QStringLiteral("adams, Ann"));  // text order ignores case
+    QCOMPARE(list->topLevelItem(4)->text(1), QStringLiteral("adams, Ann")); // text order ignores case
     VERIFY_UI(ui);
 }
 
@@ -176,10 +185,18 @@ void CustomersTest::newNumberedCustomer_data()
     QTest::addColumn<QStringList>("taken");
     QTest::addColumn<QString>("proposal");
     QTest::addColumn<QString>("next");
-    QTest::newRow("skips taken numbers") << "CUS" << "100001" << QStringList{"CUS100001", "cus100002"} << "CUS100003" << "100004";
-    QTest::newRow("digit in the prefix") << "A1" << "100001" << QStringList{} << "A1100001" << "100002";
-    QTest::newRow("width wraps") << "C" << "9999" << QStringList{} << "C9999" << "0000";
-    QTest::newRow("blank prefix") << "" << "0042" << QStringList{"0042"} << "0043" << "0044";
+    QTest::newRow("skips taken numbers") << "CUS"
+                                         << "100001" << QStringList{"CUS100001", "cus100002"} << "CUS100003"
+                                         << "100004";
+    QTest::newRow("digit in the prefix") << "A1"
+                                         << "100001" << QStringList{} << "A1100001"
+                                         << "100002";
+    QTest::newRow("width wraps") << "C"
+                                 << "9999" << QStringList{} << "C9999"
+                                 << "0000";
+    QTest::newRow("blank prefix") << ""
+                                  << "0042" << QStringList{"0042"} << "0043"
+                                  << "0044";
 }
 
 void CustomersTest::newNumberedCustomer()
@@ -215,13 +232,15 @@ void CustomersTest::newNumberedCustomer()
                 QVERIFY(child<QGroupBox>(w, QStringLiteral("inv_frame"))->isEnabled());
                 QVERIFY(!static_cast<frmAddCust&>(w).changed());
             }();
-            child<QPushButton>(w, QStringLiteral("exit_cmd"))->click();  // saved: no question
+            child<QPushButton>(w, QStringLiteral("exit_cmd"))->click(); // saved: no question
             return 0;
         });
         trigger(list, 2);
         // The new row stands last in a list never sorted.
-        [&] { QCOMPARE(listRows(child<QTreeWidget>(list, QStringLiteral("Cust_lst"))).last(),
-                       proposal + QStringLiteral(" | Smith, Jo |  | 1 High St,  York,  YO1")); }();
+        [&] {
+            QCOMPARE(listRows(child<QTreeWidget>(list, QStringLiteral("Cust_lst"))).last(),
+                     proposal + QStringLiteral(" | Smith, Jo |  | 1 High St,  York,  YO1"));
+        }();
         return 0;
     });
     trigger(*main, 1);
@@ -246,7 +265,8 @@ void CustomersTest::newNumberedCustomer()
 void CustomersTest::newFreeFormCustomerAndClashes()
 {
     TestUi ui;
-    auto main = startProgram(ui, {{"FreeformCus", 1}, {"CustPrefix", QStringLiteral("CUS")}, {"CustStart", QStringLiteral("100001")}});
+    auto main = startProgram(
+        ui, {{"FreeformCus", 1}, {"CustPrefix", QStringLiteral("CUS")}, {"CustStart", QStringLiteral("100001")}});
     addRow(QStringLiteral("Customers"), customer(QStringLiteral("ACME"), QStringLiteral("Taken")));
     frmCustomer list;
     auto fill = [&](QDialog& w, const QString& id) {
@@ -267,7 +287,8 @@ void CustomersTest::newFreeFormCustomerAndClashes()
         [&] { QCOMPARE(CustomerChanged, qint16(1)); }();
         // An empty id: the other box, then the beep of the required field.
         type(w, "custid_lbl", QString());
-        ui.expectBox(QStringLiteral("Enter Customer ID"), QStringLiteral(" Please enter a Customer ID."), vbOK, vbExclamation);
+        ui.expectBox(QStringLiteral("Enter Customer ID"), QStringLiteral(" Please enter a Customer ID."), vbOK,
+                     vbExclamation);
         child<QPushButton>(w, QStringLiteral("Save_cmd"))->click();
         [&] { QCOMPARE(ui.beeps, 1); }();
         type(w, "custid_lbl", QStringLiteral("ACME"));
@@ -277,7 +298,8 @@ void CustomersTest::newFreeFormCustomerAndClashes()
     });
     trigger(list, 2);
     QCOMPARE(LastCustID.trimmed(), QStringLiteral("ACME"));
-    QCOMPARE(listRows(child<QTreeWidget>(list, QStringLiteral("Cust_lst"))).size(), 2);  // the clashing id is listed again
+    QCOMPARE(listRows(child<QTreeWidget>(list, QStringLiteral("Cust_lst"))).size(),
+             2); // the clashing id is listed again
     QCOMPARE(columnValues(QStringLiteral("Customers"), QStringLiteral("CustID")), QStringList{"ACME"});
 
     // A new free-form id is saved as typed and leaves the next number alone.
@@ -316,7 +338,7 @@ void CustomersTest::existingCustomerChangesInPlace()
     addRow(QStringLiteral("Customers"), customer(QStringLiteral("CUS2"), QStringLiteral("Adams")));
     frmCustomer list;
     auto* lst = child<QTreeWidget>(list, QStringLiteral("Cust_lst"));
-    lst->header()->sectionClicked(1);  // sorted descending by name: Brown above Adams
+    lst->header()->sectionClicked(1); // sorted descending by name: Brown above Adams
     lst->setCurrentItem(lst->topLevelItem(1));
     ui.onModal(QStringLiteral("frmAddCust"), [&](QDialog& w) {
         [&] {
@@ -389,19 +411,21 @@ void CustomersTest::deleteRefusesCustomersWithInvoices()
         addRow(QStringLiteral("Customers"), customer(QLatin1String(id), QStringLiteral("X")));
     int invoiceCount = 0;
     for (const char* owner : {"ONE", "TWO", "TWO", "case"})
-        addRow(QStringLiteral("Invoices"), {{"InvNo", QStringLiteral("I%1").arg(++invoiceCount)}, {"CustNo", QLatin1String(owner)}});
+        addRow(QStringLiteral("Invoices"),
+               {{"InvNo", QStringLiteral("I%1").arg(++invoiceCount)}, {"CustNo", QLatin1String(owner)}});
     frmCustomer w;
     auto* lst = child<QTreeWidget>(w, QStringLiteral("Cust_lst"));
     auto remove = [&](int row, int answer) {
         lst->setCurrentItem(lst->topLevelItem(row));
-        ui.expectBox(QStringLiteral("Delete?"), QStringLiteral("Are you sure you want to delete this customer?"), answer,
-                     vbYesNo + vbQuestion);
+        ui.expectBox(QStringLiteral("Delete?"), QStringLiteral("Are you sure you want to delete this customer?"),
+                     answer, vbYesNo + vbQuestion);
     };
     remove(0, vbYes);
-    ui.expectBox(QStringLiteral("Cannot Delete!"),
-                 QStringLiteral("Customer ONE cannot be deleted, as it has 1 invoice attached! Please delete this invoice "
-                                "first before deleting this customer."),
-                 vbOK, vbExclamation);
+    ui.expectBox(
+        QStringLiteral("Cannot Delete!"),
+        QStringLiteral("Customer ONE cannot be deleted, as it has 1 invoice attached! Please delete this invoice "
+                       "first before deleting this customer."),
+        vbOK, vbExclamation);
     trigger(w, 4);
     remove(1, vbYes);
     ui.expectBox(QStringLiteral("Cannot Delete!"),
@@ -412,8 +436,9 @@ void CustomersTest::deleteRefusesCustomersWithInvoices()
     remove(2, vbNo);
     trigger(w, 4);
     QCOMPARE(lst->topLevelItemCount(), 4);
-    remove(3, vbYes);  // its invoice names it in another case: the count compares exactly
-    ui.expectBox(QStringLiteral("Customer Deleted!"), QStringLiteral("Customer CASE has been deleted!"), vbOK, vbInformation);
+    remove(3, vbYes); // its invoice names it in another case: the count compares exactly
+    ui.expectBox(QStringLiteral("Customer Deleted!"), QStringLiteral("Customer CASE has been deleted!"), vbOK,
+                 vbInformation);
     trigger(w, 4);
     QCOMPARE(columnValues(QStringLiteral("Customers"), QStringLiteral("CustID")), (QStringList{"ONE", "TWO", "NONE"}));
     QCOMPARE(listRows(lst).size(), 3);
@@ -426,12 +451,21 @@ void CustomersTest::invoiceHistory()
     TestUi ui;
     auto main = startProgram(ui, {});
     addRow(QStringLiteral("Customers"), customer(QStringLiteral("CUS1"), QStringLiteral("Brown")));
-    addRow(QStringLiteral("Invoices"), {{"InvNo", QStringLiteral("INV2")}, {"CustNo", QStringLiteral("CUS1")},
-                                        {"Date", QDate(2026, 3, 1)}, {"Total", 117.5}, {"Paid", 17.5}, {"Balance", 100.0},
+    addRow(QStringLiteral("Invoices"), {{"InvNo", QStringLiteral("INV2")},
+                                        {"CustNo", QStringLiteral("CUS1")},
+                                        {"Date", QDate(2026, 3, 1)},
+                                        {"Total", 117.5},
+                                        {"Paid", 17.5},
+                                        {"Balance", 100.0},
                                         {"Notes", QStringLiteral("rush")}});
-    addRow(QStringLiteral("Invoices"), {{"InvNo", QStringLiteral("INV1")}, {"CustNo", QStringLiteral("CUS1")},
-                                        {"Date", QDate(2026, 2, 1)}, {"Total", 10.0}, {"Paid", 10.0}, {"Balance", 0.0}});
-    addRow(QStringLiteral("Invoices"), {{"InvNo", QStringLiteral("INV3")}, {"CustNo", QStringLiteral("CUS9")}, {"Balance", 5.0}});
+    addRow(QStringLiteral("Invoices"), {{"InvNo", QStringLiteral("INV1")},
+                                        {"CustNo", QStringLiteral("CUS1")},
+                                        {"Date", QDate(2026, 2, 1)},
+                                        {"Total", 10.0},
+                                        {"Paid", 10.0},
+                                        {"Balance", 0.0}});
+    addRow(QStringLiteral("Invoices"),
+           {{"InvNo", QStringLiteral("INV3")}, {"CustNo", QStringLiteral("CUS9")}, {"Balance", 5.0}});
     for (const char* no : {"INV2", "INV2", "INV1", "INV3"})
         addRow(QStringLiteral("InvoiceD"), {{"InvNo", QLatin1String(no)}, {"Qty", 1}});
     NewCustomerMode = 0;
@@ -440,7 +474,7 @@ void CustomersTest::invoiceHistory()
     auto* lst = child<QTreeWidget>(w, QStringLiteral("Inv_lst"));
     // In the order of the customer index: the customer's invoices in the order they were added.
     QCOMPARE(listRows(lst), (QStringList{"01/03/2026 | INV2 |     117.50 |      17.50 |     100.00 | rush",
-                                     "01/02/2026 | INV1 |      10.00 |      10.00 |       0.00 | "}));
+                                         "01/02/2026 | INV1 |      10.00 |      10.00 |       0.00 | "}));
     QCOMPARE(child<QLabel>(w, QStringLiteral("Total_lbl"))->text(), QStringLiteral("    100.00"));
     QVERIFY(child<QPushButton>(w, QStringLiteral("Edit_cmd"))->isEnabled());
     lst->setCurrentItem(lst->topLevelItem(0));
@@ -456,7 +490,8 @@ void CustomersTest::invoiceHistory()
 void CustomersTest::customisationShowsAtOnce()
 {
     TestUi ui;
-    auto main = startProgram(ui, {{"FaxVisible", 1}, {"phoneVisible", 1}, {"ConfirmAll", 1}, {"CustStart", QStringLiteral("1001")}});
+    auto main = startProgram(
+        ui, {{"FaxVisible", 1}, {"phoneVisible", 1}, {"ConfirmAll", 1}, {"CustStart", QStringLiteral("1001")}});
     NewCustomerMode = 1;
     frmAddCust w;
     w.show();
@@ -468,7 +503,8 @@ void CustomersTest::customisationShowsAtOnce()
             QCOMPARE(d.windowTitle(), QStringLiteral("Customize Customer Screen"));
             QVERIFY(child<QCheckBox>(d, QStringLiteral("fax_chk"))->isChecked());
             QVERIFY(!child<QCheckBox>(d, QStringLiteral("mobile_chk"))->isChecked());
-            QCOMPARE(child<QLabel>(d, QStringLiteral("Label1"))->text(), QStringLiteral("Untick any check box to make text boxes invisble"));
+            QCOMPARE(child<QLabel>(d, QStringLiteral("Label1"))->text(),
+                     QStringLiteral("Untick any check box to make text boxes invisble"));
         }();
         child<QCheckBox>(d, QStringLiteral("fax_chk"))->setChecked(false);
         child<QCheckBox>(d, QStringLiteral("mobile_chk"))->setChecked(true);
@@ -484,7 +520,7 @@ void CustomersTest::customisationShowsAtOnce()
     QCOMPARE(settings.mobileVisible, qint16(1));
     QCOMPARE(columnValues(QStringLiteral("System"), QStringLiteral("FaxVisible")), QStringList{"0"});
     QCOMPARE(columnValues(QStringLiteral("System"), QStringLiteral("shippingVisible")), QStringList{"1"});
-    QCOMPARE(columnValues(QStringLiteral("System"), QStringLiteral("ConfirmAll")), QStringList{"1"});  // untouched
+    QCOMPARE(columnValues(QStringLiteral("System"), QStringLiteral("ConfirmAll")), QStringList{"1"}); // untouched
     // Cancel saves nothing.
     ui.onModal(QStringLiteral("frmCustomerSet"), [&](QDialog& d) {
         child<QCheckBox>(d, QStringLiteral("phone_chk"))->setChecked(false);
@@ -500,12 +536,18 @@ void CustomersTest::statusPrompts_data()
 {
     QTest::addColumn<QString>("control");
     QTest::addColumn<QString>("prompt");
-    QTest::newRow("first name") << "FirstName_txt" << "Please enter first name.";
-    QTest::newRow("phone") << "Phone_txt" << "Please enter phone number.";
-    QTest::newRow("street, no full stop") << "address1" << "Please enter address";
-    QTest::newRow("county") << "address4" << "Please enter County.";
-    QTest::newRow("delivery postcode") << "delpostcode" << "Please enter address.";
-    QTest::newRow("notes") << "Notes_txt" << "Please enter any notes here.";
+    QTest::newRow("first name") << "FirstName_txt"
+                                << "Please enter first name.";
+    QTest::newRow("phone") << "Phone_txt"
+                           << "Please enter phone number.";
+    QTest::newRow("street, no full stop") << "address1"
+                                          << "Please enter address";
+    QTest::newRow("county") << "address4"
+                            << "Please enter County.";
+    QTest::newRow("delivery postcode") << "delpostcode"
+                                       << "Please enter address.";
+    QTest::newRow("notes") << "Notes_txt"
+                           << "Please enter any notes here.";
 }
 
 void CustomersTest::statusPrompts()

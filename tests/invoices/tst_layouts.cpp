@@ -11,32 +11,38 @@
 
 using namespace report;
 
-namespace {
+namespace
+{
 
 QStringList commonControls()
 {
-    QStringList names{"companyname_lbl", "companyadd", "Image1", "Invoice_lbl", "Label1", "BillingAdd", "shipping1_lbl",
-                      "ShippingAdd", "shippingShape", "Shape8"};
+    QStringList names{"companyname_lbl", "companyadd",    "Image1",      "Invoice_lbl",   "Label1",
+                      "BillingAdd",      "shipping1_lbl", "ShippingAdd", "shippingShape", "Shape8"};
     return names;
 }
 
 QStringList section2Controls()
 {
-    QStringList names{"Label9", "Label12", "Label10", "Label11", "Label20", "Notes_lbl", "Terms_lbl", "Shape1",
-                      "Label19", "Total10_lbl", "Label6", "Paid_lbl", "Label7", "wrttenoff_lbl", "Label8", "balance_lbl",
-                      "Label2", "Subtotal_lbl", "taxname_lbl", "Tax_lbl", "Label4", "Discount_lbl", "Label5",
-                      "total11_lbl", "taxable_lbl", "statment_lbl"};
+    QStringList names{"Label9",      "Label12",       "Label10", "Label11",      "Label20", "Notes_lbl",
+                      "Terms_lbl",   "Shape1",        "Label19", "Total10_lbl",  "Label6",  "Paid_lbl",
+                      "Label7",      "wrttenoff_lbl", "Label8",  "balance_lbl",  "Label2",  "Subtotal_lbl",
+                      "taxname_lbl", "Tax_lbl",       "Label4",  "Discount_lbl", "Label5",  "total11_lbl",
+                      "taxable_lbl", "statment_lbl"};
     for (int i = 0; i < 8; ++i)
         for (const char* stem : {"Parts", "Qty", "Description", "Amount", "Total"})
             names << QStringLiteral("%1%2_lbl").arg(QLatin1String(stem)).arg(i);
     return names;
 }
 
-const QStringList DataBlock{"Label13", "Invoice1_lbl", "Label14", "Date1_lbl", "Label15", "CustNo_lbl",
-                            "Label16", "CustName_lbl", "Sales_lbl", "SalesPerson_lbl", "Shipping_lbl",
-                            "Shipping2_lbl", "SalesNO_lbl", "SalesNO1_lbl", "Tracking_lbl", "TrackNo_lbl"};
+const QStringList DataBlock{"Label13",     "Invoice1_lbl",    "Label14",      "Date1_lbl",
+                            "Label15",     "CustNo_lbl",      "Label16",      "CustName_lbl",
+                            "Sales_lbl",   "SalesPerson_lbl", "Shipping_lbl", "Shipping2_lbl",
+                            "SalesNO_lbl", "SalesNO1_lbl",    "Tracking_lbl", "TrackNo_lbl"};
 
-bool familyB(int type) { return type == 2 || type == 4; }
+bool familyB(int type)
+{
+    return type == 2 || type == 4;
+}
 
 // Fills every label the way a full invoice would.
 void fillEverything(Report& r, int type)
@@ -46,27 +52,31 @@ void fillEverything(Report& r, int type)
         r.control(section, name).setCaption(text);
     };
     set("Section4", "companyname_lbl", "Hartley & Daughters Joinery");
-    set("Section4", "Companyadd", "Unit 4, Mill Lane\nHebden Bridge\nPhone: 01422 555123  Mobile: 07700 900123\n"
-                                  "Email: office@hartley.example\nWeb: www.hartley.example\nVat No: GB123456789");
+    set("Section4", "Companyadd",
+        "Unit 4, Mill Lane\nHebden Bridge\nPhone: 01422 555123  Mobile: 07700 900123\n"
+        "Email: office@hartley.example\nWeb: www.hartley.example\nVat No: GB123456789");
     set("Section4", "Invoice_Lbl", "INVOICE - INV100042");
     const QString address = "Customer Name\n12 Long Street Name\nSecond Line\nTown\nCounty\nAB12 3CD";
     set("Section4", "BillingAdd", address);
     set("Section4", "ShippingAdd", address);
-    const QStringList values{"INV100042", "22/11/2026", "CUS100001", "Customer Name",
-                             "Sales Person", "Shipped", "Order 7", "TRACK 99"};
+    const QStringList values{"INV100042",    "22/11/2026", "CUS100001", "Customer Name",
+                             "Sales Person", "Shipped",    "Order 7",   "TRACK 99"};
     for (int i = 0; i < 8; ++i)
         set(data, DataBlock[i * 2 + 1], values[i]);
     for (int i = 0; i < 8; ++i) {
         set("Section2", QStringLiteral("Parts%1_lbl").arg(i), QStringLiteral("PRT10000%1").arg(i));
         set("Section2", QStringLiteral("Qty%1_lbl").arg(i), QStringLiteral("12"));
         set("Section2", QStringLiteral("Description%1_lbl").arg(i),
-            QStringLiteral("Row %1 oak skirting board, primed and cut to length on site, with fixings and two coats").arg(i));
+            QStringLiteral("Row %1 oak skirting board, primed and cut to length on site, with fixings and two coats")
+                .arg(i));
         set("Section2", QStringLiteral("Amount%1_lbl").arg(i), QStringLiteral("1234.56 "));
         set("Section2", QStringLiteral("Total%1_lbl").arg(i), QStringLiteral("14814.72*"));
     }
-    set("Section2", "Notes_lbl", "Notes:\nDelivered in two parts; the second part follows next week with the fittings.");
-    set("Section2", "Terms_lbl", "Terms & Conditions:\nPayment within 30 days of the invoice date. Goods remain our "
-                                 "property until paid in full.");
+    set("Section2", "Notes_lbl",
+        "Notes:\nDelivered in two parts; the second part follows next week with the fittings.");
+    set("Section2", "Terms_lbl",
+        "Terms & Conditions:\nPayment within 30 days of the invoice date. Goods remain our "
+        "property until paid in full.");
     set("Section2", "statment_lbl", "Thank you for your business");
     set("Section2", "taxname_lbl", "Vat 17.5%");
     for (const char* money : {"Subtotal_lbl", "Tax_lbl", "Discount_lbl", "total11_lbl", "Total10_lbl", "Paid_lbl",
@@ -74,9 +84,10 @@ void fillEverything(Report& r, int type)
         set("Section2", QLatin1String(money), QStringLiteral("$118517.76"));
 }
 
-}  // namespace
+} // namespace
 
-class LayoutsTest : public QObject {
+class LayoutsTest : public QObject
+{
     Q_OBJECT
 private slots:
     void everyControlInEveryDesign_data();
@@ -90,7 +101,7 @@ private slots:
 void LayoutsTest::everyControlInEveryDesign_data()
 {
     QTest::addColumn<int>("type");
-    QTest::addColumn<QList<int>>("sizes");  // width, left, right, top, bottom, Section4, Section2
+    QTest::addColumn<QList<int>>("sizes"); // width, left, right, top, bottom, Section4, Section2
     QTest::newRow("1") << 1 << QList<int>{9750, 950, 800, 800, 500, 4335, 9690};
     QTest::newRow("2") << 2 << QList<int>{9900, 950, 500, 1000, 500, 4605, 9120};
     QTest::newRow("3") << 3 << QList<int>{9780, 950, 500, 800, 500, 4275, 9825};
@@ -113,19 +124,23 @@ void LayoutsTest::everyControlInEveryDesign()
     QCOMPARE(r->section("Section5").height, 45);
     const QString data = familyB(type) ? QStringLiteral("Section4") : QStringLiteral("Section2");
     for (const QString& name : commonControls())
-        r->control("Section4", name);  // fails with 3265 when missing
+        r->control("Section4", name); // fails with 3265 when missing
     for (const QString& name : section2Controls())
         r->control("Section2", name);
     for (const QString& name : DataBlock)
         r->control(data, name);
     QCOMPARE(r->control("Section2", "Qty1_lbl").name, QStringLiteral("qty1_lbl"));
-    QCOMPARE(r->control(data, "Label13").caption, familyB(type) ? QStringLiteral("Invoice No:") : QStringLiteral("Invoice No"));
+    QCOMPARE(r->control(data, "Label13").caption,
+             familyB(type) ? QStringLiteral("Invoice No:") : QStringLiteral("Invoice No"));
     QCOMPARE(r->control("Section2", "taxable_lbl").caption, QStringLiteral("* = Non Taxable Items"));
     QCOMPARE(r->control("Section4", "Label1").caption, QStringLiteral(" Billing Address:"));
     QCOMPARE(r->control("Section4", "shipping1_lbl").caption, QStringLiteral(" Delivery Address:"));
     // The line table's columns and rows.
-    const QList<QPair<const char*, QPair<int, int>>> columns{
-        {"Label9", {30, 1095}}, {"Label12", {1140, 540}}, {"Label10", {1740, 5550}}, {"Label11", {7380, 1095}}, {"Label20", {8520, 1080}}};
+    const QList<QPair<const char*, QPair<int, int>>> columns{{"Label9", {30, 1095}},
+                                                             {"Label12", {1140, 540}},
+                                                             {"Label10", {1740, 5550}},
+                                                             {"Label11", {7380, 1095}},
+                                                             {"Label20", {8520, 1080}}};
     for (const auto& [name, place] : columns) {
         const Control& c = r->control("Section2", QLatin1String(name));
         QCOMPARE(c.left, place.first);
@@ -145,7 +160,10 @@ void LayoutsTest::everyControlInEveryDesign()
     QCOMPARE(r->control("Section2", "statment_lbl").width, 9480);
 }
 
-void LayoutsTest::nothingOverlaps_data() { everyControlInEveryDesign_data(); }
+void LayoutsTest::nothingOverlaps_data()
+{
+    everyControlInEveryDesign_data();
+}
 
 void LayoutsTest::nothingOverlaps()
 {
@@ -172,7 +190,8 @@ void LayoutsTest::nothingOverlaps()
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPixelSize(180);
     const Control& d = r->control("Section2", "Description0_lbl");
-    const QRect needed = QFontMetrics(font).boundingRect(QRect(0, 0, d.width, 10000), Qt::TextWordWrap,
+    const QRect needed = QFontMetrics(font).boundingRect(
+        QRect(0, 0, d.width, 10000), Qt::TextWordWrap,
         QStringLiteral("Row 0 oak skirting board, primed and cut to length on site, with fixings and two coats"));
     QVERIFY(needed.height() <= d.height);
 }
@@ -213,12 +232,14 @@ void LayoutsTest::onePageOnEachPaper()
     for (const char* expected : {"INVOICE - INV100042", "Hartley & Daughters Joinery", "* = Non Taxable Items",
                                  "Thank you for your business", "Payment within 30 days", "Delivered in two parts",
                                  "PRT100007", "Billing Address:", "TRACK 99", "Balance Due"})
-        QVERIFY2(pdf.contains(QLatin1String(expected)), qPrintable(QLatin1String(expected) + QStringLiteral(" in:\n") + pdf));
+        QVERIFY2(pdf.contains(QLatin1String(expected)),
+                 qPrintable(QLatin1String(expected) + QStringLiteral(" in:\n") + pdf));
     QCOMPARE(pdf.contains(QStringLiteral("Delivery Address:")), shipping);
     QCOMPARE(pdf.count(QStringLiteral("12 Long Street Name")), shipping ? 2 : 1);
     // Hiding the delivery block leaves the billing box where it was.
     const Control& after = r->control("Section4", "BillingAdd");
-    QCOMPARE(QRect(after.left, after.top, after.width, after.height), QRect(billing.left, billing.top, billing.width, billing.height));
+    QCOMPARE(QRect(after.left, after.top, after.width, after.height),
+             QRect(billing.left, billing.top, billing.width, billing.height));
     VERIFY_UI(ui);
 }
 

@@ -23,11 +23,13 @@
 
 using namespace platform;
 
-namespace {
+namespace
+{
 
-
-
-void trigger(QWidget& w, int place) { child<QAction>(w, QStringLiteral("Toolbar1(%1)").arg(place))->trigger(); }
+void trigger(QWidget& w, int place)
+{
+    child<QAction>(w, QStringLiteral("Toolbar1(%1)").arg(place))->trigger();
+}
 
 // Leaving a box, as the focus moving on would.
 void leave(QWidget* box)
@@ -38,15 +40,19 @@ void leave(QWidget* box)
 
 QMap<QString, Value> item(const QString& id, double price, int taxable = 1)
 {
-    return {{"ID", id}, {"ShortDesc", QStringLiteral("Short ") + id}, {"Desc", QStringLiteral("Long ") + id},
-            {"Price", price}, {"Taxable", taxable}};
+    return {{"ID", id},
+            {"ShortDesc", QStringLiteral("Short ") + id},
+            {"Desc", QStringLiteral("Long ") + id},
+            {"Price", price},
+            {"Taxable", taxable}};
 }
 
 const QString Continue = QStringLiteral("Are you sure you want to update?");
 
-}  // namespace
+} // namespace
 
-class ItemsTest : public QObject {
+class ItemsTest : public QObject
+{
     Q_OBJECT
 private slots:
     void listShowsEveryItem();
@@ -64,14 +70,16 @@ void ItemsTest::listShowsEveryItem()
     auto main = startProgram(ui, {{"PartStart", QStringLiteral("1001")}});
     addRow(QStringLiteral("Parts"), item(QStringLiteral("P1"), 100.0));
     addRow(QStringLiteral("Parts"), item(QStringLiteral("P2"), 9.5, 2));
-    addRow(QStringLiteral("Parts"), {{"ID", QStringLiteral("P3")}, {"Desc", QStringLiteral("no price")}, {"Price", Value()}});
+    addRow(QStringLiteral("Parts"),
+           {{"ID", QStringLiteral("P3")}, {"Desc", QStringLiteral("no price")}, {"Price", Value()}});
     ui.onModal(QStringLiteral("frm_Parts"), [&](QDialog& w) {
         auto* list = child<QTreeWidget>(w, QStringLiteral("Parts_lst"));
         [&] {
             QCOMPARE(w.windowTitle(), QStringLiteral("Items"));
             QCOMPARE(list->headerItem()->text(1), QStringLiteral("Short Descriprtion"));
-            QCOMPARE(listRows(list, QStringLiteral("|")), (QStringList{"P1|Short P1|Long P1|       100.00|Yes", "P2|Short P2|Long P2|         9.50|No",
-                                              "P3||no price|             |No"}));
+            QCOMPARE(listRows(list, QStringLiteral("|")),
+                     (QStringList{"P1|Short P1|Long P1|       100.00|Yes", "P2|Short P2|Long P2|         9.50|No",
+                                  "P3||no price|             |No"}));
         }();
         // The price text is searched, "Taxable" is not.
         QTest::keyClicks(child<QLineEdit>(w, QStringLiteral("search_txt")), QStringLiteral("9.5"));
@@ -96,8 +104,10 @@ void ItemsTest::newNumberedItem_data()
     QTest::addColumn<QStringList>("taken");
     QTest::addColumn<QString>("proposal");
     QTest::addColumn<QString>("next");
-    QTest::newRow("nothing taken") << QStringList{} << "PRT100001" << "100002";
-    QTest::newRow("skips exact ids") << QStringList{"PRT100001", "PRT100002"} << "PRT100003" << "100004";
+    QTest::newRow("nothing taken") << QStringList{} << "PRT100001"
+                                   << "100002";
+    QTest::newRow("skips exact ids") << QStringList{"PRT100001", "PRT100002"} << "PRT100003"
+                                     << "100004";
 }
 
 void ItemsTest::newNumberedItem()
@@ -136,7 +146,8 @@ void ItemsTest::newNumberedItem()
     QCOMPARE(settings.PartStart, next);
     QCOMPARE(columnValues(QStringLiteral("System"), QStringLiteral("PartStart")), QStringList{next});
     auto* lst = child<QTreeWidget>(list, QStringLiteral("Parts_lst"));
-    QCOMPARE(listRows(lst, QStringLiteral("|")).last(), proposal + QStringLiteral("|Widget|") + QString(120, 'w') + QStringLiteral("|        12.50|Yes"));
+    QCOMPARE(listRows(lst, QStringLiteral("|")).last(),
+             proposal + QStringLiteral("|Widget|") + QString(120, 'w') + QStringLiteral("|        12.50|Yes"));
     QCOMPARE(lst->currentItem()->text(0), proposal);
     QCOMPARE(columnValues(QStringLiteral("Parts"), QStringLiteral("Price")).last(), QStringLiteral("12.5"));
     VERIFY_UI(ui);
@@ -148,11 +159,16 @@ void ItemsTest::priceEntry_data()
     QTest::addColumn<bool>("pasted");
     QTest::addColumn<QString>("shown");
     QTest::addColumn<QString>("stored");
-    QTest::newRow("keys filtered") << "1a2.5.0x" << false << "     12.50" << "12.5";
-    QTest::newRow("point alone") << "." << false << "         ." << "0";
-    QTest::newRow("zero") << "0" << false << "      0.00" << "0";
-    QTest::newRow("pasted text read up to its number") << "12abc" << true << "     12abc" << "12";
-    QTest::newRow("pasted amount rounded") << "3.14159" << true << "      3.14" << "3.14";
+    QTest::newRow("keys filtered") << "1a2.5.0x" << false << "     12.50"
+                                   << "12.5";
+    QTest::newRow("point alone") << "." << false << "         ."
+                                 << "0";
+    QTest::newRow("zero") << "0" << false << "      0.00"
+                          << "0";
+    QTest::newRow("pasted text read up to its number") << "12abc" << true << "     12abc"
+                                                       << "12";
+    QTest::newRow("pasted amount rounded") << "3.14159" << true << "      3.14"
+                                           << "3.14";
 }
 
 void ItemsTest::priceEntry()
@@ -175,7 +191,7 @@ void ItemsTest::priceEntry()
         QTest::keyClicks(price, typed);
     leave(price);
     QCOMPARE(price->text(), shown);
-    child<QPushButton>(w, QStringLiteral("Update_cmd"))->click();  // no question with ConfirmAll
+    child<QPushButton>(w, QStringLiteral("Update_cmd"))->click(); // no question with ConfirmAll
     QCOMPARE(columnValues(QStringLiteral("Parts"), QStringLiteral("Price")), QStringList{stored});
     QCOMPARE(columnValues(QStringLiteral("Parts"), QStringLiteral("Taxable")), QStringList{"0"});
     VERIFY_UI(ui);
@@ -198,7 +214,8 @@ void ItemsTest::freeFormAndRefusals()
     id->setText(QStringLiteral(" bolt "));
     ui.expectBox(QStringLiteral("Continue?"), Continue, vbYes);
     ui.expectBox(QStringLiteral("Item\\Part Number Already In Use"),
-                 QStringLiteral("This Item\\Part number has already been used. Please try again!"), vbOK, vbExclamation);
+                 QStringLiteral("This Item\\Part number has already been used. Please try again!"), vbOK,
+                 vbExclamation);
     child<QPushButton>(w, QStringLiteral("Update_cmd"))->click();
     // Required fields beep, with no message.
     id->setText(QStringLiteral("NUT"));
@@ -216,7 +233,7 @@ void ItemsTest::freeFormAndRefusals()
     ui.expectBox(QStringLiteral("Continue?"), Continue, vbYes);
     child<QPushButton>(w, QStringLiteral("Update_cmd"))->click();
     QCOMPARE(columnValues(QStringLiteral("Parts"), QStringLiteral("ID")), (QStringList{"BOLT", "NUT"}));
-    QCOMPARE(settings.PartStart, QStringLiteral("100001"));  // free form leaves the next number
+    QCOMPARE(settings.PartStart, QStringLiteral("100001")); // free form leaves the next number
     VERIFY_UI(ui);
 }
 
@@ -243,7 +260,8 @@ void ItemsTest::editAndDelete()
         return 1;
     });
     trigger(list, 6);
-    QCOMPARE(listRows(lst, QStringLiteral("|")), (QStringList{"A|Short A|Long A|         5.00|Yes", "B|Changed|Long B|         6.00|No"}));
+    QCOMPARE(listRows(lst, QStringLiteral("|")),
+             (QStringList{"A|Short A|Long A|         5.00|Yes", "B|Changed|Long B|         6.00|No"}));
     // Exit drops what was typed and tells the list nothing was saved.
     ui.onModal(QStringLiteral("frm_AddPart"), [&](QDialog& w) {
         child<QLineEdit>(w, QStringLiteral("Short_txt"))->setText(QStringLiteral("Dropped"));

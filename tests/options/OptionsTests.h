@@ -17,4 +17,3 @@ void makeDataFile(const QMap<QString, Value>& systemRow = {});
 // A column of the first row of a table, or of the table's row count when it is empty.
 Value firstRowValue(const QString& table, const QString& column);
 int rowCount(const QString& table);
-

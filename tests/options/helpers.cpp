@@ -5,7 +5,6 @@
 #include "store/Connection.h"
 #include "store/Recordset.h"
 
-
 void makeDataFile(const QMap<QString, Value>& systemRow)
 {
     frmMain w;
@@ -28,5 +27,6 @@ int rowCount(const QString& table)
     return rs.recordCount();
 }
 
-static const bool registered = (registerTest("NumberingTest", newNumberingTest), registerTest("SetupTest", newSetupTest),
-                                 registerTest("OptionsTest", newOptionsTest), true);
+static const bool registered =
+    (registerTest("NumberingTest", newNumberingTest), registerTest("SetupTest", newSetupTest),
+     registerTest("OptionsTest", newOptionsTest), true);

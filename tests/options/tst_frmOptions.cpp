@@ -74,7 +74,7 @@ std::unique_ptr<frmMain> openOptions(TestUi& ui, const QMap<QString, Value>& row
     }
     auto w = std::make_unique<frmMain>();
     w->MDIForm_Load();
-    SetupDone = 1;  // past the first run: these checks are of the Options window alone
+    SetupDone = 1; // past the first run: these checks are of the Options window alone
     ui.onModal("frmOptions", [&](QDialog& d) {
         drive(d);
         return d.result();
@@ -338,8 +338,7 @@ private slots:
         TestUi ui;
         makeDataFile();
         auto w = openOptions(ui, {}, [&](QDialog& d) {
-            QVERIFY(child<QCheckBox>(d, "Terms_Chk")->isChecked() &&
-                    child<QCheckBox>(d, "Shipping_chk")->isChecked() &&
+            QVERIFY(child<QCheckBox>(d, "Terms_Chk")->isChecked() && child<QCheckBox>(d, "Shipping_chk")->isChecked() &&
                     child<QCheckBox>(d, "Statement_chk")->isChecked());
             QCOMPARE(child<QPlainTextEdit>(d, "Reminder3")->toPlainText().left(27), "This is the last (third) an");
             QCOMPARE(box(d, "currency_txt")->text(), ""); // no currency: "Other" was clicked

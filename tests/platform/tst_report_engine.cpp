@@ -4,8 +4,8 @@
 #include "TestUi.h"
 
 #include "platform/report/Report.h"
-#include "shell/frmMain.h"
 #include "platform/report/ReportRenderer.h"
+#include "shell/frmMain.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
 
@@ -13,7 +13,8 @@
 
 using namespace report;
 
-namespace {
+namespace
+{
 
 Control text(const char* name, ControlKind kind, int left, int width, const QString& captionOrField,
              const QString& format = QString())
@@ -52,18 +53,31 @@ std::unique_ptr<Report> invoiceList(int width = 9000)
     r->leftMargin = r->rightMargin = 720;
     r->topMargin = r->bottomMargin = 720;
     r->sections = {
-        {QStringLiteral("Section4"), SectionKind::ReportHeader, 400, false,
+        {QStringLiteral("Section4"),
+         SectionKind::ReportHeader,
+         400,
+         false,
          {text("Title_lbl", ControlKind::Label, 0, 6000, QStringLiteral("Invoice List")),
           text("Date_lbl", ControlKind::Label, 6000, 3000, QStringLiteral("designed date"))}},
-        {QStringLiteral("Section2"), SectionKind::PageHeader, 300, false,
+        {QStringLiteral("Section2"),
+         SectionKind::PageHeader,
+         300,
+         false,
          {text("Head1", ControlKind::Label, 0, 2000, QStringLiteral("Number")),
           text("Head2", ControlKind::Label, 2000, 2000, QStringLiteral("Dated")),
           text("Head3", ControlKind::Label, 4000, 2000, QStringLiteral("Owing"))}},
-        {QStringLiteral("Section1"), SectionKind::Detail, 300, false,
+        {QStringLiteral("Section1"),
+         SectionKind::Detail,
+         300,
+         false,
          {text("InvNo_txt", ControlKind::Field, 0, 2000, QStringLiteral("InvNo")),
           text("Date_txt", ControlKind::Field, 2000, 2000, QStringLiteral("Date"), QStringLiteral("MM/dd/yyyy")),
-          text("Balance_txt", ControlKind::Field, 4000, 2000, QStringLiteral("Balance"), QStringLiteral("0.00;(0.00)"))}},
-        {QStringLiteral("Section5"), SectionKind::ReportFooter, 300, false,
+          text("Balance_txt", ControlKind::Field, 4000, 2000, QStringLiteral("Balance"),
+               QStringLiteral("0.00;(0.00)"))}},
+        {QStringLiteral("Section5"),
+         SectionKind::ReportFooter,
+         300,
+         false,
          {function("Count_fn", "Count", QStringLiteral("Balance"), 0),
           function("Sum_fn", "Sum", QStringLiteral("Balance"), 4000)}},
     };
@@ -85,9 +99,10 @@ std::shared_ptr<ShapeRecordset> open(const QString& source)
     return rs;
 }
 
-}  // namespace
+} // namespace
 
-class ReportEngineTest : public QObject {
+class ReportEngineTest : public QObject
+{
     Q_OBJECT
 private slots:
     void rowsTotalsAndFormats();
@@ -110,7 +125,7 @@ void ReportEngineTest::rowsTotalsAndFormats()
     QCOMPARE(ui.reports.size(), 1);
     const QString pdf = pdfText(ui.reports[0].pdf);
     QVERIFY2(pdf.contains(QRegularExpression(QStringLiteral("INV0001\\s+01/02/2026\\s+10.25"))), qPrintable(pdf));
-    QVERIFY(pdf.contains(QRegularExpression(QStringLiteral("INV0002\\s+01/03/2026\\s*\\n"))));  // a Null prints blank
+    QVERIFY(pdf.contains(QRegularExpression(QStringLiteral("INV0002\\s+01/03/2026\\s*\\n")))); // a Null prints blank
     QVERIFY(pdf.contains(QRegularExpression(QStringLiteral("INV0004\\s+01/05/2026\\s+\\(5.00\\)"))));
     // The Null neither adds to the sum nor counts.
     QVERIFY2(pdf.contains(QRegularExpression(QStringLiteral("\\n\\s*3\\s+15.50"))), qPrintable(pdf));
@@ -146,11 +161,12 @@ void ReportEngineTest::runTimeChanges()
     TestUi ui;
     auto main = startProgram(ui, {});
     auto r = invoiceList();
-    r->control(QStringLiteral("SECTION4"), QStringLiteral("date_LBL")).setCaption(QStringLiteral("01/01/2026 to 31/12/2026"));
+    r->control(QStringLiteral("SECTION4"), QStringLiteral("date_LBL"))
+        .setCaption(QStringLiteral("01/01/2026 to 31/12/2026"));
     r->control(QStringLiteral("Section2"), QStringLiteral("Head2")).setVisible(false);
     r->topMargin = 2000;
     r->section(QStringLiteral("Section4")).height = 900;
-    Show(*r);  // no source: the headers alone
+    Show(*r); // no source: the headers alone
     const QString pdf = pdfText(ui.reports[0].pdf);
     QVERIFY(pdf.contains(QStringLiteral("01/01/2026 to 31/12/2026")));
     QVERIFY(!pdf.contains(QStringLiteral("designed date")));
@@ -172,22 +188,31 @@ void ReportEngineTest::groupLevels()
     auto main = startProgram(ui, {});
     addInvoices(2, [](int) { return Value(0.0); });
     for (const auto& [no, total] : {std::pair{"INV0001", 2.5}, {"INV0001", 4.0}, {"INV0002", 7.0}})
-        addRow(QStringLiteral("InvoiceD"), {{"InvNo", QLatin1String(no)}, {"Total", total}, {"Description", QStringLiteral("line")}});
+        addRow(QStringLiteral("InvoiceD"),
+               {{"InvNo", QLatin1String(no)}, {"Total", total}, {"Description", QStringLiteral("line")}});
     auto r = invoiceList();
-    r->sections.insert(r->sections.begin() + 2, {QStringLiteral("Group"), SectionKind::GroupHeader, 300, false,
-                                                 {text("Group_txt", ControlKind::Field, 0, 3000, QStringLiteral("InvNo"))}});
+    r->sections.insert(r->sections.begin() + 2,
+                       {QStringLiteral("Group"),
+                        SectionKind::GroupHeader,
+                        300,
+                        false,
+                        {text("Group_txt", ControlKind::Field, 0, 3000, QStringLiteral("InvNo"))}});
     Section& detail = r->section(QStringLiteral("Section1"));
-    detail.controls = {text("Desc_txt", ControlKind::Field, 500, 2000, QStringLiteral("Description")),
-                       text("Total_txt", ControlKind::Field, 4000, 2000, QStringLiteral("Total"), QStringLiteral("0.00"))};
-    r->sections.insert(r->sections.begin() + 4, {QStringLiteral("section6"), SectionKind::GroupFooter, 300, false,
+    detail.controls = {
+        text("Desc_txt", ControlKind::Field, 500, 2000, QStringLiteral("Description")),
+        text("Total_txt", ControlKind::Field, 4000, 2000, QStringLiteral("Total"), QStringLiteral("0.00"))};
+    r->sections.insert(r->sections.begin() + 4, {QStringLiteral("section6"),
+                                                 SectionKind::GroupFooter,
+                                                 300,
+                                                 false,
                                                  {function("GroupSum", "Sum", QStringLiteral("Total"), 4000)}});
     r->section(QStringLiteral("Section5")).controls = {function("AllSum", "Sum", QStringLiteral("Total"), 4000)};
     r->setDataSource(open(QStringLiteral("SHAPE {SELECT * FROM invoices} as main APPEND ({SELECT * FROM invoiceD} as "
                                          "Details RELATE 'invno' TO 'invno')")));
     Show(*r);
     const QString pdf = pdfText(ui.reports[0].pdf);
-    const QRegularExpression expected(QStringLiteral(
-        "INV0001\\s+line\\s+2.50\\s+line\\s+4.00\\s+6.50\\s+INV0002\\s+line\\s+7.00\\s+7.00\\s+13.50"));
+    const QRegularExpression expected(
+        QStringLiteral("INV0001\\s+line\\s+2.50\\s+line\\s+4.00\\s+6.50\\s+INV0002\\s+line\\s+7.00\\s+7.00\\s+13.50"));
     QVERIFY2(pdf.contains(expected), qPrintable(pdf));
     VERIFY_UI(ui);
 }

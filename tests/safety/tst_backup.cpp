@@ -15,8 +15,8 @@
 
 using namespace platform;
 
-namespace {
-
+namespace
+{
 
 void addCustomer(const QString& id)
 {
@@ -42,9 +42,10 @@ const QString RestoreOk = QStringLiteral("Restore has been Successful");
 const QString RestoreQuestion =
     QStringLiteral("Are you very sure you want to restore this backup? This will overwrite your current data.");
 
-}  // namespace
+} // namespace
 
-class BackupTest : public QObject {
+class BackupTest : public QObject
+{
     Q_OBJECT
 private slots:
     void backupMakesACompleteCopy();
@@ -106,7 +107,8 @@ void BackupTest::backupNeverTouchesTheLiveFile()
     QFile::link(ui.file(QStringLiteral("data.mdb")), ui.file(QStringLiteral("link.mdb")));
     const QByteArray before = fileBytes(ui.file(QStringLiteral("data.mdb")));
     ui.expectSave(ui.dir() + '/' + target);
-    ui.expectBox(QStringLiteral("Please Try Again"), QStringLiteral("Cannot overwrite original database"), vbOK, vbExclamation);
+    ui.expectBox(QStringLiteral("Please Try Again"), QStringLiteral("Cannot overwrite original database"), vbOK,
+                 vbExclamation);
     w.MnuSave_Click();
     QCOMPARE(fileBytes(ui.file(QStringLiteral("data.mdb"))), before);
     QCOMPARE(customers(), QStringList{"CUS1"});
@@ -161,7 +163,8 @@ void BackupTest::restoreNameRules()
     if (!name.startsWith(QLatin1String("missing")))
         QFile::copy(ui.file(QStringLiteral("data.mdb")), source);
     ui.expectOpen(source);
-    ui.expectBox(QStringLiteral("Please Try Again"), QStringLiteral("Database must be called Data.mdb"), vbOK, vbExclamation);
+    ui.expectBox(QStringLiteral("Please Try Again"), QStringLiteral("Database must be called Data.mdb"), vbOK,
+                 vbExclamation);
     w.findChild<QAction*>(QStringLiteral("mnurestore"))->trigger();
     QCOMPARE(ui.dialogs.last().fileName, QString());
     VERIFY_UI(ui);

@@ -20,8 +20,8 @@
 
 using namespace platform;
 
-namespace {
-
+namespace
+{
 
 // Makes a data file with System rows, as a previous run would have left it.
 void makeDataFile(TestUi& ui, const QList<QMap<QString, Value>>& rows)
@@ -47,16 +47,20 @@ void makeDataFile(TestUi& ui, const QList<QMap<QString, Value>>& rows)
     ui.clearProblems();
 }
 
-QMap<QString, Value> numbered() { return {{"FreeFormInv", 0}, {"FreeformCus", 0}, {"FreeformPart", 0}, {"FreeFormCrd", 0}}; }
+QMap<QString, Value> numbered()
+{
+    return {{"FreeFormInv", 0}, {"FreeformCus", 0}, {"FreeformPart", 0}, {"FreeFormCrd", 0}};
+}
 
 QString errorBox(int number, const QString& procedure, const QString& description)
 {
     return errorMessageText(number, QStringLiteral("frmMain"), procedure, description);
 }
 
-}  // namespace
+} // namespace
 
-class ShellTest : public QObject {
+class ShellTest : public QObject
+{
     Q_OBJECT
 private slots:
     void firstStartBuildsTheFileAndTheWindow();
@@ -90,13 +94,14 @@ void ShellTest::firstStartBuildsTheFileAndTheWindow()
     for (QAction* a : w.menuBar()->actions()) {
         QStringList entries;
         for (QAction* e : a->menu()->actions())
-            entries << e->objectName() + '=' + (e->isSeparator() ? QStringLiteral("-") : e->text())
-                           + (e->isEnabled() ? QString() : QStringLiteral(" (off)"));
+            entries << e->objectName() + '=' + (e->isSeparator() ? QStringLiteral("-") : e->text()) +
+                           (e->isEnabled() ? QString() : QStringLiteral(" (off)"));
         menus << a->menu()->objectName() + '=' + a->text() + ": " + entries.join(", ");
     }
-    QCOMPARE(menus, (QStringList{
-                        "mnuFile=File: mnuExport=&Export, mnusep=-, MnuSave=&Save, mnurestore=&Restore, mn=-, mnuExit=&Exit",
-                        "mnuTools=Tools: mnuOptions=&Options, mnuWeb=&Web, mnuImport=Import (off)"}));
+    QCOMPARE(menus,
+             (QStringList{
+                 "mnuFile=File: mnuExport=&Export, mnusep=-, MnuSave=&Save, mnurestore=&Restore, mn=-, mnuExit=&Exit",
+                 "mnuTools=Tools: mnuOptions=&Options, mnuWeb=&Web, mnuImport=Import (off)"}));
 
     QStringList buttons;
     for (QAction* a : w.findChild<QToolBar*>(QStringLiteral("Toolbar1"))->actions())
@@ -180,14 +185,14 @@ void ShellTest::settingsLoadWithTheirWidthsAndConversions()
     QCOMPARE(settings.Currency.text(), QStringLiteral("a"));
     QCOMPARE(settings.TaxAmount, 17.1235);
     QCOMPARE(settings.TaxEnabled, qint16(1));
-    QCOMPARE(settings.Debtorstart, qint16(1));   // read from its text column
+    QCOMPARE(settings.Debtorstart, qint16(1)); // read from its text column
     QCOMPARE(settings.Invstart, QStringLiteral("000042"));
     QCOMPARE(settings.FreeformCrd, qint16(1));
     QCOMPARE(settings.FreeformInv, qint16(0));
     QCOMPARE(settings.ConfirmBackup, qint16(1));
     QCOMPARE(settings.text1Name.text(), QStringLiteral("Sales Person").leftJustified(30));
     QCOMPARE(settings.text3Name.trimmed(), QStringLiteral("Sales No"));
-    QCOMPARE(settings.Phone.text(), QString(30, ' '));   // Null reads as empty
+    QCOMPARE(settings.Phone.text(), QString(30, ' ')); // Null reads as empty
     QCOMPARE(settings.InvoiceType, QStringLiteral("3"));
     QCOMPARE(settings.Logopath, QStringLiteral("/tmp/logo.jpg"));
     QCOMPARE(settings.IncludeTerms, qint16(0));
@@ -220,8 +225,8 @@ void ShellTest::badSettingsEndTheProgram()
     row.insert(column, value);
     makeDataFile(ui, {row});
     frmMain w;
-    ui.expectBox(QStringLiteral("Error Message"), errorBox(number, QStringLiteral("Load_settings"), standardErrorText(number)),
-                 vbOK, vbExclamation);
+    ui.expectBox(QStringLiteral("Error Message"),
+                 errorBox(number, QStringLiteral("Load_settings"), standardErrorText(number)), vbOK, vbExclamation);
     QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));
     QCOMPARE(busyCount(), qint16(0));
     QCOMPARE(QDir(ui.file(QStringLiteral("Logs"))).entryList(QDir::Files), QStringList{"20261122103015.log"});
@@ -247,8 +252,8 @@ void ShellTest::foreignFileIsLeftUntouched()
         f.write(content);
     }
     frmMain w;
-    ui.expectBox(QStringLiteral("Error Message"),
-                 errorBox(err::UnrecognisedDatabase, QStringLiteral("Load"), standardErrorText(err::UnrecognisedDatabase)));
+    ui.expectBox(QStringLiteral("Error Message"), errorBox(err::UnrecognisedDatabase, QStringLiteral("Load"),
+                                                           standardErrorText(err::UnrecognisedDatabase)));
     QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));
     QCOMPARE(fileBytes(path), content);
     QCOMPARE(QDir(ui.dir()).entryList(QDir::Files), QStringList{"data.mdb"});
@@ -291,12 +296,12 @@ void ShellTest::toolbarCommands()
     });
     button(5)->trigger();
     QCOMPARE(NewCustomerMode, qint16(1));
-    QCOMPARE(busyInWindow, 0);  // no hourglass over a window
+    QCOMPARE(busyInWindow, 0); // no hourglass over a window
     ui.onModal(QStringLiteral("frmCustomer"), [](QDialog&) { return 0; });
     button(1)->trigger();
     ui.onModal(QStringLiteral("frm_Parts"), [](QDialog&) { return 0; });
     button(11)->trigger();
-    QCOMPARE(FrontCount, 3);  // the main window came to the front after each window
+    QCOMPARE(FrontCount, 3); // the main window came to the front after each window
     button(13)->trigger();
     QCOMPARE(HelpTopic.trimmed(), QStringLiteral("help.htm"));
     for (int i : {2, 3, 7, 9})

@@ -9,7 +9,8 @@
 
 #include <QtTest>
 
-class FunctionsTest : public QObject {
+class FunctionsTest : public QObject
+{
     Q_OBJECT
 private slots:
     void formatAmount_data();
@@ -61,7 +62,7 @@ void FunctionsTest::formatAmount()
 
 void FunctionsTest::formatAmountOfCurrency()
 {
-    QCOMPARE(Format_amount(Currency::fromTicks(10050), 7, 2), QStringLiteral("      1.01"));   // 1.005
+    QCOMPARE(Format_amount(Currency::fromTicks(10050), 7, 2), QStringLiteral("      1.01")); // 1.005
     QCOMPARE(Format_amount(Currency::fromTicks(-15000), 7, 2), QStringLiteral("     -1.50"));
     QCOMPARE(Format_amount(Currency::fromTicks(49), 7, 2), QStringLiteral("      0.00"));
     QCOMPARE(Format_amount(Currency::fromText("922337203685477.5807"), 7, 2), QStringLiteral("3685477.58"));
@@ -71,7 +72,7 @@ void FunctionsTest::padsAndAligns()
 {
     QCOMPARE(Zero_pad(42, 6), QStringLiteral("000042"));
     QCOMPARE(Zero_pad(1234567, 6), QStringLiteral("234567"));
-    QCOMPARE(Zero_pad(QStringLiteral(" 10000 "), 4), QStringLiteral("0000"));  // the wrap of a full width
+    QCOMPARE(Zero_pad(QStringLiteral(" 10000 "), 4), QStringLiteral("0000")); // the wrap of a full width
     QCOMPARE(Zero_pad(QString(), 3), QStringLiteral("000"));
     QCOMPARE(Right_align(QStringLiteral("3021"), 6), QStringLiteral("  3021"));
     QCOMPARE(Right_align(QStringLiteral("-2147467259"), 6), QStringLiteral("467259"));
@@ -105,14 +106,14 @@ void FunctionsTest::busyNests()
     TestUi ui;
     int pointer = -1;
     platform::hooks().setPointer = [&](int p) { pointer = p; };
-    Busy_off();  // at zero: stays zero, default pointer
+    Busy_off(); // at zero: stays zero, default pointer
     QCOMPARE(busyCount(), qint16(0));
     QCOMPARE(pointer, int(platform::vbDefault));
     Busy_on();
     QCOMPARE(pointer, int(platform::vbHourglass));
     pointer = -1;
     Busy_on();
-    QCOMPARE(pointer, -1);  // only the outermost pair shows
+    QCOMPARE(pointer, -1); // only the outermost pair shows
     Busy_off();
     QCOMPARE(pointer, -1);
     Busy_off();
@@ -154,8 +155,9 @@ void FunctionsTest::currencyLimitsAndText()
     const Currency top = Currency::fromText(QStringLiteral("922337203685477.5807"));
     QCOMPARE(top.ticks(), std::numeric_limits<qint64>::max());
     QCOMPARE(fails([&] { top + Currency::fromTicks(1); }), int(err::Overflow));
-    QCOMPARE(Currency::fromText(QStringLiteral("-922337203685477.5808")).toString(), QStringLiteral("-922337203685477.5808"));
-    QCOMPARE(Currency::fromText(QStringLiteral(" 1.00005 ")).ticks(), qint64(10000));  // exact half to even
+    QCOMPARE(Currency::fromText(QStringLiteral("-922337203685477.5808")).toString(),
+             QStringLiteral("-922337203685477.5808"));
+    QCOMPARE(Currency::fromText(QStringLiteral(" 1.00005 ")).ticks(), qint64(10000)); // exact half to even
     QCOMPARE(Currency::fromText(QStringLiteral("1.00015")).ticks(), qint64(10002));
     QCOMPARE(Currency::fromText(QStringLiteral("1.000051")).ticks(), qint64(10001));
     QCOMPARE(Currency::fromText(QStringLiteral("1e3")).ticks(), qint64(10000000));

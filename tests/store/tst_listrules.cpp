@@ -10,7 +10,8 @@
 #include <QTreeWidget>
 #include <QtTest>
 
-namespace {
+namespace
+{
 QStringList column(QTreeWidget& list, int c)
 {
     QStringList out;
@@ -18,9 +19,10 @@ QStringList column(QTreeWidget& list, int c)
         out << list.topLevelItem(i)->text(c).trimmed();
     return out;
 }
-}  // namespace
+} // namespace
 
-class ListRulesTest : public QObject {
+class ListRulesTest : public QObject
+{
     Q_OBJECT
 private slots:
     void amountsAndDatesSortAsText();
@@ -34,7 +36,7 @@ void ListRulesTest::amountsAndDatesSortAsText()
     QTreeWidget list;
     list.setColumnCount(4);
     ListConfig config;
-    config.replacedColumn = 1;  // "Date" sorts by the hidden "YYYYMMDD" column
+    config.replacedColumn = 1; // "Date" sorts by the hidden "YYYYMMDD" column
     config.replacementColumn = 3;
     ListRules rules(&list, config, QStringLiteral("frmInvoice"));
     rules.addRow({"A", "02/01/2026", Format_amount(100.0, 7, 2), "20260102"});
@@ -47,7 +49,7 @@ void ListRulesTest::amountsAndDatesSortAsText()
     rules.columnClick(2);
     QCOMPARE(column(list, 2), (QStringList{"9.00", "-5.00", "100.00"}));
     rules.columnClick(1);
-    QCOMPARE(column(list, 0), (QStringList{"B", "A", "C"}));  // by the hidden date, descending
+    QCOMPARE(column(list, 0), (QStringList{"B", "A", "C"})); // by the hidden date, descending
     QCOMPARE(headingMark(&list, 1), QStringLiteral("key1"));
     QCOMPARE(headingMark(&list, 3), QString());
     ListConfig plain;
@@ -68,8 +70,8 @@ void ListRulesTest::rowsJoinTheirPlace()
     for (const char* id : {"M", "B", "X"})
         rules.addRow({QLatin1String(id), QString()});
     rules.addRow({"A", QString()});
-    QCOMPARE(column(list, 0), (QStringList{"M", "B", "X", "A"}));  // never sorted: last
-    rules.columnClick(0);                                       // descending
+    QCOMPARE(column(list, 0), (QStringList{"M", "B", "X", "A"})); // never sorted: last
+    rules.columnClick(0);                                         // descending
     rules.addRow({"c", QString()});
     QCOMPARE(column(list, 0), (QStringList{"X", "M", "c", "B", "A"}));
     // A row changed in place keeps its position until the next click.
@@ -99,10 +101,10 @@ void ListRulesTest::searchPasses()
     };
     QCOMPARE(find(QStringLiteral("STEEL")), QStringLiteral("P1"));
     QCOMPARE(find(QStringLiteral("steel")), QStringLiteral("P3"));
-    QCOMPARE(find(QStringLiteral("steel")), QStringLiteral("P1"));  // past the end: round again
+    QCOMPARE(find(QStringLiteral("steel")), QStringLiteral("P1")); // past the end: round again
     QCOMPARE(find(QStringLiteral("zinc")), QStringLiteral("P1"));  // a column beyond those searched
     QCOMPARE(found.text(), QStringLiteral("Not Found"));
-    QCOMPARE(find(QString()), QStringLiteral("P1"));  // an empty text is in every row
+    QCOMPARE(find(QString()), QStringLiteral("P1")); // an empty text is in every row
     QCOMPARE(find(QString()), QStringLiteral("P2"));
     QCOMPARE(found.text(), QString());
 }

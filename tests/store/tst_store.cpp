@@ -15,7 +15,8 @@
 #include <QtTest>
 #include <sqlite3.h>
 
-namespace {
+namespace
+{
 
 int failure(const std::function<void()>& f)
 {
@@ -49,9 +50,10 @@ QStringList query(const QString& path, const QString& sql)
     return rows;
 }
 
-}  // namespace
+} // namespace
 
-class StoreTest : public QObject {
+class StoreTest : public QObject
+{
     Q_OBJECT
 private slots:
     void schemaRoundTrip();
@@ -88,8 +90,7 @@ void StoreTest::schemaRoundTrip()
             if (c.type == ColumnType::Text)
                 type += QStringLiteral("(%1)").arg(c.size);
             expected << QStringLiteral("%1 | %2 | %3 | %4")
-                            .arg(QLatin1String(c.name), type,
-                                 c.nullable ? QStringLiteral("0") : QStringLiteral("1"),
+                            .arg(QLatin1String(c.name), type, c.nullable ? QStringLiteral("0") : QStringLiteral("1"),
                                  c.defaultValue ? QLatin1String(c.defaultValue) : QLatin1String("NULL"));
         }
         QCOMPARE(query(path, QStringLiteral("SELECT name, type, \"notnull\", dflt_value FROM pragma_table_info('%1')")
@@ -109,16 +110,22 @@ void StoreTest::schemaRoundTrip()
         for (const IndexDef& i : t.indexes)
             if (i.primaryKey)
                 keys << QLatin1String(i.column);
-        QCOMPARE(query(path, QStringLiteral("SELECT name FROM pragma_table_info('%1') WHERE pk > 0").arg(QLatin1String(t.name))),
-                 keys);
-        QCOMPARE(query(path, QStringLiteral("SELECT count(*) FROM \"%1\"").arg(QLatin1String(t.name))), QStringList{"0"});
+        QCOMPARE(
+            query(path,
+                  QStringLiteral("SELECT name FROM pragma_table_info('%1') WHERE pk > 0").arg(QLatin1String(t.name))),
+            keys);
+        QCOMPARE(query(path, QStringLiteral("SELECT count(*) FROM \"%1\"").arg(QLatin1String(t.name))),
+                 QStringList{"0"});
     }
-    QCOMPARE(query(path, QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY rowid")), expectedTables);
+    QCOMPARE(query(path, QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY rowid")),
+             expectedTables);
     // Checks against the tables as the program's documents give them, column counts first.
-    QCOMPARE(query(path, QStringLiteral("SELECT m.name, count(*) FROM sqlite_master m, pragma_table_info(m.name) "
-                                        "WHERE m.type = 'table' GROUP BY m.name ORDER BY m.rowid")),
-             (QStringList{"Customers | 20", "InvoiceD | 7", "Invoices | 23", "Letters | 24", "Parts | 5", "System | 64"}));
-    const QString spot = QStringLiteral("SELECT type, \"notnull\", dflt_value FROM pragma_table_info('%1') WHERE name = '%2'");
+    QCOMPARE(
+        query(path, QStringLiteral("SELECT m.name, count(*) FROM sqlite_master m, pragma_table_info(m.name) "
+                                   "WHERE m.type = 'table' GROUP BY m.name ORDER BY m.rowid")),
+        (QStringList{"Customers | 20", "InvoiceD | 7", "Invoices | 23", "Letters | 24", "Parts | 5", "System | 64"}));
+    const QString spot =
+        QStringLiteral("SELECT type, \"notnull\", dflt_value FROM pragma_table_info('%1') WHERE name = '%2'");
     QCOMPARE(query(path, spot.arg("System", "Address")), QStringList{"VARCHAR(151) | 0 | NULL"});
     QCOMPARE(query(path, spot.arg("System", "TaxAmount")), QStringList{"DOUBLE | 1 | 0"});
     QCOMPARE(query(path, spot.arg("System", "Text3Name")), QStringList{"VARCHAR(50) | 1 | NULL"});
@@ -130,7 +137,8 @@ void StoreTest::schemaRoundTrip()
     QCOMPARE(query(path, spot.arg("InvoiceD", "Amount")), QStringList{"CURRENCY | 0 | 0"});
     QCOMPARE(query(path, spot.arg("Parts", "Desc")), QStringList{"VARCHAR(200) | 0 | NULL"});
     // Invoices has a unique index called PrimaryKey but no key of its own.
-    QCOMPARE(query(path, QStringLiteral("SELECT count(*) FROM pragma_table_info('Invoices') WHERE pk > 0")), QStringList{"0"});
+    QCOMPARE(query(path, QStringLiteral("SELECT count(*) FROM pragma_table_info('Invoices') WHERE pk > 0")),
+             QStringList{"0"});
     QCOMPARE(query(path, QStringLiteral("PRAGMA journal_mode")), QStringList{"delete"});
     VERIFY_UI(ui);
 }
@@ -215,19 +223,20 @@ void StoreTest::recordsetRefusals_data()
         rs.setField(QStringLiteral("LastName"), QStringLiteral("x"));
         rs.update();
     });
-    QTest::newRow("text into a number column") << int(err::TypeMismatch) << F([](Recordset& rs) {
-        rs.setField(QStringLiteral("Discount"), QStringLiteral("ten"));
-    });
+    QTest::newRow("text into a number column")
+        << int(err::TypeMismatch)
+        << F([](Recordset& rs) { rs.setField(QStringLiteral("Discount"), QStringLiteral("ten")); });
     QTest::newRow("field with no current record") << int(err::NoCurrentRecord) << F([](Recordset& rs) {
         rs.setIndex(QStringLiteral("CUSTID"));
         rs.seek(QStringLiteral("ZZZ"));
         rs.field(QStringLiteral("CustID"));
     });
-    QTest::newRow("unknown field") << int(err::ItemNotFound) << F([](Recordset& rs) { rs.field(QStringLiteral("Nope")); });
-    QTest::newRow("unknown index") << int(err::ItemNotFound) << F([](Recordset& rs) { rs.setIndex(QStringLiteral("Nope")); });
-    QTest::newRow("number out of range") << int(err::Overflow) << F([](Recordset& rs) {
-        rs.setField(QStringLiteral("Discount"), 3e10);
-    });
+    QTest::newRow("unknown field") << int(err::ItemNotFound)
+                                   << F([](Recordset& rs) { rs.field(QStringLiteral("Nope")); });
+    QTest::newRow("unknown index") << int(err::ItemNotFound)
+                                   << F([](Recordset& rs) { rs.setIndex(QStringLiteral("Nope")); });
+    QTest::newRow("number out of range") << int(err::Overflow)
+                                         << F([](Recordset& rs) { rs.setField(QStringLiteral("Discount"), 3e10); });
 }
 
 void StoreTest::recordsetRefusals()
@@ -334,18 +343,22 @@ void StoreTest::shapeSources()
         }
     }
     // Date range with both ends included.
-    QVERIFY(Open_shape(QStringLiteral("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/01/2026# and #01/31/2026#} as details"), rs));
+    QVERIFY(Open_shape(
+        QStringLiteral("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/01/2026# and #01/31/2026#} as details"),
+        rs));
     QCOMPARE(rs->recordCount(), 2);
     QCOMPARE(rs->name(), QStringLiteral("details"));
     QVERIFY(Open_shape(QStringLiteral("SHAPE {SELECT * FROM invoices where balance > 0} as details"), rs));
     QStringList owing;
     for (rs->moveFirst(); !rs->eof(); rs->moveNext())
-        owing << rs->field(QStringLiteral("INVNO")).toText() + '=' + rs->field(QStringLiteral("Balance")).toCurrency().toString();
+        owing << rs->field(QStringLiteral("INVNO")).toText() + '=' +
+                     rs->field(QStringLiteral("Balance")).toCurrency().toString();
     QCOMPARE(owing, (QStringList{"INV1=10", "inv3=5.5"}));
     // Child rows, related without regard to case.
-    QVERIFY(Open_shape(QStringLiteral("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/01/2026# and #12/31/2026#} as main "
-                                      "APPEND ({SELECT * FROM invoiceD} as Details RELATE 'invno' TO 'invno')  "),
-                       rs));
+    QVERIFY(Open_shape(
+        QStringLiteral("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/01/2026# and #12/31/2026#} as main "
+                       "APPEND ({SELECT * FROM invoiceD} as Details RELATE 'invno' TO 'invno')  "),
+        rs));
     QList<int> childCounts;
     for (rs->moveFirst(); !rs->eof(); rs->moveNext())
         childCounts << rs->chapter(QStringLiteral("details"))->recordCount();
@@ -363,7 +376,8 @@ void StoreTest::shapeSources()
     }
     QVERIFY(Open_shape(QStringLiteral("SHAPE {SELECT * FROM parts} as details"), rs));
     QCOMPARE(rs->recordCount(), 32765);
-    Database::open(ui.file(QStringLiteral("data.mdb")))->exec(QStringLiteral("INSERT INTO Parts (ID) VALUES ('Q1'), ('Q2'), ('Q3')"));
+    Database::open(ui.file(QStringLiteral("data.mdb")))
+        ->exec(QStringLiteral("INSERT INTO Parts (ID) VALUES ('Q1'), ('Q2'), ('Q3')"));
     QVERIFY(!Open_shape(QStringLiteral("SHAPE {SELECT * FROM parts} as details"), rs));
     QCOMPARE(rs->recordCount(), 32768);
     VERIFY_UI(ui);
@@ -390,9 +404,11 @@ void StoreTest::reportError()
     QCOMPARE(QString::fromUtf8(log.readAll()), expected + QStringLiteral("\r\n"));
     QCOMPARE(QDir(ui.file(QStringLiteral("Logs"))).entryList(QDir::Files).size(), 1);
     // A long provider number shows its last six characters; a description given is kept.
-    ui.expectBox(QStringLiteral("Error Message"),
-                 errorMessageText(-2147467259, QStringLiteral("frmMain"), QStringLiteral("Load"), QStringLiteral("Own text")));
-    QVERIFY(endsProgram([] { Report_error(-2147467259, QStringLiteral("frmMain"), QStringLiteral("Load"), QStringLiteral("Own text")); }));
+    ui.expectBox(QStringLiteral("Error Message"), errorMessageText(-2147467259, QStringLiteral("frmMain"),
+                                                                   QStringLiteral("Load"), QStringLiteral("Own text")));
+    QVERIFY(endsProgram([] {
+        Report_error(-2147467259, QStringLiteral("frmMain"), QStringLiteral("Load"), QStringLiteral("Own text"));
+    }));
     QVERIFY(ui.shownBoxes.last().contains(QStringLiteral("Error Code \t: 467259\r\n")));
     QVERIFY(ui.shownBoxes.last().contains(QStringLiteral("Error Description \t: Own text\r\n")));
     VERIFY_UI(ui);

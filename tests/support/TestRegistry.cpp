@@ -8,4 +8,7 @@ std::vector<std::pair<const char*, std::function<QObject*()>>>& registeredTests(
     return tests;
 }
 
-void registerTest(const char* name, std::function<QObject*()> make) { registeredTests().emplace_back(name, std::move(make)); }
+void registerTest(const char* name, std::function<QObject*()> make)
+{
+    registeredTests().emplace_back(name, std::move(make));
+}

@@ -2,14 +2,14 @@
 
 #include "shell/Globals.h"
 #include "shell/frmMain.h"
-#include "store/Recordset.h"
-#include "store/Value.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Functions.h"
+#include "store/Recordset.h"
+#include "store/Value.h"
 
-#include <QDialog>
 #include "platform/report/ReportRenderer.h"
+#include <QDialog>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -37,7 +37,10 @@ TestUi::TestUi()
         boxes_.pop_front();
         if (b.title != title || b.text != text || (b.style >= 0 && b.style != style))
             problems_ << QStringLiteral("box \"%1\": \"%2\" (style %3), expected \"%4\": \"%5\" (style %6)")
-                             .arg(title, text).arg(style).arg(b.title, b.text).arg(b.style);
+                             .arg(title, text)
+                             .arg(style)
+                             .arg(b.title, b.text)
+                             .arg(b.style);
         return b.answer;
     };
     auto dialog = [this](std::deque<std::optional<QString>>& queue, const char* kind) {
@@ -90,8 +93,14 @@ void TestUi::expectBox(const QString& title, const QString& text, int answer, in
     boxes_.push_back({title, text, answer, style});
 }
 
-void TestUi::expectSave(std::optional<QString> path) { saves_.push_back(std::move(path)); }
-void TestUi::expectOpen(std::optional<QString> path) { opens_.push_back(std::move(path)); }
+void TestUi::expectSave(std::optional<QString> path)
+{
+    saves_.push_back(std::move(path));
+}
+void TestUi::expectOpen(std::optional<QString> path)
+{
+    opens_.push_back(std::move(path));
+}
 
 void TestUi::onModal(const QString& objectName, std::function<int(QDialog&)> handler)
 {
@@ -110,7 +119,10 @@ QString TestUi::problems() const
     return all.join('\n');
 }
 
-void TestUi::clearProblems() { problems_.clear(); }
+void TestUi::clearProblems()
+{
+    problems_.clear();
+}
 
 bool endsProgram(const std::function<void()>& code)
 {
@@ -140,7 +152,7 @@ std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& se
 
 void addSettingsRow(const QMap<QString, Value>& values)
 {
-    QMap<QString, Value> row{{"FreeFormInv", 0}, {"FreeformCus", 0}, {"FreeformPart", 0}, {"FreeFormCrd", 0},
+    QMap<QString, Value> row{{"FreeFormInv", 0}, {"FreeformCus", 0},       {"FreeformPart", 0},     {"FreeFormCrd", 0},
                              {"TaxAmount", 0.0}, {"Text3Name", QString()}, {"Text4Name", QString()}};
     for (auto it = values.begin(); it != values.end(); ++it)
         row.insert(it.key(), it.value());

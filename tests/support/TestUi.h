@@ -6,20 +6,21 @@
 #include "platform/Platform.h"
 
 #include <QApplication>
-#include <QWidget>
-#include <QSizeF>
 #include <QDateTime>
 #include <QLocale>
+#include <QMap>
+#include <QSizeF>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWidget>
 #include <deque>
 #include <functional>
 #include <memory>
-#include <QMap>
 #include <optional>
 
-class TestUi {
+class TestUi
+{
 public:
     TestUi();
     ~TestUi();
@@ -53,7 +54,10 @@ public:
     void clearProblems();
 
 private:
-    struct Box { QString title, text; int answer, style; };
+    struct Box {
+        QString title, text;
+        int answer, style;
+    };
     QTemporaryDir dir_;
     std::deque<Box> boxes_;
     std::deque<std::optional<QString>> saves_, opens_;
@@ -81,8 +85,7 @@ QByteArray fileBytes(const QString& path);
 // The rows of a list, each as its cells joined by the separator.
 QStringList listRows(QTreeWidget* list, const QString& separator = QStringLiteral(" | "));
 // A control of a window by its name; a missing one ends the test run at once.
-template <class T>
-T* child(QWidget& window, const QString& name)
+template <class T> T* child(QWidget& window, const QString& name)
 {
     T* c = window.findChild<T*>(name);
     if (!c)
@@ -106,16 +109,16 @@ bool endsProgram(const std::function<void()>& code);
 // A test program of several classes: each file registers its class with VELK_TEST, and
 // the support library's main runs them all.
 void registerTest(const char* name, std::function<QObject*()> make);
-#define VELK_TEST(TestClass) \
+#define VELK_TEST(TestClass)                                                                                           \
     static const bool registered##TestClass = (registerTest(#TestClass, [] { return new TestClass; }), true);
 
 // The test main of a program of one class: C locale so that figures are stable.
-#define VELK_TEST_MAIN(TestClass)                                         \
-    int main(int argc, char** argv)                                       \
-    {                                                                     \
-        qputenv("QT_QPA_PLATFORM", "offscreen");                          \
-        QLocale::setDefault(QLocale::c());                                \
-        QApplication app(argc, argv);                                     \
-        TestClass test;                                                   \
-        return QTest::qExec(&test, argc, argv);                           \
+#define VELK_TEST_MAIN(TestClass)                                                                                      \
+    int main(int argc, char** argv)                                                                                    \
+    {                                                                                                                  \
+        qputenv("QT_QPA_PLATFORM", "offscreen");                                                                       \
+        QLocale::setDefault(QLocale::c());                                                                             \
+        QApplication app(argc, argv);                                                                                  \
+        TestClass test;                                                                                                \
+        return QTest::qExec(&test, argc, argv);                                                                        \
     }
