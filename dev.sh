@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 packages=(g++ cmake make pkg-config qt6-base-dev libsqlite3-dev poppler-utils
-          libgl-dev qt6-qpa-plugins fonts-dejavu-core)
+          libgl-dev qt6-qpa-plugins fonts-dejavu-core clang-format)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
@@ -30,6 +30,8 @@ case "${1:-}" in
     exec build/velk-invoice
     ;;
   test)
+    # The tree stays in the house format: an unformatted file fails the test command.
+    find . -path './build*' -prune -o \( -name '*.cpp' -o -name '*.h' \) -print | xargs clang-format --dry-run --Werror
     build build
     (cd build && ctest --output-on-failure)
     build build-sanitize -DVELK_SANITIZE=ON

@@ -4,7 +4,7 @@
 #include "customers/frmCustomer.h"
 #include "items/frm_Parts.h"
 #include "platform/Platform.h"
-#include "platform/report/ReportRenderer.h"
+#include "report/ReportRenderer.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Functions.h"

@@ -1,7 +1,7 @@
 #pragma once
 // The six printed invoice layouts, "1" to "6" of the settings' invoice type.
 
-#include "platform/report/Report.h"
+#include "report/Report.h"
 
 #include <memory>
 

@@ -1,7 +1,5 @@
 #include "platform/Platform.h"
 
-#include "platform/report/ReportPreview.h"
-
 #include <QApplication>
 #include <QDialog>
 #include <QFileDialog>
@@ -144,11 +142,6 @@ Hooks desktopHooks()
     };
     h.paperSize = desktopPaperSize;
     h.showModal = [](QDialog& d) { return d.exec(); };
-    h.showReport = [](report::Report& r) {
-        const report::Layout layout(r, paperSize());
-        report::ReportPreview preview(layout, QApplication::activeWindow());
-        showModal(preview);
-    };
     h.endProgram = [](int code) {
         std::fflush(nullptr);
         std::_Exit(code);

@@ -62,7 +62,7 @@ struct Hooks {
     std::function<void(int pointer)> setPointer;
     std::function<int()> paperSize;
     std::function<int(QDialog&)> showModal;
-    std::function<void(report::Report&)> showReport; // a modal preview
+    std::function<void(report::Report&)> showReport; // empty: the report engine's own preview
     std::function<void(int exitCode)> endProgram;
 };
 

@@ -8,7 +8,7 @@
 #include "store/Recordset.h"
 #include "store/Value.h"
 
-#include "platform/report/ReportRenderer.h"
+#include "report/ReportRenderer.h"
 #include <QDialog>
 #include <QFile>
 #include <QProcess>

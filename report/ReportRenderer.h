@@ -2,7 +2,7 @@
 // Lays a report out on pages and paints them: one routine for the preview, the printer
 // and PDF files.
 
-#include "platform/report/Report.h"
+#include "report/Report.h"
 #include "store/Value.h"
 
 #include <QPageLayout>

@@ -1,7 +1,7 @@
 #pragma once
 // The modal preview of a report: every page, with zoom, printing and saving as PDF.
 
-#include "platform/report/ReportRenderer.h"
+#include "report/ReportRenderer.h"
 
 #include <QDialog>
 

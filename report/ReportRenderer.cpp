@@ -1,4 +1,4 @@
-#include "platform/report/ReportRenderer.h"
+#include "report/ReportRenderer.h"
 
 #include "store/Functions.h"
 #include "store/ShapeRecordset.h"

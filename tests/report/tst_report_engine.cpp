@@ -3,8 +3,8 @@
 
 #include "TestUi.h"
 
-#include "platform/report/Report.h"
-#include "platform/report/ReportRenderer.h"
+#include "report/Report.h"
+#include "report/ReportRenderer.h"
 #include "shell/frmMain.h"
 #include "store/Errors.h"
 #include "store/Functions.h"

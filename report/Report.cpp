@@ -1,7 +1,10 @@
-#include "platform/report/Report.h"
+#include "report/Report.h"
+#include "report/ReportPreview.h"
 
 #include "platform/Platform.h"
 #include "store/Errors.h"
+
+#include <QApplication>
 
 #include <QFile>
 #include <QJsonArray>
@@ -137,9 +140,16 @@ Paper paperFor(int code)
     return {code, 11906, 16838};
 }
 
+// The desktop preview is the default; tests put their own in the platform's hook.
 void Show(Report& report)
 {
-    platform::hooks().showReport(report);
+    if (const auto& hook = platform::hooks().showReport) {
+        hook(report);
+        return;
+    }
+    const Layout layout(report, platform::paperSize());
+    ReportPreview preview(layout, QApplication::activeWindow());
+    platform::showModal(preview);
 }
 
 } // namespace report

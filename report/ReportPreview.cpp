@@ -1,4 +1,4 @@
-#include "platform/report/ReportPreview.h"
+#include "report/ReportPreview.h"
 
 #include "platform/Platform.h"
 
