@@ -2,6 +2,8 @@
 
 #include "options/Numbering.h"
 #include "options/frmCustomerSet.h"
+#include "platform/Activation.h"
+#include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
 #include "shell/Globals.h"
@@ -40,18 +42,30 @@ QLabel* caption(const QString& text, const char* name, QWidget* parent)
 
 } // namespace
 
+// Prompts, focus and the check of a typed id come through the window's filter; any
+// typed character marks the record changed.
+void frmAddCust::watch(QWidget* control)
+{
+    control->installEventFilter(this);
+    onKeyPress(control, [this](int keyAscii) {
+        Changed = true;
+        return keyAscii;
+    });
+}
+
 QLineEdit* frmAddCust::line(const char* name, int maxLength)
 {
     auto* e = new QLineEdit(this);
     e->setObjectName(QLatin1String(name));
     e->setMaxLength(maxLength);
-    e->installEventFilter(this);
+    watch(e);
     return e;
 }
 
 frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmAddCust"));
+    onActivate(this, [this] { Form_Activate(); });
     setWindowTitle(QStringLiteral("Customer"));
     auto* layout = new QVBoxLayout(this);
 
@@ -65,7 +79,7 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
     DTPicker1->setObjectName(QStringLiteral("DTPicker1"));
     DTPicker1->setCalendarPopup(true);
     DTPicker1->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
-    DTPicker1->installEventFilter(this);
+    watch(DTPicker1);
     FirstName_txt = line("FirstName_txt", 20);
     Lastname_txt = line("Lastname_txt", 20);
     Phone_txt = line("Phone_txt", 30);
@@ -74,7 +88,7 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
     email_txt = line("email_txt", 30);
     address1 = new MemoBox(30, this);
     address1->setObjectName(QStringLiteral("address1"));
-    address1->installEventFilter(this);
+    watch(address1);
     address1->setFixedHeight(48);
     address2 = line("address2", 30);
     address3 = line("address3", 30);
@@ -87,7 +101,7 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
     delpostcode = line("delpostcode", 30);
     Notes_txt = new MemoBox(200, this);
     Notes_txt->setObjectName(QStringLiteral("Notes_txt"));
-    Notes_txt->installEventFilter(this);
+    watch(Notes_txt);
     Notes_txt->setFixedHeight(60);
 
     int r = 0;
@@ -244,9 +258,9 @@ void frmAddCust::setBoxText(QWidget* box, const QString& text)
         static_cast<QLineEdit*>(box)->setText(text);
 }
 
-void frmAddCust::showEvent(QShowEvent* event)
+// Each time the window comes to the front.
+void frmAddCust::Form_Activate()
 {
-    QDialog::showEvent(event);
     if (NewCustomerMode != 1)
         return;
     if (settings.freeformCus == 1) {
@@ -262,9 +276,6 @@ bool frmAddCust::eventFilter(QObject* watched, QEvent* event)
 {
     auto* widget = qobject_cast<QWidget*>(watched);
     switch (event->type()) {
-    case QEvent::KeyPress:
-        Changed = true;
-        break;
     case QEvent::FocusIn:
         if (prompts_.contains(widget)) {
             help_lbl->setText(prompts_[widget].first);

@@ -40,7 +40,8 @@ public:
     bool changed() const { return Changed; }
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    void Form_Activate();
+    void watch(QWidget* control);
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -2,6 +2,7 @@
 
 #include "customers/CustomerRows.h"
 #include "customers/frmAddCust.h"
+#include "platform/Activation.h"
 #include "platform/Platform.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
@@ -17,6 +18,7 @@ using namespace platform;
 frmCustomer::frmCustomer(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmCustomer"));
+    onActivate(this, [this] { Form_Activate(); });
     setWindowTitle(QStringLiteral("Customers"));
     resize(820, 520);
     ListWindowPlan plan;
@@ -44,9 +46,9 @@ frmCustomer::frmCustomer(QWidget* parent) : QDialog(parent)
     Load_list();
 }
 
-void frmCustomer::showEvent(QShowEvent* event)
+// Each time the window comes to the front.
+void frmCustomer::Form_Activate()
 {
-    QDialog::showEvent(event);
     if (Cust_lst->topLevelItemCount() > 0)
         Cust_lst->setFocus();
 }

@@ -23,7 +23,7 @@ public:
     ListRules* rules() const { return rules_; }
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    void Form_Activate();
 
 private:
     QTreeWidget* Cust_lst;

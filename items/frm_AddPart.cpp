@@ -1,6 +1,8 @@
 #include "items/frm_AddPart.h"
 
 #include "options/Numbering.h"
+#include "platform/Activation.h"
+#include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
 #include "shell/Globals.h"
@@ -30,6 +32,7 @@ constexpr int LongMax = 120;
 frm_AddPart::frm_AddPart(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frm_AddPart"));
+    onActivate(this, [this] { Form_Activate(); });
     setWindowTitle(QStringLiteral("Add Item"));
     auto* layout = new QVBoxLayout(this);
     auto* grid = new QGridLayout;
@@ -49,6 +52,8 @@ frm_AddPart::frm_AddPart(QWidget* parent) : QDialog(parent)
     long_txt->setFixedHeight(70);
     Price_txt = box("Price_txt", 10);
     Price_txt->setAlignment(Qt::AlignRight);
+    onKeyPress(Price_txt, [this](int keyAscii) { return numberKey(keyAscii, Price_txt->text(), true); });
+    onKeyUp(long_txt, [this](int, int) { countLeft(); });
     grid->addWidget(new QLabel(QStringLiteral("Item ID:"), this), 0, 0);
     grid->addWidget(Part_lbl, 0, 1);
     grid->addWidget(new QLabel(QStringLiteral("Short Description:"), this), 1, 0);
@@ -92,9 +97,9 @@ frm_AddPart::frm_AddPart(QWidget* parent) : QDialog(parent)
         LoadPart();
 }
 
-void frm_AddPart::showEvent(QShowEvent* event)
+// Each time the window comes to the front.
+void frm_AddPart::Form_Activate()
 {
-    QDialog::showEvent(event);
     if (NewItemMode != 1)
         return;
     Short_txt->setFocus();
@@ -109,24 +114,12 @@ void frm_AddPart::countLeft()
 
 bool frm_AddPart::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == Price_txt && event->type() == QEvent::KeyPress) {
-        // Only digits, one point and Backspace are typed into a price; a paste is not filtered.
-        auto* key = static_cast<QKeyEvent*>(event);
-        const QString t = key->text();
-        const bool digit = t.size() == 1 && t[0] >= '0' && t[0] <= '9';
-        const bool point = t == QLatin1String(".") && !Price_txt->text().contains('.');
-        const bool control = key->key() == Qt::Key_Backspace || t.isEmpty() || t[0].unicode() < 32;
-        if (!digit && !point && !control)
-            return true;
-    }
     if (event->type() == QEvent::FocusOut) {
         if (watched == Price_txt)
             Price_txt->setText(Format_amount(Price_txt->text(), 7, 2));
         if (watched == long_txt)
             countLeft();
     }
-    if (watched == long_txt && event->type() == QEvent::KeyRelease)
-        countLeft();
     if (event->type() == QEvent::FocusIn) {
         if (auto* e = qobject_cast<QLineEdit*>(watched))
             QTimer::singleShot(0, e, &QLineEdit::selectAll);

@@ -25,7 +25,7 @@ public:
     void reject() override;
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    void Form_Activate();
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

@@ -1,6 +1,7 @@
 #include "items/frm_Parts.h"
 
 #include "items/frm_AddPart.h"
+#include "platform/Activation.h"
 #include "platform/Platform.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
@@ -33,6 +34,7 @@ QStringList itemRow(const Recordset& rs)
 frm_Parts::frm_Parts(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frm_Parts"));
+    onActivate(this, [this] { Form_Activate(); });
     setWindowTitle(QStringLiteral("Items"));
     resize(820, 520);
     ListWindowPlan plan;
@@ -61,9 +63,9 @@ frm_Parts::frm_Parts(QWidget* parent) : QDialog(parent)
     Load_list();
 }
 
-void frm_Parts::showEvent(QShowEvent* event)
+// Each time the window comes to the front.
+void frm_Parts::Form_Activate()
 {
-    QDialog::showEvent(event);
     if (Parts_lst->topLevelItemCount() > 0)
         Parts_lst->setFocus();
 }

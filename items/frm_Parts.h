@@ -21,7 +21,7 @@ public:
     void Toolbar1_ButtonClick(int place);
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    void Form_Activate();
 
 private:
     QTreeWidget* Parts_lst;

@@ -207,10 +207,6 @@ int paperSize()
 {
     return hooks().paperSize();
 }
-int showModal(QDialog& dialog)
-{
-    return hooks().showModal(dialog);
-}
 
 void endProgram(int exitCode)
 {

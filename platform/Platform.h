@@ -80,7 +80,7 @@ void Beep();
 void setPointer(int pointer);
 int pointer(); // the pointer last set
 int paperSize();
-int showModal(QDialog& dialog);
+int showModal(QDialog& dialog); // see Activation.h: the windows beneath come to the front again
 [[noreturn]] void endProgram(int exitCode);
 
 } // namespace platform

@@ -5,6 +5,7 @@
 #include "items/frm_Parts.h"
 #include "options/frmOptions.h"
 #include "options/frm_setup.h"
+#include "platform/Activation.h"
 #include "platform/Platform.h"
 #include "safety/BackupRestore.h"
 #include "shell/Globals.h"
@@ -59,6 +60,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
 {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Velk Invoice"));
+    onActivate(this, [this] { MDIForm_Activate(); });
     resize(900, 600);
 
     auto action = [this](QMenu* menu, const char* name, const QString& caption) {
@@ -80,7 +82,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
     tools->setObjectName(QStringLiteral("mnuTools"));
     connect(action(tools, "mnuOptions", QStringLiteral("&Options")), &QAction::triggered, this, [this] {
         frmOptions window(this);
-        openModal(window);
+        showModal(window);
     });
     action(tools, "mnuWeb", QStringLiteral("&Web"));
     // Off by design: the import reads one fixed file and is not for everyday use.
@@ -276,13 +278,6 @@ void frmMain::Load_settings()
     });
 }
 
-int frmMain::openModal(QDialog& window)
-{
-    const int result = showModal(window);
-    MDIForm_Activate(); // the main window comes to the front again
-    return result;
-}
-
 void frmMain::MDIForm_Activate()
 {
     if (SetupDone == 0) {
@@ -309,20 +304,20 @@ void frmMain::Toolbar1_ButtonClick(int index)
             if (answer == vbYes) {
                 NewCustomerMode = 1;
                 frmAddCust window(this);
-                openModal(window);
+                showModal(window);
             }
             break;
         }
         case 1: {
             Busy_off();
             frmCustomer window(this);
-            openModal(window);
+            showModal(window);
             break;
         }
         case 11: {
             Busy_off();
             frm_Parts window(this);
-            openModal(window);
+            showModal(window);
             break;
         }
         case 13:

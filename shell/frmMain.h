@@ -26,7 +26,6 @@ private:
     void Load_settings();
     void MDIForm_Unload();
     // Shows a task window modally; the main window comes to the front again after it.
-    int openModal(QDialog& window);
 
     bool unloaded_ = false;
 };

@@ -1,3 +1,4 @@
+#include "platform/Activation.h"
 #include "shell/frmMain.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
@@ -34,6 +35,6 @@ int main(int argc, char** argv)
     frmMain main;
     main.MDIForm_Load();
     main.show();
-    QTimer::singleShot(0, &main, &frmMain::MDIForm_Activate);
+    QTimer::singleShot(0, &main, [&main] { platform::activate(&main); });
     return app.exec();
 }

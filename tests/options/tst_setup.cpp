@@ -2,6 +2,7 @@
 
 #include "options/SetupControls.h"
 #include "options/frm_setup.h"
+#include "platform/Activation.h"
 #include "shell/Globals.h"
 #include "shell/frmMain.h"
 
@@ -92,7 +93,7 @@ private slots:
             }();
             return d.result();
         });
-        w.MDIForm_Activate();
+        platform::activate(&w);
         VERIFY_UI(ui);
         QCOMPARE(SetupDone, 1);
         QVERIFY(!w.unloaded());
@@ -173,7 +174,7 @@ private slots:
             click(d, "Cancel_cmd");
             return d.result();
         });
-        w.MDIForm_Activate();
+        platform::activate(&w);
         VERIFY_UI(ui);
         QCOMPARE(SetupDone, 0);
         QVERIFY(w.unloaded());
@@ -188,7 +189,7 @@ private slots:
             click(d, "Cancel_cmd");
             return d.result();
         });
-        again.MDIForm_Activate();
+        platform::activate(&again);
         VERIFY_UI(ui);
         QVERIFY(again.unloaded());
     }

@@ -1,5 +1,6 @@
 #include "TestUi.h"
 
+#include "platform/Activation.h"
 #include "shell/Globals.h"
 #include "shell/frmMain.h"
 #include "store/Connection.h"
@@ -147,6 +148,7 @@ std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& se
     ui.clearProblems();
     auto w = std::make_unique<frmMain>();
     w->MDIForm_Load();
+    platform::activate(w.get()); // the first coming to the front, as at a start
     return w;
 }
 
