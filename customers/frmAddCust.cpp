@@ -1,5 +1,6 @@
 #include "customers/frmAddCust.h"
 
+#include "invoices/frmAddInv.h"
 #include "options/Numbering.h"
 #include "options/frmCustomerSet.h"
 #include "platform/Activation.h"
@@ -506,8 +507,8 @@ void frmAddCust::Add_cmd_Click()
         PickedFirstName = FirstName_txt->text().trimmed();
         PickedLastName = Lastname_txt->text().trimmed();
         PickedPhone = Phone_txt->text().trimmed();
-        // The invoice window opens here once it exists, and reports through InvoiceSaved.
-        PickedFirstName = PickedLastName = PickedPhone = QString();
+        frmAddInv window(this);
+        showModal(window);
         if (InvoiceSaved == 1) {
             if (!LastInvoiceNo.trimmed().isEmpty())
                 NewInvoice();
@@ -523,7 +524,8 @@ void frmAddCust::Edit_cmd_Click()
         return;
     OpenInvoiceNo = Inv_lst->currentItem()->text(1);
     EditInvoiceMode = 1;
-    // The invoice window opens here once it exists, and reports through InvoiceSaved.
+    frmAddInv window(this);
+    showModal(window);
     if (InvoiceSaved == 1) {
         Changed_Inv();
         InvoiceSaved = 0;
