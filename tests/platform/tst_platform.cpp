@@ -8,16 +8,18 @@
 
 #include <QAction>
 #include <QDialog>
-#include <QDirIterator>
 #include <QFile>
 #include <QPushButton>
-#include <QToolBar>
 #include <QtTest>
 
 using namespace platform;
 
 namespace
 {
+
+enum Layout { BuildTree, ReadOnly, Installed };
+enum Xdg { Unset, Relative, Set };
+enum Where { Exe, XdgData, HomeData, Beside, Shared };
 
 // A machine in a temporary folder: an executable folder laid out as a build tree, a
 // read-only folder or an installed prefix, and a home folder of its own.
@@ -27,14 +29,14 @@ struct Machine {
     QString shareDir = root.filePath(QStringLiteral("prefix/share/velk-invoice"));
     QString home = root.filePath(QStringLiteral("home"));
 
-    explicit Machine(const QString& layout)
+    explicit Machine(int layout)
     {
         QDir().mkpath(exeDir);
         QDir().mkpath(home);
-        if (layout == QLatin1String("installed")) {
+        if (layout == Installed) {
             QDir().mkpath(root.filePath(QStringLiteral("prefix/share/applications")));
             touch(root.filePath(QStringLiteral("prefix/share/applications/velk-invoice.desktop")));
-        } else if (layout == QLatin1String("read-only")) {
+        } else if (layout == ReadOnly) {
             QFile::setPermissions(exeDir, QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther);
         }
     }
@@ -46,24 +48,16 @@ struct Machine {
     }
 };
 
-// Keeps the test run's own environment as it was.
-struct SavedEnvironment {
-    QByteArray home = qgetenv("HOME");
-    QByteArray xdg = qgetenv("XDG_DATA_HOME");
-    bool hadXdg = qEnvironmentVariableIsSet("XDG_DATA_HOME");
-    ~SavedEnvironment()
-    {
-        qputenv("HOME", home);
-        if (hadXdg)
-            qputenv("XDG_DATA_HOME", xdg);
-        else
-            qunsetenv("XDG_DATA_HOME");
-    }
-};
-
 QImage picture(const QIcon& icon)
 {
     return icon.pixmap(24, 24).toImage();
+}
+
+// The icon draws, and draws as the program's own picture of that name.
+bool shows(const QIcon& icon, const char* name)
+{
+    const QImage drawn = picture(icon);
+    return !drawn.isNull() && drawn == picture(QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name))));
 }
 
 } // namespace
@@ -81,48 +75,35 @@ private slots:
 
     void programFolder_data()
     {
-        QTest::addColumn<QString>("layout");
-        QTest::addColumn<QString>("xdg"); // "" unset, "relative", or "set"
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("build tree") << "writable"
-                                    << "set"
-                                    << "exe";
-        QTest::newRow("read-only, XDG_DATA_HOME") << "read-only"
-                                                  << "set"
-                                                  << "xdg";
-        QTest::newRow("read-only, no XDG_DATA_HOME") << "read-only"
-                                                     << ""
-                                                     << "home";
-        QTest::newRow("read-only, relative XDG_DATA_HOME") << "read-only"
-                                                           << "relative"
-                                                           << "home";
-        QTest::newRow("installed, XDG_DATA_HOME") << "installed"
-                                                  << "set"
-                                                  << "xdg";
-        QTest::newRow("installed, no XDG_DATA_HOME") << "installed"
-                                                     << ""
-                                                     << "home";
+        QTest::addColumn<int>("layout");
+        QTest::addColumn<int>("xdg");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("build tree") << int(BuildTree) << int(Set) << int(Exe);
+        QTest::newRow("read-only, XDG_DATA_HOME") << int(ReadOnly) << int(Set) << int(XdgData);
+        QTest::newRow("read-only, no XDG_DATA_HOME") << int(ReadOnly) << int(Unset) << int(HomeData);
+        QTest::newRow("read-only, relative XDG_DATA_HOME") << int(ReadOnly) << int(Relative) << int(HomeData);
+        QTest::newRow("installed, XDG_DATA_HOME") << int(Installed) << int(Set) << int(XdgData);
+        QTest::newRow("installed, no XDG_DATA_HOME") << int(Installed) << int(Unset) << int(HomeData);
     }
     void programFolder()
     {
-        QFETCH(QString, layout);
-        QFETCH(QString, xdg);
-        QFETCH(QString, expected);
-        SavedEnvironment saved;
+        QFETCH(int, layout);
+        QFETCH(int, xdg);
+        QFETCH(int, expected);
         Machine m(layout);
         const QString xdgDir = m.root.filePath(QStringLiteral("data"));
         qputenv("HOME", QFile::encodeName(m.home));
-        if (xdg.isEmpty())
+        if (xdg == Unset)
             qunsetenv("XDG_DATA_HOME");
         else
-            qputenv("XDG_DATA_HOME", xdg == QLatin1String("set") ? QFile::encodeName(xdgDir) : "data");
-        const QString want = expected == QLatin1String("exe")   ? m.exeDir
-                             : expected == QLatin1String("xdg") ? xdgDir + QStringLiteral("/velk-invoice")
-                                                                : m.home + QStringLiteral("/.local/share/velk-invoice");
+            qputenv("XDG_DATA_HOME", xdg == Set ? QFile::encodeName(xdgDir) : "data");
+        const QString want = expected == Exe       ? m.exeDir
+                             : expected == XdgData ? xdgDir + QStringLiteral("/velk-invoice")
+                                                   : m.home + QStringLiteral("/.local/share/velk-invoice");
 
         QCOMPARE(programDirFor(m.exeDir + '/'), want);
         QVERIFY(QFileInfo(want).isDir());
-        if (expected == QLatin1String("exe"))
+        if (expected == Exe)
             QVERIFY(!QFileInfo::exists(xdgDir)); // a build tree leaves the user's folders alone
 
         // The next start finds the folder it made, with what the first left in it.
@@ -133,60 +114,43 @@ private slots:
 
     void shippedFile_data()
     {
-        QTest::addColumn<QString>("layout");
+        QTest::addColumn<int>("layout");
         QTest::addColumn<bool>("beside");
         QTest::addColumn<bool>("shared");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("build tree") << "writable" << true << false << "beside";
-        QTest::newRow("installed") << "installed" << false << true << "shared";
-        QTest::newRow("installed, copy beside too") << "installed" << true << true << "shared";
-        QTest::newRow("portable, share folder too") << "writable" << true << true << "beside";
-        QTest::newRow("installed, page only beside") << "installed" << true << false << "beside";
-        QTest::newRow("portable, page only shared") << "writable" << false << true << "shared";
-        QTest::newRow("installed, missing") << "installed" << false << false << "shared";
-        QTest::newRow("portable, missing") << "writable" << false << false << "beside";
+        QTest::addColumn<int>("expected");
+        QTest::newRow("build tree") << int(BuildTree) << true << false << int(Beside);
+        QTest::newRow("installed") << int(Installed) << false << true << int(Shared);
+        QTest::newRow("installed, copy beside too") << int(Installed) << true << true << int(Shared);
+        QTest::newRow("installed, page only beside") << int(Installed) << true << false << int(Beside);
+        QTest::newRow("installed, missing") << int(Installed) << false << false << int(Shared);
+        QTest::newRow("portable, missing") << int(BuildTree) << false << false << int(Beside);
     }
     void shippedFile()
     {
-        QFETCH(QString, layout);
+        QFETCH(int, layout);
         QFETCH(bool, beside);
         QFETCH(bool, shared);
-        QFETCH(QString, expected);
+        QFETCH(int, expected);
         Machine m(layout);
         QDir().mkpath(m.shareDir);
         if (beside)
             Machine::touch(m.exeDir + QStringLiteral("/customers.htm"));
         if (shared)
             Machine::touch(m.shareDir + QStringLiteral("/customers.htm"));
-        const QString want = (expected == QLatin1String("beside") ? m.exeDir : m.shareDir) + "/customers.htm";
+        const QString want = (expected == Beside ? m.exeDir : m.shareDir) + QStringLiteral("/customers.htm");
         QCOMPARE(shippedFileFor(m.exeDir, QStringLiteral("customers.htm")), want);
     }
 
-    // Every shipped picture draws: the SVG engine is there and the files are sound.
-    void shippedIcons()
-    {
-        int count = 0;
-        for (QDirIterator it(QStringLiteral(":/icons")); it.hasNext(); ++count) {
-            const QString path = it.next();
-            QVERIFY2(!picture(QIcon(path)).isNull(), qPrintable(path));
-        }
-        QVERIFY(count >= 12);
-    }
-
+    // With no desktop theme, the toolbars show the pictures shipped in the program.
     void toolbarIcons()
     {
         frmMain main;
-        const auto actions = main.findChild<QToolBar*>(QStringLiteral("Toolbar1"))->actions();
-        const QStringList shipped = {"x-office-address-book", "x-office-spreadsheet", "document-new",
-                                     "x-office-document",     "appointment-soon",     "package-x-generic",
-                                     "help-contents",         "application-exit"};
-        QStringList used;
-        for (QAction* a : actions)
-            if (!a->isSeparator())
-                for (const QString& name : shipped)
-                    if (picture(a->icon()) == picture(QIcon(QStringLiteral(":/icons/%1.svg").arg(name))))
-                        used << name;
-        QCOMPARE(used, shipped);
+        const char* mainIcons[] = {"x-office-address-book", "x-office-spreadsheet", "document-new",
+                                   "x-office-document",     "appointment-soon",     "package-x-generic",
+                                   "help-contents",         "application-exit"};
+        for (int i = 0; i < 8; ++i)
+            QVERIFY(
+                shows(main.findChild<QAction*>(QStringLiteral("Toolbar1(%1)").arg(2 * i + 1))->icon(), mainIcons[i]));
 
         // The list windows name their buttons by the style's pixmaps.
         QDialog window;
@@ -200,12 +164,12 @@ private slots:
         plan.listName = "List_lst";
         plan.searchName = "Search_txt";
         const ListWindow w = buildListWindow(&window, plan);
-        const QStringList names = {"document-new", "edit-delete", "document-properties", "help-contents"};
-        for (int i = 0; i < names.size(); ++i)
-            QCOMPARE(picture(window.findChild<QAction*>(QStringLiteral("Toolbar1(%1)").arg(2 * i + 2))->icon()),
-                     picture(QIcon(QStringLiteral(":/icons/%1.svg").arg(names[i]))));
+        const char* listIcons[] = {"document-new", "edit-delete", "document-properties", "help-contents"};
+        for (int i = 0; i < 4; ++i)
+            QVERIFY(
+                shows(window.findChild<QAction*>(QStringLiteral("Toolbar1(%1)").arg(2 * i + 2))->icon(), listIcons[i]));
         QVERIFY(!picture(window.findChild<QAction*>(QStringLiteral("Toolbar1(10)"))->icon()).isNull());
-        QCOMPARE(picture(w.searchButton->icon()), picture(QIcon(QStringLiteral(":/icons/edit-find.svg"))));
+        QVERIFY(shows(w.searchButton->icon(), "edit-find"));
     }
 };
 
