@@ -1,4 +1,5 @@
 #include "platform/Platform.h"
+#include "platform/ProgramFolder.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -128,7 +129,12 @@ int desktopPaperSize()
 Hooks desktopHooks()
 {
     Hooks h;
-    h.programDir = [] { return QCoreApplication::applicationDirPath(); };
+    h.programDir = [] {
+        // Decided once: the user's data folder is made at the first call.
+        static const QString dir = programDirFor(QCoreApplication::applicationDirPath());
+        return dir;
+    };
+    h.shippedFile = [](const QString& name) { return shippedFileFor(QCoreApplication::applicationDirPath(), name); };
     h.now = [] { return QDateTime::currentDateTime(); };
     h.msgBox = desktopMsgBox;
     h.openFile = [](const FileDialogRequest& r) { return fileDialog(r, false); };
@@ -166,6 +172,10 @@ QString programDir()
 QString programFile(const QString& name)
 {
     return programDir() + '/' + name;
+}
+QString shippedFile(const QString& name)
+{
+    return hooks().shippedFile(name);
 }
 QDateTime now()
 {

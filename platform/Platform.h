@@ -54,6 +54,7 @@ struct ProgramEnded {
 // The hooks. Each has a desktop implementation; tests replace them.
 struct Hooks {
     std::function<QString()> programDir;
+    std::function<QString(const QString& name)> shippedFile;
     std::function<QDateTime()> now;
     std::function<int(const QString& text, int style, const QString& title)> msgBox;
     std::function<std::optional<QString>(const FileDialogRequest&)> openFile;
@@ -69,8 +70,9 @@ struct Hooks {
 Hooks& hooks();       // the hooks in force
 Hooks desktopHooks(); // the real desktop ones
 
-QString programDir();                     // the folder of the executable, without a trailing slash
+QString programDir();                     // the program's folder (ProgramFolder.h), without a trailing slash
 QString programFile(const QString& name); // a file in that folder
+QString shippedFile(const QString& name); // a read-only file shipped with the program, such as a help page
 QDateTime now();
 QDate today();
 int MsgBox(const QString& text, int style = vbOKOnly, const QString& title = QString());

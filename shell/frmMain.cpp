@@ -6,6 +6,7 @@
 #include "options/frmOptions.h"
 #include "options/frm_setup.h"
 #include "platform/Activation.h"
+#include "platform/Icons.h"
 #include "platform/Platform.h"
 #include "safety/BackupRestore.h"
 #include "shell/Globals.h"
@@ -27,7 +28,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QStyle>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <cstdio>
@@ -95,12 +95,16 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
     addToolBar(bar);
     const struct {
         const char* caption;
-        QStyle::StandardPixmap icon;
+        const char* icon; // freedesktop icon name
     } buttons[] = {
-        {"Customers", QStyle::SP_DirHomeIcon},     {"Invoices", QStyle::SP_FileDialogDetailedView},
-        {"Add Invoice", QStyle::SP_FileIcon},      {"Reports", QStyle::SP_FileDialogContentsView},
-        {"Debtors", QStyle::SP_MessageBoxWarning}, {"Items", QStyle::SP_FileDialogListView},
-        {"Help", QStyle::SP_DialogHelpButton},     {"Exit", QStyle::SP_DialogCloseButton},
+        {"Customers", "x-office-address-book"},
+        {"Invoices", "x-office-spreadsheet"},
+        {"Add Invoice", "document-new"},
+        {"Reports", "x-office-document"},
+        {"Debtors", "appointment-soon"},
+        {"Items", "package-x-generic"},
+        {"Help", "help-contents"},
+        {"Exit", "application-exit"},
     };
     int index = 1;
     for (const auto& b : buttons) {
@@ -108,7 +112,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
             QAction* sep = bar->addSeparator();
             sep->setObjectName(QStringLiteral("Toolbar1(%1)").arg(index - 1));
         }
-        QAction* a = bar->addAction(style()->standardIcon(b.icon), QLatin1String(b.caption));
+        QAction* a = bar->addAction(themeIcon(b.icon), QLatin1String(b.caption));
         a->setObjectName(QStringLiteral("Toolbar1(%1)").arg(index));
         connect(a, &QAction::triggered, this, [this, index] { Toolbar1_ButtonClick(index); });
         index += 2;

@@ -1,4 +1,5 @@
 #include "platform/Activation.h"
+#include "platform/Icons.h"
 #include "shell/frmMain.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
@@ -32,6 +33,9 @@ int main(int argc, char** argv)
 {
     Application app(argc, argv);
     app.setApplicationName(QStringLiteral("Velk Invoice"));
+    // Every window takes this icon; the desktop file name ties the windows to the menu entry.
+    app.setWindowIcon(platform::themeIcon("velk-invoice"));
+    app.setDesktopFileName(QStringLiteral("velk-invoice"));
     frmMain main;
     main.MDIForm_Load();
     main.show();

@@ -1,5 +1,7 @@
 #include "store/ListWindow.h"
 
+#include "platform/Icons.h"
+
 #include <QAction>
 #include <QDialog>
 #include <QHBoxLayout>
@@ -50,7 +52,7 @@ ListWindow buildListWindow(QDialog* window, const ListWindowPlan& plan)
     int place = 1;
     for (const ListButton& b : plan.buttons) {
         w.toolbar->addSeparator()->setObjectName(QStringLiteral("Toolbar1(%1)").arg(place++));
-        QAction* a = w.toolbar->addAction(window->style()->standardIcon(b.icon), QLatin1String(b.caption));
+        QAction* a = w.toolbar->addAction(platform::standardIcon(b.icon), QLatin1String(b.caption));
         a->setObjectName(QStringLiteral("Toolbar1(%1)").arg(place));
         QObject::connect(a, &QAction::triggered, window, [on = plan.onButton, place] { on(place); });
         ++place;
@@ -64,8 +66,7 @@ ListWindow buildListWindow(QDialog* window, const ListWindowPlan& plan)
     if (plan.searchMaxLength > 0)
         w.search->setMaxLength(plan.searchMaxLength);
     search->addWidget(w.search, 1);
-    w.searchButton =
-        new QPushButton(window->style()->standardIcon(QStyle::SP_FileDialogContentsView), QString(), window);
+    w.searchButton = new QPushButton(platform::themeIcon("edit-find"), QString(), window);
     w.searchButton->setObjectName(QStringLiteral("search_cmd"));
     w.searchButton->setAutoDefault(false);
     search->addWidget(w.searchButton);
