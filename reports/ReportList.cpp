@@ -1,0 +1,146 @@
+#include "reports/ReportList.h"
+
+#include "platform/Platform.h"
+#include "shell/Globals.h"
+#include "store/Connection.h"
+#include "store/Database.h"
+#include "store/Errors.h"
+#include "store/Functions.h"
+#include "store/Numbers.h"
+#include "store/Recordset.h"
+
+#include <QDateEdit>
+#include <QDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QScreen>
+
+const std::array<ListEntry, 6>& listEntries()
+{
+    static const std::array<ListEntry, 6> entries{{
+        {"Customers - Summary", "Summary_Customers", "SumCustomers"},
+        {"Customers - Detailed", "Detailed_Customers", "DetailCustomers"},
+        {"Invoices - Summary", "Invoices", "SumInvoices"},
+        {"Invoices and Invoice Details", "Invoice_Details", "DetailInvoices"},
+        {"Items", "Parts", "Items"},
+        {"Debtors", "Debtors", "Debtors"},
+    }};
+    return entries;
+}
+
+namespace
+{
+
+QString between(const char* table, const QDate& start, const QDate& end)
+{
+    const QString month = QStringLiteral("MM/dd/yyyy");
+    return QStringLiteral("SHAPE {SELECT * FROM %1 where Date BETWEEN #").arg(QLatin1String(table)) +
+           start.toString(month) + QStringLiteral("# and #") + end.toString(month) + QStringLiteral("#} ");
+}
+
+} // namespace
+
+QString Customers_source(const QDate& start, const QDate& end)
+{
+    return between("customers", start, end) + QStringLiteral("as details");
+}
+
+QString Invoices_source(const QDate& start, const QDate& end)
+{
+    return between("invoices", start, end) + QStringLiteral("as details");
+}
+
+QString Invoice_lines_source(const QDate& start, const QDate& end)
+{
+    return between("invoices", start, end) + QStringLiteral("as main ") +
+           QStringLiteral("APPEND ({SELECT * FROM invoiceD} as Details ") +
+           QStringLiteral("RELATE 'invno' TO 'invno')  ");
+}
+
+QString Items_source()
+{
+    return QStringLiteral("SHAPE {SELECT * FROM parts} as details");
+}
+
+QString Debtors_source()
+{
+    return QStringLiteral("SHAPE {SELECT * FROM invoices where balance > 0} as details");
+}
+
+RangeControls buildRangeControls(QDialog* window, QGridLayout* grid)
+{
+    RangeControls c;
+    c.list1 = new QListWidget(window);
+    c.list1->setObjectName(QStringLiteral("list1"));
+    for (const ListEntry& e : listEntries())
+        c.list1->addItem(QLatin1String(e.text));
+    c.list1->setCurrentRow(0);
+    auto picker = [&](const char* name, const char* label, const char* caption, int row) {
+        auto* l = new QLabel(QLatin1String(caption), window);
+        l->setObjectName(QLatin1String(label));
+        auto* p = new QDateEdit(window);
+        p->setObjectName(QLatin1String(name));
+        p->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
+        p->setCalendarPopup(true);
+        grid->addWidget(l, row, 1);
+        grid->addWidget(p, row, 2);
+        return p;
+    };
+    grid->addWidget(c.list1, 0, 0, 3, 1);
+    c.DTPicker1 = picker("DTPicker1", "From_lbl", "From:", 0);
+    c.DTPicker2 = picker("DTPicker2", "to_lbl", "To:", 1);
+    // The stored dates are texts in our short date form; one that isn't a date fails.
+    c.DTPicker1->setDate(Value(settings.DefaultStart).toDate().date());
+    c.DTPicker2->setDate(settings.Present == 1 ? platform::today() : Value(settings.DefaultEnd).toDate().date());
+    if (const QScreen* screen = window->screen())
+        window->move(screen->availableGeometry().center() - window->rect().center());
+    return c;
+}
+
+int reportAgeing(int days)
+{
+    if (days < 0)
+        return 0;
+    return days <= 30 ? 1 : days <= 60 ? 2 : 3;
+}
+
+// Days 31 and 60 write nothing here: the gaps stay as users have always had them.
+int exportAgeing(int days)
+{
+    if (days < 0 || days == 31 || days == 60)
+        return 0;
+    return days <= 30 ? 1 : days < 60 ? 2 : 3;
+}
+
+void Age_invoices(int (*rule)(int days))
+{
+    Recordset rs;
+    rs.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockPessimistic);
+    // One transaction for the walk, committed even when a row fails, so that each
+    // update stands as if made alone; it spares a disk flush per invoice.
+    const auto db = Database::open(dataSourceOf(ConnectionString));
+    db->exec(QStringLiteral("BEGIN"));
+    struct Commit {
+        Database& db;
+        ~Commit()
+        {
+            try {
+                db.exec(QStringLiteral("COMMIT"));
+            } catch (const VbError&) {
+            }
+        }
+    } commit{*db};
+    const double today = Value(platform::today()).toDouble();
+    for (; !rs.eof(); rs.moveNext()) {
+        const Value balance = rs.field(QStringLiteral("Balance"));
+        if (!(Null_to_zero(balance) > Currency()))
+            continue;
+        const int column = rule(toInt16(today - rs.field(QStringLiteral("DATE")).toDouble()));
+        if (column > 0)
+            for (int i = 1; i <= 3; ++i)
+                rs.setField(QStringLiteral("BALANCE%1").arg(i), i == column ? balance : Value(Currency()));
+        rs.update();
+    }
+    rs.close();
+}
