@@ -305,12 +305,10 @@ FrmExport::FrmExport(QWidget* parent) : QDialog(parent)
     grid->addWidget(Frame1, 0, 4, 6, 1);
     Frame1->hide();
 
-    Trap(objectName(), "Load", [&] {
-        const RangeControls range = buildRangeControls(this, grid);
-        list1 = range.list1;
-        DTPicker1 = range.DTPicker1;
-        DTPicker2 = range.DTPicker2;
-    });
+    const RangeControls range = buildRangeControls(this, grid);
+    list1 = range.list1;
+    DTPicker1 = range.DTPicker1;
+    DTPicker2 = range.DTPicker2;
     List1_Click();
     Path_txt->setText(programDir());
     Dir1->setCurrentIndex(folders_->index(programDir()));

@@ -68,6 +68,22 @@ QString Debtors_source()
     return QStringLiteral("SHAPE {SELECT * FROM invoices where balance > 0} as details");
 }
 
+namespace
+{
+
+// The stored dates are texts in our short date form. One that isn't a date (a settings
+// row made by hand) leaves the picker on today rather than closing the program.
+QDate settingDate(const QString& text)
+{
+    try {
+        return Value(text).toDate().date();
+    } catch (const VbError&) {
+        return platform::today();
+    }
+}
+
+} // namespace
+
 RangeControls buildRangeControls(QDialog* window, QGridLayout* grid)
 {
     RangeControls c;
@@ -90,9 +106,8 @@ RangeControls buildRangeControls(QDialog* window, QGridLayout* grid)
     grid->addWidget(c.list1, 0, 0, 3, 1);
     c.DTPicker1 = picker("DTPicker1", "From_lbl", "From:", 0);
     c.DTPicker2 = picker("DTPicker2", "to_lbl", "To:", 1);
-    // The stored dates are texts in our short date form; one that isn't a date fails.
-    c.DTPicker1->setDate(Value(settings.DefaultStart).toDate().date());
-    c.DTPicker2->setDate(settings.Present == 1 ? platform::today() : Value(settings.DefaultEnd).toDate().date());
+    c.DTPicker1->setDate(settingDate(settings.DefaultStart));
+    c.DTPicker2->setDate(settings.Present == 1 ? platform::today() : settingDate(settings.DefaultEnd));
     if (const QScreen* screen = window->screen())
         window->move(screen->availableGeometry().center() - window->rect().center());
     return c;

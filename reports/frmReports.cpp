@@ -35,12 +35,10 @@ frmReports::frmReports(QWidget* parent) : QDialog(parent)
     Exit_cmd->setObjectName(QStringLiteral("Exit_cmd"));
     grid->addWidget(select_cmd, 3, 1);
     grid->addWidget(Exit_cmd, 3, 2);
-    Trap(objectName(), "Load", [&] {
-        const RangeControls range = buildRangeControls(this, grid);
-        list1 = range.list1;
-        DTPicker1 = range.DTPicker1;
-        DTPicker2 = range.DTPicker2;
-    });
+    const RangeControls range = buildRangeControls(this, grid);
+    list1 = range.list1;
+    DTPicker1 = range.DTPicker1;
+    DTPicker2 = range.DTPicker2;
     list1->installEventFilter(this);
     connect(list1, &QListWidget::itemDoubleClicked, this, &frmReports::select_cmd_Click);
     connect(select_cmd, &QPushButton::clicked, this, &frmReports::select_cmd_Click);
