@@ -8,6 +8,7 @@
 #include "store/Functions.h"
 #include "store/Numbers.h"
 #include "store/Recordset.h"
+#include "store/ShapeRecordset.h"
 
 #include <QDateEdit>
 #include <QDialog>
@@ -15,6 +16,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QScreen>
+#include <sqlite3.h>
 
 const std::array<ListEntry, 6>& listEntries()
 {
@@ -108,6 +110,7 @@ RangeControls buildRangeControls(QDialog* window, QGridLayout* grid)
     c.DTPicker2 = picker("DTPicker2", "to_lbl", "To:", 1);
     c.DTPicker1->setDate(settingDate(settings.DefaultStart));
     c.DTPicker2->setDate(settings.Present == 1 ? platform::today() : settingDate(settings.DefaultEnd));
+    window->adjustSize();
     if (const QScreen* screen = window->screen())
         window->move(screen->availableGeometry().center() - window->rect().center());
     return c;
@@ -130,32 +133,38 @@ int exportAgeing(int days)
 
 void Age_invoices(int (*rule)(int days))
 {
-    Recordset rs;
-    rs.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockPessimistic);
-    // One transaction for the walk, committed even when a row fails, so that each
-    // update stands as if made alone; it spares a disk flush per invoice.
     const auto db = Database::open(dataSourceOf(ConnectionString));
+    // The owing rows are read once and written by their place in the table: a walk that
+    // updates as it goes would read the table again after every write.
+    const auto owing =
+        ShapeRecordset::open(QStringLiteral("SELECT rowid, DATE, BALANCE FROM invoices WHERE Balance > 0"), db);
+    // One transaction, committed even when a row fails, so that each update stands as
+    // if made alone; it spares a disk flush per invoice.
     db->exec(QStringLiteral("BEGIN"));
     struct Commit {
         Database& db;
         ~Commit()
         {
+            db.touched();
             try {
                 db.exec(QStringLiteral("COMMIT"));
             } catch (const VbError&) {
             }
         }
     } commit{*db};
+    sqlite3_stmt* st =
+        db->prepare(QStringLiteral("UPDATE invoices SET BALANCE1 = ?1, BALANCE2 = ?2, BALANCE3 = ?3 WHERE rowid = ?4"));
     const double today = Value(platform::today()).toDouble();
-    for (; !rs.eof(); rs.moveNext()) {
-        const Value balance = rs.field(QStringLiteral("Balance"));
-        if (!(Null_to_zero(balance) > Currency()))
+    for (; !owing->eof(); owing->moveNext()) {
+        const int column = rule(toInt16(today - owing->field(1).toDouble()));
+        if (column == 0)
             continue;
-        const int column = rule(toInt16(today - rs.field(QStringLiteral("DATE")).toDouble()));
-        if (column > 0)
-            for (int i = 1; i <= 3; ++i)
-                rs.setField(QStringLiteral("BALANCE%1").arg(i), i == column ? balance : Value(Currency()));
-        rs.update();
+        StatementScope scope(st);
+        for (int i = 1; i <= 3; ++i)
+            Database::bind(st, i, i == column ? owing->field(2) : Value(Currency()));
+        sqlite3_bind_int64(st, 4, owing->field(0).toLong());
+        const int rc = sqlite3_step(st);
+        if (rc != SQLITE_DONE)
+            db->fail(rc);
     }
-    rs.close();
 }
