@@ -4,7 +4,11 @@
 #include "customers/frmCustomer.h"
 #include "items/frm_Parts.h"
 #include "platform/Platform.h"
+#include "report/Report.h"
 #include "report/ReportRenderer.h"
+#include "reports/FrmExport.h"
+#include "reports/frmReports.h"
+#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Functions.h"
@@ -14,6 +18,8 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QListWidget>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 #include <cstdio>
@@ -41,6 +47,19 @@ void figure(const char* what, double ms)
 {
     std::printf("%-58s %9.2f ms\n", what, ms);
     std::fflush(stdout);
+}
+
+// The sqlite3 command line writing the rows of a query as CSV to a file, for comparison.
+double sqliteCsv(const QString& path, const QStringList& queries, const QString& out)
+{
+    return timeIt([&] {
+        QProcess p;
+        p.setStandardOutputFile(out);
+        QStringList args{QStringLiteral("-csv"), path};
+        args << queries;
+        p.start(QStringLiteral("sqlite3"), args);
+        p.waitForFinished(-1);
+    });
 }
 
 void fill(const QString& path)
@@ -206,6 +225,73 @@ int main(int argc, char** argv)
                        layout.writePdf(out.filePath(QStringLiteral("list.pdf")));
                    },
                    1));
+    }
+    {
+        // The six exports and the six list reports, each beside the sqlite3 command line
+        // writing the same rows as CSV. Every invoice gets three lines and owes money.
+        auto db = Database::open(path);
+        db->exec(QStringLiteral("BEGIN"));
+        db->exec(QStringLiteral(
+            "INSERT INTO InvoiceD (InvNo, PartID, Qty, Description, Amount, Total, Taxable) "
+            "SELECT i.InvNo, printf('PRT%06d', 1 + (i.rowid * 7 + k.n) % 2000), k.n, 'Line ' || k.n || ' of ' || "
+            "i.InvNo, "
+            "123450, 123450 * k.n, 1 FROM Invoices i, (SELECT 1 AS n UNION ALL SELECT 2 UNION ALL SELECT 3) k "
+            "ORDER BY i.InvNo, k.n"));
+        db->exec(QStringLiteral("UPDATE Invoices SET Notes = 'note ' || rowid"));
+        db->exec(QStringLiteral("COMMIT"));
+        std::printf("\n90,000 invoice lines added\n");
+        settings.DefaultStart = QStringLiteral("01/01/2019");
+        settings.DefaultEnd = QStringLiteral("31/12/2030");
+        settings.Present = 0;
+        QTemporaryDir out;
+        platform::hooks().programDir = [&] { return out.path(); };
+        platform::hooks().paperSize = [] { return int(platform::vbPRPSA4); };
+        platform::hooks().showReport = [&](report::Report& r) {
+            report::Layout layout(r, platform::vbPRPSA4);
+            layout.writePdf(out.filePath(r.name + QStringLiteral(".pdf")));
+        };
+        const QString range = QStringLiteral(" WHERE Date BETWEEN '2019-01-01' AND '2030-12-31'");
+        const QString customers = QStringLiteral("SELECT Date, CustID, FirstName, LastName, Address, Address2, City, "
+                                                 "address4, Postcode");
+        const QString invoices =
+            QStringLiteral("SELECT Date, InvNo, CustNo, CustomerName, Subtotal, Vat, Total, Discount, Paid, "
+                           "WrittenOff, Balance, Notes, DiscountPercentage, SalesPerson, SalesNo, ShippedNo, "
+                           "TrackingNo FROM invoices");
+        const QStringList same[] = {
+            {customers + QStringLiteral(" FROM customers") + range},
+            {customers +
+             QStringLiteral(", Phone, Mobile, Fax, Email, DelAddress1, DelAddress2, DelAddress3, "
+                            "DelAddress4, DelAddress5 FROM customers") +
+             range},
+            {invoices + range},
+            {invoices + range,
+             QStringLiteral("SELECT InvNo, Qty, PartID, Description, Amount, Total FROM invoiceD ORDER BY InvNo")},
+            {QStringLiteral("SELECT ID, ShortDesc, Desc, Price FROM parts")},
+            {QStringLiteral("SELECT Date, InvNo, CustNo, CustomerName, Subtotal, Vat, Total, Discount, Paid, "
+                            "WrittenOff, Balance, Balance1, Balance2, Balance3, Notes FROM invoices "
+                            "WHERE balance > 0")},
+        };
+        std::printf("%-58s %9s %9s %6s\n", "list", "ours ms", "sqlite3", "ratio");
+        auto compare = [&](const QString& what, double ours, double cli) {
+            std::printf("%-58s %9.1f %9.1f %6.2f\n", qPrintable(what), ours, cli, ours / cli);
+            std::fflush(stdout);
+        };
+        FrmExport exporter;
+        auto* exportList = exporter.findChild<QListWidget*>(QStringLiteral("list1"));
+        for (int i = 0; i < 6; ++i) {
+            exportList->setCurrentRow(i);
+            const double ours = timeIt([&] { exporter.Export_cmd_Click(); });
+            compare(QStringLiteral("export ") + exportList->item(i)->text(), ours,
+                    sqliteCsv(path, same[i], out.filePath(QStringLiteral("cli.csv"))));
+        }
+        frmReports chooser;
+        auto* reportList = chooser.findChild<QListWidget*>(QStringLiteral("list1"));
+        for (int i = 0; i < 6; ++i) {
+            reportList->setCurrentRow(i);
+            const double ours = timeIt([&] { chooser.select_cmd_Click(); }, 1);
+            compare(QStringLiteral("report ") + reportList->item(i)->text() + QStringLiteral(" to PDF"), ours,
+                    sqliteCsv(path, same[i], out.filePath(QStringLiteral("cli.csv"))));
+        }
     }
     return 0;
 }

@@ -116,6 +116,7 @@ std::unique_ptr<Report> Report::load(const QString& path)
             c.field = co.value("field").toString();
             c.format = co.value("format").toString();
             c.function = co.value("function").toString();
+            c.member = co.value("member").toString();
             c.alignment = alignment(co.value("align").toString());
             c.wordWrap = co.value("wrap").toBool(true);
             c.fontSize = co.value("size").toInt(9);

@@ -25,6 +25,9 @@ struct Control {
     QString field;    // bound fields and functions: the column
     QString format;   // "0.00", "0.00;(0.00)", "dd/MM/yyyy", "MM/dd/yyyy" or none
     QString function; // "Sum" or "Count"
+    // Functions: the level of a grouped source whose rows they take, by its "as" name;
+    // empty for the detail rows.
+    QString member;
     Qt::Alignment alignment = Qt::AlignLeft;
     bool wordWrap = true;
     int fontSize = 9; // points

@@ -32,9 +32,13 @@ struct Totals {
                 if (c.kind == ControlKind::Function)
                     items.push_back({&c, {}, 0, false, 0});
     }
-    void add(const ShapeRecordset& rs)
+    // The rows of one level: the detail rows, or a group's own row.
+    void add(const ShapeRecordset& rs, bool detail = true)
     {
         for (Item& i : items) {
+            const QString& member = i.control->member;
+            if (member.isEmpty() ? !detail : member.compare(rs.name(), Qt::CaseInsensitive) != 0)
+                continue;
             if (i.control->field.isEmpty()) {
                 ++i.count;
                 continue;
@@ -158,6 +162,7 @@ void Layout::build()
         source->moveTo(i);
         if (grouped) {
             place(groupHeader, source, i);
+            all.add(*source, false);
             Totals group(groupFooter);
             auto children = source->chapter(source->chapterName());
             for (int c = 0; c < children->recordCount(); ++c) {

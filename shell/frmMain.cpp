@@ -8,6 +8,8 @@
 #include "platform/Activation.h"
 #include "platform/Icons.h"
 #include "platform/Platform.h"
+#include "reports/FrmExport.h"
+#include "reports/frmReports.h"
 #include "safety/BackupRestore.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
@@ -70,7 +72,10 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
     };
     QMenu* file = menuBar()->addMenu(QStringLiteral("File"));
     file->setObjectName(QStringLiteral("mnuFile"));
-    action(file, "mnuExport", QStringLiteral("&Export")); // the export window comes with the reports
+    connect(action(file, "mnuExport", QStringLiteral("&Export")), &QAction::triggered, this, [this] {
+        FrmExport window(this);
+        showModal(window);
+    });
     action(file, "mnusep", QStringLiteral("-"));
     connect(action(file, "MnuSave", QStringLiteral("&Save")), &QAction::triggered, this, &frmMain::MnuSave_Click);
     connect(action(file, "mnurestore", QStringLiteral("&Restore")), &QAction::triggered, this,
@@ -318,6 +323,12 @@ void frmMain::Toolbar1_ButtonClick(int index)
             showModal(window);
             break;
         }
+        case 7: {
+            Busy_off();
+            frmReports window(this);
+            showModal(window);
+            break;
+        }
         case 11: {
             Busy_off();
             frm_Parts window(this);
@@ -333,7 +344,7 @@ void frmMain::Toolbar1_ButtonClick(int index)
             close();
             break;
         default:
-            // Invoices, Reports and Debtors open their windows here
+            // Invoices and Debtors open their windows here
             // as those windows come; separators do nothing.
             Busy_off();
             break;
