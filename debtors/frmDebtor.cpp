@@ -259,6 +259,7 @@ frmDebtor::frmDebtor(QWidget* parent) : QDialog(parent)
                 name == std::string_view("OK_cmd") ? &frmDebtor::OK_cmd_Click : &frmDebtor::Cancel_cmd_Click);
     }
     grid->addLayout(buttonsRow, 6, 0, 1, 3);
+    grid->setColumnStretch(1, 1);
     Letter_frame->resize(560, 440);
     Letter_frame->hide();
 
