@@ -41,6 +41,9 @@ namespace
 // Columns of debtor_lst.
 enum { ColCustID, ColCustomer, ColPhone, ColInvNo, Col30, Col60, Col61, ColNotes, ColReminders };
 
+// Columns of the query that fills it.
+enum { QBalance, QAge, QCustNo, QCustID, QLastName, QFirstName, QPhone, QInvNo, QNotes, QReminderSent };
+
 const QString NoLetters = QStringLiteral("No letters to print.");
 
 // The period of an invoice of this age in days: 0 for up to 29 days, 1 for 31 to 59,
@@ -317,26 +320,23 @@ void frmDebtor::Load_list()
         QList<QTreeWidgetItem*> rows;
         for (; !invoices->eof(); invoices->moveNext()) {
             Currency amounts[3];
-            const Currency balance = Null_to_zero(invoices->field(QStringLiteral("Balance")));
+            const Currency balance = Null_to_zero(invoices->field(QBalance));
             if (balance > Currency()) {
-                const int period = agePeriod(invoices->field(QStringLiteral("Age")).toDouble());
+                const int period = agePeriod(invoices->field(QAge).toDouble());
                 if (period >= 0)
                     amounts[period] = balance;
             }
             // The customer is the one whose number is the invoice's as it stands, as a
             // walk through the customers comparing each would find.
-            const Value custId = invoices->field(QStringLiteral("CustID"));
+            const Value custId = invoices->field(QCustID);
             if (amounts[0] + amounts[1] + amounts[2] > Currency() && !custId.isNull() &&
-                custId.toText() == invoices->field(QStringLiteral("CustNo")).toText()) {
-                auto* row = new ListRow;
-                ListRules::setRow(row, {custId.toText(),
-                                        invoices->field(QStringLiteral("LastName")).toText() + QStringLiteral(", ") +
-                                            invoices->field(QStringLiteral("FirstName")).toText(),
-                                        invoices->field(QStringLiteral("Phone")).toText(),
-                                        invoices->field(QStringLiteral("InvNo")).toText(), amount(amounts[0]),
-                                        amount(amounts[1]), amount(amounts[2]),
-                                        Null_to_text(invoices->field(QStringLiteral("Notes"))),
-                                        Null_to_zero(invoices->field(QStringLiteral("ReminderSent"))).toString()});
+                custId.toText() == invoices->field(QCustNo).toText()) {
+                auto* row = new ListRow(QStringList{
+                    custId.toText(),
+                    invoices->field(QLastName).toText() + QStringLiteral(", ") + invoices->field(QFirstName).toText(),
+                    invoices->field(QPhone).toText(), invoices->field(QInvNo).toText(), amount(amounts[0]),
+                    amount(amounts[1]), amount(amounts[2]), Null_to_text(invoices->field(QNotes)),
+                    Null_to_zero(invoices->field(QReminderSent)).toString()});
                 row->setCheckState(ColCustID, Qt::Unchecked);
                 rows << row;
             }
