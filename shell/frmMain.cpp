@@ -2,6 +2,7 @@
 
 #include "customers/frmAddCust.h"
 #include "customers/frmCustomer.h"
+#include "debtors/frmDebtor.h"
 #include "items/frm_Parts.h"
 #include "options/frmOptions.h"
 #include "options/frm_setup.h"
@@ -295,8 +296,11 @@ void frmMain::MDIForm_Activate()
         if (SetupDone == 0) // cancelled: the program ends
             close();
     }
-    // "Show Debtors at Startup" opens the debtor list here on the first activation, when
-    // that window arrives.
+    // "Show Debtors at Startup": once, the first time the main window comes up.
+    if (FrontCount == 0 && settings.Debtorstart == 1) {
+        frmDebtor window(this);
+        showModal(window);
+    }
     ++FrontCount;
 }
 
@@ -326,6 +330,12 @@ void frmMain::Toolbar1_ButtonClick(int index)
         case 7: {
             Busy_off();
             frmReports window(this);
+            showModal(window);
+            break;
+        }
+        case 9: {
+            Busy_off();
+            frmDebtor window(this);
             showModal(window);
             break;
         }

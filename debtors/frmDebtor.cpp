@@ -1,0 +1,580 @@
+#include "debtors/frmDebtor.h"
+
+#include "invoices/frmAddInv.h"
+#include "platform/Activation.h"
+#include "platform/MemoBox.h"
+#include "platform/Platform.h"
+#include "report/Report.h"
+#include "shell/Globals.h"
+#include "store/Connection.h"
+#include "store/Database.h"
+#include "store/Errors.h"
+#include "store/Functions.h"
+#include "store/ListRules.h"
+#include "store/Numbers.h"
+#include "store/Recordset.h"
+#include "store/ShapeRecordset.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QStyle>
+#include <QStyledItemDelegate>
+#include <QToolBar>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+using namespace platform;
+
+namespace
+{
+
+// Columns of debtor_lst.
+enum { ColCustID, ColCustomer, ColPhone, ColInvNo, Col30, Col60, Col61, ColNotes, ColReminders };
+
+// Columns of the query that fills it.
+enum { QBalance, QAge, QCustNo, QCustID, QLastName, QFirstName, QPhone, QInvNo, QNotes, QReminderSent };
+
+const QString NoLetters = QStringLiteral("No letters to print.");
+
+// The period of an invoice of this age in days: 0 for up to 29 days, 1 for 31 to 59,
+// 2 for 61 and over, -1 for none. Days 30 and 60 and dates to come belong to no period.
+// The age counts whole days, a time of day rounding half to even.
+int agePeriod(double days)
+{
+    const qint16 age = toInt16(days);
+    if (age >= 0 && age <= 29)
+        return 0;
+    if (age >= 31 && age <= 59)
+        return 1;
+    if (age >= 61)
+        return 2;
+    return -1;
+}
+
+// The address block of a letter: the parts that are not empty, one a line. A missing
+// first line still leaves its line break.
+QString addressBlock(const Recordset& customer)
+{
+    QString text = Null_to_text(customer.field(QStringLiteral("Address")));
+    for (const char* part : {"Address2", "City", "address4", "Postcode"}) {
+        const QString line = Null_to_text(customer.field(QLatin1String(part)));
+        if (!line.isEmpty())
+            text += QStringLiteral("\r\n") + line;
+    }
+    return text;
+}
+
+// Holds the writes of a routine in one transaction: hundreds of rows would otherwise
+// each wait for the disk. What was written stands, also when a failure cuts it short.
+class Batch
+{
+public:
+    Batch() : db_(Database::open(dataSourceOf(ConnectionString))) { db_->exec(QStringLiteral("BEGIN")); }
+    ~Batch()
+    {
+        try {
+            db_->exec(QStringLiteral("COMMIT"));
+        } catch (const VbError&) {
+        }
+    }
+    Batch(const Batch&) = delete;
+    Batch& operator=(const Batch&) = delete;
+
+private:
+    std::shared_ptr<Database> db_;
+};
+
+// The letter layout with the logo of the settings. An empty path means no logo; a
+// path that gives no picture is a failure.
+std::unique_ptr<report::Report> Letter_rpt()
+{
+    auto letter = report::Report::load(QStringLiteral(":/designs/Letter_rpt.rpt.json"));
+    if (!settings.Logopath.isEmpty()) {
+        report::Control& image = letter->control(QStringLiteral("Header1"), QStringLiteral("Image1"));
+        if (!QFileInfo(settings.Logopath).isFile())
+            throw VbError(err::FileNotFound);
+        if (!image.picture.load(settings.Logopath))
+            throw VbError(481, QStringLiteral("Invalid picture"));
+    }
+    return letter;
+}
+
+// Amounts and counts stand right-aligned in their columns.
+class RightAligned : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
+    }
+};
+
+} // namespace
+
+frmDebtor::frmDebtor(QWidget* parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("frmDebtor"));
+    onActivate(this, [this] { Form_Activate(); });
+    setWindowTitle(QStringLiteral("Aged Debtors"));
+    resize(1000, 560);
+    auto* layout = new QVBoxLayout(this);
+
+    // View, Letters and Help, with separators between them.
+    Toolbar1 = new QToolBar(this);
+    Toolbar1->setObjectName(QStringLiteral("Toolbar1"));
+    Toolbar1->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    const struct {
+        const char* caption;
+        QStyle::StandardPixmap icon;
+    } buttons[] = {{"View", QStyle::SP_FileDialogContentsView},
+                   {"Letters", QStyle::SP_FileDialogDetailedView},
+                   {"Help", QStyle::SP_DialogHelpButton}};
+    int place = 1;
+    for (const auto& b : buttons) {
+        if (place > 1)
+            Toolbar1->addSeparator()->setObjectName(QStringLiteral("Toolbar1(%1)").arg(place - 1));
+        QAction* a = Toolbar1->addAction(style()->standardIcon(b.icon), QLatin1String(b.caption));
+        a->setObjectName(QStringLiteral("Toolbar1(%1)").arg(place));
+        connect(a, &QAction::triggered, this, [this, place] { Toolbar1_ButtonClick(place); });
+        place += 2;
+    }
+    layout->addWidget(Toolbar1);
+
+    debtor_lst = new QTreeWidget(this);
+    debtor_lst->setObjectName(QStringLiteral("debtor_lst"));
+    debtor_lst->setHeaderLabels({QStringLiteral("Cust ID"), QStringLiteral("Customer"), QStringLiteral("Phone No."),
+                                 QStringLiteral("Inv No"), QStringLiteral("0-30 Days"), QStringLiteral("31-60 Days"),
+                                 QStringLiteral("61+ Days"), QStringLiteral("Notes"), QStringLiteral("Reminders")});
+    const int widths[] = {100, 180, 110, 90, 90, 90, 90, 150, 70};
+    for (int c = 0; c < 9; ++c)
+        debtor_lst->setColumnWidth(c, widths[c]);
+    auto* right = new RightAligned(debtor_lst);
+    for (int c : {Col30, Col60, Col61, ColReminders})
+        debtor_lst->setItemDelegateForColumn(c, right);
+    connect(debtor_lst, &QTreeWidget::itemDoubleClicked, this, [this] { OpenRow(); });
+    rules_ = new ListRules(debtor_lst, ListConfig{}, objectName());
+    layout->addWidget(debtor_lst, 1);
+
+    // The totals stand under the columns of their periods, wherever those are.
+    totalsStrip = new QWidget(this);
+    totalsStrip->setMinimumHeight(48);
+    auto label = [this](const QString& name, const QString& text) {
+        auto* l = new QLabel(text, totalsStrip);
+        l->setObjectName(name);
+        l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        return l;
+    };
+    label(QStringLiteral("Label1"), QStringLiteral("Owed to you for each period:"));
+    total30 = label(QStringLiteral("total30"), QString());
+    total60 = label(QStringLiteral("total60"), QString());
+    Total61 = label(QStringLiteral("Total61"), QString());
+    label(QStringLiteral("Label2"), QStringLiteral("Total Owed:"));
+    TotalG = label(QStringLiteral("TotalG"), QString());
+    connect(debtor_lst->header(), &QHeaderView::sectionResized, this, &frmDebtor::placeTotals);
+    connect(debtor_lst->header(), &QHeaderView::geometriesChanged, this, &frmDebtor::placeTotals);
+    connect(debtor_lst->horizontalScrollBar(), &QScrollBar::valueChanged, this, &frmDebtor::placeTotals);
+    layout->addWidget(totalsStrip);
+
+    auto* bottom = new QHBoxLayout;
+    auto button = [this, bottom](const char* name, const char* caption) {
+        auto* b = new QPushButton(QLatin1String(caption), this);
+        b->setObjectName(QLatin1String(name));
+        b->setAutoDefault(false);
+        bottom->addWidget(b);
+        return b;
+    };
+    All_cmd = button("All_cmd", "Select All");
+    Select7_cmd = button("Select7_cmd", "30 Days");
+    Select14 = button("Select14", "30 -60 Days");
+    Select30 = button("Select30", "61+ Days");
+    Unselect_all = button("Unselect_all", "Unselect All");
+    connect(All_cmd, &QPushButton::clicked, this, [this] { SelectPeriod(-1); });
+    connect(Select7_cmd, &QPushButton::clicked, this, [this] { SelectPeriod(Col30); });
+    connect(Select14, &QPushButton::clicked, this, [this] { SelectPeriod(Col60); });
+    connect(Select30, &QPushButton::clicked, this, [this] { SelectPeriod(Col61); });
+    connect(Unselect_all, &QPushButton::clicked, this, &frmDebtor::Unselect_all_Click);
+    bottom->addSpacing(20);
+    debtor_chk = new QCheckBox(QStringLiteral("Show Debtors at Startup"), this);
+    debtor_chk->setObjectName(QStringLiteral("debtor_chk"));
+    bottom->addWidget(debtor_chk);
+    bottom->addStretch();
+    Command1 = button("Command1", "&Exit");
+    connect(Command1, &QPushButton::clicked, this, &QDialog::accept);
+    layout->addLayout(bottom);
+
+    // The letter panel stands over the list, hidden until "Letters" shows it.
+    Letter_frame = new QGroupBox(QStringLiteral("Letter Setup"), this);
+    Letter_frame->setObjectName(QStringLiteral("Letter_frame"));
+    Letter_frame->setAutoFillBackground(true);
+    auto* grid = new QGridLayout(Letter_frame);
+    auto* Picture1 = new QLabel(Letter_frame);
+    Picture1->setObjectName(QStringLiteral("Picture1"));
+    Picture1->setPixmap(style()->standardIcon(QStyle::SP_FileDialogDetailedView).pixmap(48, 48));
+    grid->addWidget(Picture1, 0, 0);
+    auto* Label3 = new QLabel(QStringLiteral("Please select which reminder to send out. Then make sure its signed "
+                                             "correctly. Once happy click OK to preview letters, otherwise press "
+                                             "Cancel to Exit."),
+                              Letter_frame);
+    Label3->setObjectName(QStringLiteral("Label3"));
+    Label3->setWordWrap(true);
+    grid->addWidget(Label3, 0, 1, 1, 2);
+    const char* options[] = {"1st Reminder", "2nd Reminder", "3rd Reminder"};
+    for (int i = 0; i < 3; ++i) {
+        Option[i] = new QRadioButton(QLatin1String(options[i]), Letter_frame);
+        Option[i]->setObjectName(QStringLiteral("Option%1").arg(i + 1));
+        grid->addWidget(Option[i], 1 + i, 0, Qt::AlignTop);
+        Reminder[i] = new MemoBox(250, Letter_frame);
+        Reminder[i]->setObjectName(QStringLiteral("Reminder%1").arg(i + 1));
+        Reminder[i]->setFixedHeight(60);
+        grid->addWidget(Reminder[i], 1 + i, 1, 1, 2);
+    }
+    Signed1_txt = new QLineEdit(QStringLiteral("Yours Sincerely"), Letter_frame);
+    Signed1_txt->setObjectName(QStringLiteral("Signed1_txt"));
+    grid->addWidget(Signed1_txt, 4, 1, 1, 2);
+    auto* Signed_lbl = new QLabel(QStringLiteral("Signed:"), Letter_frame);
+    Signed_lbl->setObjectName(QStringLiteral("Signed_lbl"));
+    grid->addWidget(Signed_lbl, 5, 0);
+    Signed_txt = new QLineEdit(Letter_frame);
+    Signed_txt->setObjectName(QStringLiteral("Signed_txt"));
+    grid->addWidget(Signed_txt, 5, 1, 1, 2);
+    auto* buttonsRow = new QHBoxLayout;
+    buttonsRow->addStretch();
+    for (const auto& [name, caption] : {std::pair{"OK_cmd", "&OK"}, std::pair{"Cancel_cmd", "&Cancel"}}) {
+        auto* b = new QPushButton(QLatin1String(caption), Letter_frame);
+        b->setObjectName(QLatin1String(name));
+        b->setAutoDefault(false);
+        buttonsRow->addWidget(b);
+        connect(b, &QPushButton::clicked, this,
+                name == std::string_view("OK_cmd") ? &frmDebtor::OK_cmd_Click : &frmDebtor::Cancel_cmd_Click);
+    }
+    grid->addLayout(buttonsRow, 6, 0, 1, 3);
+    grid->setColumnStretch(1, 1);
+    Letter_frame->resize(560, 440);
+    Letter_frame->hide();
+
+    // Opening, under the hourglass.
+    BusyTrap(objectName(), "Load", [this] {
+        debtor_chk->setChecked(settings.Debtorstart == 1);
+        Load_list();
+        Prepare_letters();
+    });
+}
+
+// Each time the window comes to the front.
+void frmDebtor::Form_Activate()
+{
+    if (debtor_lst->topLevelItemCount() > 0)
+        debtor_lst->setFocus();
+}
+
+void frmDebtor::placeTotals()
+{
+    const int x0 = debtor_lst->geometry().x() - totalsStrip->geometry().x() + debtor_lst->viewport()->x();
+    QHeaderView* header = debtor_lst->header();
+    auto column = [&](int c) { return x0 + header->sectionViewportPosition(c); };
+    const int row = 22;
+    auto put = [&](const char* name, int left, int width, int top) {
+        if (auto* l = totalsStrip->findChild<QLabel*>(QLatin1String(name)))
+            l->setGeometry(left, top, width, row);
+    };
+    put("Label1", 0, std::max(0, column(Col30) - 6), 2);
+    put("total30", column(Col30), header->sectionSize(Col30), 2);
+    put("total60", column(Col60), header->sectionSize(Col60), 2);
+    put("Total61", column(Col61), header->sectionSize(Col61), 2);
+    put("Label2", 0, std::max(0, column(Col61) - 6), 2 + row);
+    put("TotalG", column(Col61), header->sectionSize(Col61), 2 + row);
+}
+
+// Fills the list and the totals. The amounts are worked out here each time; they are
+// not kept in the invoices.
+void frmDebtor::Load_list()
+{
+    BusyTrap(objectName(), "Load_list", [this] {
+        // The invoices in table order, each with its customer by one join on the
+        // customer number's index, and its age in days with the fraction of its time.
+        const auto invoices = ShapeRecordset::open(
+            QStringLiteral("SELECT i.Balance, julianday('%1') - julianday(i.Date) AS Age, i.CustNo, c.CustID, "
+                           "c.LastName, c.FirstName, c.Phone, i.InvNo, i.Notes, i.ReminderSent "
+                           "FROM Invoices i LEFT JOIN Customers c ON c.CustID = i.CustNo ORDER BY i.rowid")
+                .arg(today().toString(Qt::ISODate)),
+            Database::open(dataSourceOf(ConnectionString)));
+        debtor_lst->clear();
+        Currency totals[3];
+        // Two of a row's three amounts are empty: their text is made once.
+        const QString empty = Format_amount(Currency(), 7, 2);
+        auto amount = [&](Currency value) { return value == Currency() ? empty : Format_amount(value, 7, 2); };
+        QList<QTreeWidgetItem*> rows;
+        for (; !invoices->eof(); invoices->moveNext()) {
+            Currency amounts[3];
+            const Currency balance = Null_to_zero(invoices->field(QBalance));
+            if (balance > Currency()) {
+                const int period = agePeriod(invoices->field(QAge).toDouble());
+                if (period >= 0)
+                    amounts[period] = balance;
+            }
+            // The customer is the one whose number is the invoice's as it stands, as a
+            // walk through the customers comparing each would find.
+            const Value custId = invoices->field(QCustID);
+            if (amounts[0] + amounts[1] + amounts[2] > Currency() && !custId.isNull() &&
+                custId.toText() == invoices->field(QCustNo).toText()) {
+                auto* row = new ListRow(QStringList{
+                    custId.toText(),
+                    invoices->field(QLastName).toText() + QStringLiteral(", ") + invoices->field(QFirstName).toText(),
+                    invoices->field(QPhone).toText(), invoices->field(QInvNo).toText(), amount(amounts[0]),
+                    amount(amounts[1]), amount(amounts[2]), Null_to_text(invoices->field(QNotes)),
+                    Null_to_zero(invoices->field(QReminderSent)).toString()});
+                row->setCheckState(ColCustID, Qt::Unchecked);
+                rows << row;
+            }
+            for (int i = 0; i < 3; ++i)
+                totals[i] += amounts[i];
+        }
+        // With no invoices at all the period totals stay blank.
+        if (invoices->recordCount() > 0) {
+            total30->setText(Format_amount(totals[0], 7, 2));
+            total60->setText(Format_amount(totals[1], 7, 2));
+            Total61->setText(Format_amount(totals[2], 7, 2));
+        }
+        // All rows at once: a list sorted before puts them in its order, where each
+        // row added by itself would have taken its place.
+        debtor_lst->addTopLevelItems(rows);
+        if (rules_->sorted())
+            debtor_lst->sortItems(rules_->sortColumn(), rules_->sortOrder());
+        // The grand total is the sum of the totals as they are shown.
+        TotalG->setText(Format_amount(Val(total30->text()) + Val(total60->text()) + Val(Total61->text()), 7, 2));
+        rules_->select(debtor_lst->topLevelItem(0));
+    });
+}
+
+void frmDebtor::Toolbar1_ButtonClick(int place)
+{
+    Trap(objectName(), "ToolbarButton", [&] {
+        switch (place) {
+        case 1:
+            OpenRow();
+            break;
+        case 3:
+            if (tickedRows().isEmpty()) {
+                MsgBox(NoLetters, vbExclamation, QStringLiteral("No Records"));
+                break;
+            }
+            Letter_frame->move((width() - Letter_frame->width()) / 2, (height() - Letter_frame->height()) / 2);
+            Letter_frame->show();
+            Letter_frame->raise();
+            DisableList();
+            break;
+        case 5:
+            HelpTopic = QStringLiteral("debtors.htm"); // the help window shows it once it exists
+            break;
+        default:
+            break;
+        }
+    });
+}
+
+// A double click on a row or "View": the invoice in its window, then the list afresh.
+void frmDebtor::OpenRow()
+{
+    QTreeWidgetItem* row = rules_->selected();
+    if (debtor_lst->topLevelItemCount() < 1 || !row)
+        return;
+    OpenInvoiceNo = row->text(ColInvNo);
+    EditInvoiceMode = 1;
+    {
+        frmAddInv window(this);
+        showModal(window);
+    }
+    Load_list();
+}
+
+// The period buttons only add ticks; a row is in a period when its amount there reads
+// back as a number other than zero.
+void frmDebtor::SelectPeriod(int column)
+{
+    for (int i = 0; i < debtor_lst->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* row = debtor_lst->topLevelItem(i);
+        if (column < 0 || Val(row->text(column)) != 0)
+            row->setCheckState(ColCustID, Qt::Checked);
+    }
+}
+
+void frmDebtor::Unselect_all_Click()
+{
+    for (int i = 0; i < debtor_lst->topLevelItemCount(); ++i)
+        debtor_lst->topLevelItem(i)->setCheckState(ColCustID, Qt::Unchecked);
+}
+
+QList<QTreeWidgetItem*> frmDebtor::tickedRows() const
+{
+    QList<QTreeWidgetItem*> rows;
+    for (int i = 0; i < debtor_lst->topLevelItemCount(); ++i)
+        if (debtor_lst->topLevelItem(i)->checkState(ColCustID) == Qt::Checked)
+            rows << debtor_lst->topLevelItem(i);
+    return rows;
+}
+
+// The panel's texts come from the settings; changes made there serve this visit only.
+void frmDebtor::Prepare_letters()
+{
+    Reminder[0]->setText(settings.Reminder1);
+    Reminder[1]->setText(settings.Reminder2);
+    Reminder[2]->setText(settings.Reminder3);
+    Signed_txt->setText(settings.BusinessName);
+    Option[0]->setChecked(true);
+}
+
+void frmDebtor::EnableControls(bool on)
+{
+    for (QWidget* w : std::initializer_list<QWidget*>{Toolbar1, debtor_lst, debtor_chk, All_cmd, Unselect_all,
+                                                      Select7_cmd, Select14, Select30, Command1})
+        w->setEnabled(on);
+}
+
+void frmDebtor::Cancel_cmd_Click()
+{
+    Letter_frame->hide();
+    EnableList();
+}
+
+void frmDebtor::OK_cmd_Click()
+{
+    EnableList();
+    Build_table();
+    Print_cmd();
+    Letter_frame->hide();
+    if (LettersShown)
+        Update_reminders();
+}
+
+// Fills the Letters table afresh with one row for each ticked invoice, in the order
+// the list shows them.
+void frmDebtor::Build_table()
+{
+    BusyTrap(objectName(), "Build_table", [this] {
+        Recordset letters;
+        letters.open(QStringLiteral("letters"), ConnectionString, Recordset::adLockPessimistic);
+        Recordset customers;
+        customers.open(QStringLiteral("customers"), ConnectionString, Recordset::adLockReadOnly);
+        customers.setIndex(QStringLiteral("CUSTID"));
+        Recordset invoices;
+        invoices.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockReadOnly);
+        invoices.setIndex(QStringLiteral("INVNO"));
+        letterCount = 0;
+        const Batch batch;
+        if (letters.recordCount() > 0) {
+            for (letters.moveFirst(); !letters.eof(); letters.moveNext())
+                letters.deleteRecord();
+        }
+        for (QTreeWidgetItem* row : tickedRows()) {
+            // The rows found are taken as they are: the list came from these tables.
+            customers.seek(row->text(ColCustID));
+            letters.addNew();
+            letters.setField(QStringLiteral("CustID"), customers.field(QStringLiteral("CustID")));
+            letters.setField(QStringLiteral("FirstName"),
+                             Null_to_text(customers.field(QStringLiteral("FirstName"))) + QStringLiteral(" ") +
+                                 Null_to_text(customers.field(QStringLiteral("LastName"))));
+            letters.setField(QStringLiteral("Address"), addressBlock(customers));
+            invoices.seek(row->text(ColInvNo));
+            for (const char* column : {"InvNo", "Date", "Total", "Paid", "WrittenOff", "Balance"})
+                letters.setField(QLatin1String(column), invoices.field(QLatin1String(column)));
+            letterCount = toInt16(letterCount + 1.0);
+            letters.update();
+        }
+    });
+}
+
+// One letter a page from the Letters table, shown as a preview.
+void frmDebtor::Print_cmd()
+{
+    std::unique_ptr<report::Report> letter;
+    BusyTrap(objectName(), "Print_cmd", [&] {
+        LettersShown = true;
+        if (letterCount < 1) {
+            MsgBox(NoLetters, vbExclamation, QStringLiteral("No Records"));
+            LettersShown = false;
+            return;
+        }
+        std::shared_ptr<ShapeRecordset> source;
+        Open_shape(QStringLiteral("SHAPE {SELECT * FROM Letters} as details"), source);
+        letter = Letter_rpt();
+        letter->setDataSource(source);
+        const QString crlf = QStringLiteral("\r\n");
+        // The fixed texts keep their trailing blanks.
+        letter->control(QStringLiteral("Header1"), QStringLiteral("companyadd"))
+            .setCaption(settings.BusinessName.text() + crlf + settings.Address + crlf + settings.Phone.text());
+        int chosen = 0;
+        while (chosen < 2 && !Option[chosen]->isChecked())
+            ++chosen;
+        letter->control(QStringLiteral("details"), QStringLiteral("Main_lbl")).setCaption(Reminder[chosen]->text());
+        letter->control(QStringLiteral("details"), QStringLiteral("signed1")).setCaption(Signed1_txt->text());
+        letter->control(QStringLiteral("details"), QStringLiteral("Signed")).setCaption(Signed_txt->text());
+        letter->control(QStringLiteral("details"), QStringLiteral("date_lbl")).setCaption(dateText(today()));
+    });
+    if (!letter)
+        return;
+    Trap(objectName(), "Print_cmd", [&] { report::Show(*letter); });
+    letter->setDataSource(nullptr);
+}
+
+// Counts one more reminder on each ticked invoice, if the user says so.
+void frmDebtor::Update_reminders()
+{
+    if (MsgBox(QStringLiteral("Do you want to update the amount of reminders sent for the invoices selected?"),
+               vbYesNo + vbQuestion, QStringLiteral("Update Reminders Sent")) != vbYes)
+        return;
+    Trap(objectName(), "Update_reminders", [this] {
+        Recordset invoices;
+        invoices.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockPessimistic);
+        invoices.setIndex(QStringLiteral("INVNO"));
+        const Batch batch;
+        for (QTreeWidgetItem* row : tickedRows()) {
+            invoices.seek(row->text(ColInvNo));
+            if (invoices.eof())
+                continue;
+            invoices.setField(QStringLiteral("ReminderSent"),
+                              Null_to_zero(invoices.field(QStringLiteral("ReminderSent"))) +
+                                  Currency::fromTicks(Currency::Scale));
+            invoices.update();
+        }
+    });
+    Load_list();
+}
+
+// Every way out stores the start-up choice, in the row and in the settings.
+void frmDebtor::done(int result)
+{
+    if (!unloaded_)
+        Form_Unload();
+    unloaded_ = true;
+    QDialog::done(result);
+}
+
+void frmDebtor::Form_Unload()
+{
+    Trap(objectName(), "Unload", [this] {
+        Recordset rs;
+        rs.open(QStringLiteral("system"), ConnectionString, Recordset::adLockPessimistic);
+        if (rs.recordCount() > 0) {
+            rs.moveFirst();
+            const qint16 flag = debtor_chk->isChecked() ? 1 : 0;
+            rs.setField(QStringLiteral("Debtorstart"), Value(qint64(flag)));
+            settings.Debtorstart = flag;
+            rs.update();
+        }
+        rs.close();
+    });
+}
