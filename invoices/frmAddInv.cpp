@@ -1,12 +1,15 @@
 #include "invoices/frmAddInv.h"
 
 #include "items/frm_Parts.h"
+#include "options/Numbering.h"
 #include "platform/Activation.h"
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
+#include "store/Database.h"
+#include "store/Errors.h"
 #include "store/Functions.h"
 #include "store/ListRules.h"
 #include "store/Numbers.h"
@@ -74,10 +77,52 @@ void paint(QWidget* control, const QColor& colour)
     control->setPalette(p);
 }
 
+// A focus move to a control that cannot take it fails, as it always did.
+void moveFocus(QWidget* control)
+{
+    if (!control->isEnabled())
+        throw VbError(err::InvalidArgument);
+    control->setFocus();
+}
+
 QString amountText(double value)
 {
     return Format_amount(value, 7, 2);
 }
+
+// A save is one transaction, so that a power cut leaves the invoice as it was or wholly
+// saved, with one sync instead of one per row. A failure part-way still keeps what was
+// written, as when each write was committed by itself.
+class SaveTransaction
+{
+public:
+    SaveTransaction() : db_(Database::open(dataSourceOf(ConnectionString)))
+    {
+        db_->exec(QStringLiteral("BEGIN IMMEDIATE"));
+    }
+    ~SaveTransaction()
+    {
+        if (open_) {
+            try {
+                db_->exec(QStringLiteral("COMMIT"));
+            } catch (const VbError&) {
+                try {
+                    db_->exec(QStringLiteral("ROLLBACK"));
+                } catch (const VbError&) {
+                }
+            }
+        }
+    }
+    void commit()
+    {
+        db_->exec(QStringLiteral("COMMIT"));
+        open_ = false;
+    }
+
+private:
+    std::shared_ptr<Database> db_;
+    bool open_ = true;
+};
 
 } // namespace
 
@@ -343,6 +388,7 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
         Pick_Item();
         return 0;
     });
+    connect(update_cmd, &QPushButton::clicked, this, &frmAddInv::Update_cmd_Click);
     connect(Exit_cmd, &QPushButton::clicked, this, &frmAddInv::Exit_cmd_Click);
 
     // Opening.
@@ -717,6 +763,116 @@ void frmAddInv::Toolbar1_ButtonClick(int place)
         break;
     }
     Busy_off();
+}
+
+void frmAddInv::Update_cmd_Click()
+{
+    Trap(objectName(), "Update_cmd", [this] {
+        if (settings.ConfirmAll == 0 && MsgBox(QStringLiteral("Are you sure you want to update?"), vbYesNo + vbQuestion,
+                                               QStringLiteral("Continue?")) != vbYes)
+            return;
+        if (Inv_lbl->text().trimmed().isEmpty()) {
+            noNumberBox();
+            moveFocus(Inv_lbl);
+            return;
+        }
+        if (EditInvoiceMode == 0 && CheckInvNo() == 1)
+            return;
+        BusyTrap(objectName(), "Update_cmd", [this] { Save_invoice(); });
+        done(1);
+    });
+}
+
+void frmAddInv::noNumberBox()
+{
+    MsgBox(QStringLiteral(" Please enter an invoice number."), vbExclamation, QStringLiteral("Enter Invoice Number"));
+}
+
+int frmAddInv::CheckInvNo()
+{
+    int result = 0;
+    Trap(objectName(), "CheckInvNo", [&] {
+        const QString number = Inv_lbl->text().trimmed();
+        if (number.isEmpty()) {
+            noNumberBox();
+            result = 1;
+        } else if (Number_in_use(Series::Invoice, number)) {
+            result = 1;
+        }
+    });
+    return result;
+}
+
+void frmAddInv::Save_invoice()
+{
+    InvoiceSaved = 1;
+    const QString number = Inv_lbl->text().trimmed();
+    SaveTransaction transaction;
+    Recordset invoices, lines;
+    invoices.open(QStringLiteral("Invoices"), ConnectionString, Recordset::adLockPessimistic);
+    invoices.setIndex(QStringLiteral("INVNO"));
+    lines.open(QStringLiteral("InvoiceD"), ConnectionString, Recordset::adLockPessimistic);
+    invoices.seek(number);
+    if (EditInvoiceMode == 0)
+        invoices.addNew();
+    const QList<QPair<const char*, Value>> header = {
+        {"invno", number},
+        {"Custno", Cust_lbl->text().trimmed()},
+        {"Date", Date_txt->date()},
+        {"Subtotal", subtotal_txt->text()},
+        {"Vat", vat_txt->text()},
+        {"Total", total_txt->text()},
+        {"Discount", Format_amount(Discount_txt->text(), 7, 2)},
+        {"Paid", Val(Paid_txt->text())},
+        {"WrittenOff", Currency::fromDouble(Val(Writtenoff_txt->text()))},
+        {"balance", Balance_txt->text()},
+        {"Notes", notes_txt->text()},
+        {"CustomerName", Customername_lbl->text()},
+        {"DiscountPercentage", Currency::fromDouble(Val(Discount2_txt->text()))},
+        {"SalesPerson", SalesPerson_txt->text().trimmed()},
+        {"SalesNo", SalesOrder_txt->text().trimmed()},
+        {"ShippedNo", Shipped_txt->text().trimmed()},
+        {"TrackingNo", TrackingNo_txt->text().trimmed()},
+        {"Phone", Label16->text()},
+        {"TaxPer", settings.TaxAmount}};
+    for (const auto& [column, value] : header)
+        invoices.setField(QLatin1String(column), value);
+    invoices.update();
+
+    if (EditInvoiceMode != 0) {
+        // The old lines stand together in the index on the number.
+        lines.setIndex(QStringLiteral("InvNo"));
+        for (lines.seek(number); !lines.eof(); lines.moveNext()) {
+            const QString found = Null_to_text(lines.field(QStringLiteral("INVNO")));
+            if (found.trimmed().compare(number, Qt::CaseInsensitive) != 0)
+                break;
+            if (found.trimmed() == number)
+                lines.deleteRecord();
+        }
+    }
+    for (int i = 0; i < Lines; ++i) {
+        if (PartID_txt[i]->text().trimmed().isEmpty() && Qty_txt[i]->text().isEmpty() &&
+            Desc_txt[i]->text().trimmed().isEmpty() && Amount_txt[i]->text().trimmed().isEmpty())
+            continue;
+        const double qty = Val(Qty_txt[i]->text());
+        lines.addNew();
+        lines.setField(QStringLiteral("invno"), number);
+        lines.setField(QStringLiteral("Qty"), qty == 0 ? 1.0 : qty);
+        lines.setField(QStringLiteral("PartID"), PartID_txt[i]->text().trimmed());
+        lines.setField(QStringLiteral("Description"), Desc_txt[i]->text().trimmed());
+        lines.setField(QStringLiteral("Amount"), Val(Amount_txt[i]->text()));
+        lines.setField(QStringLiteral("Total"), Val(tota1l_txt[i]->text()));
+        if (tax[i]->isChecked())
+            lines.setField(QStringLiteral("Taxable"), 1);
+        lines.update();
+    }
+    invoices.close();
+    lines.close();
+
+    // Only a new invoice that took the generated number moves the series on.
+    if (settings.FreeformInv == 0 && EditInvoiceMode == 0)
+        Advance_number(Series::Invoice, Inv_lbl->text());
+    transaction.commit();
 }
 
 void frmAddInv::Exit_cmd_Click()

@@ -36,6 +36,8 @@ public:
     void Clear_Line();
     void Clear_All();
     void Toolbar1_ButtonClick(int place);
+    void Update_cmd_Click();
+    int CheckInvNo();
     void Exit_cmd_Click();
 
     qint16 currentLine() const { return CurrentLine; }
@@ -58,6 +60,8 @@ private:
     void lineLeft(Place place);
     void clearRow(int row);
     void hideTaxColumns();
+    void Save_invoice();
+    void noNumberBox();
     void Calc();
 
     qint16 CurrentLine = 0;

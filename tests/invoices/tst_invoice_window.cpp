@@ -3,11 +3,13 @@
 
 #include "TestUi.h"
 
+#include "customers/frmAddCust.h"
 #include "invoices/frmAddInv.h"
 #include "platform/Activation.h"
 #include "shell/Globals.h"
 #include "shell/frmMain.h"
 #include "store/Connection.h"
+#include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
 #include "store/ListRules.h"
@@ -111,6 +113,23 @@ void addLine(const QString& number, int qty, double amount, int taxable, const Q
                                         {"Taxable", taxable}});
 }
 
+// The stored lines, each "InvNo|PartID|Qty|Description|Amount|Total|Taxable".
+QStringList storedLines()
+{
+    QStringList rows;
+    const QStringList columns{"InvNo", "PartID", "Qty", "Description", "Amount", "Total", "Taxable"};
+    QList<QStringList> values;
+    for (const QString& c : columns)
+        values << columnValues(QStringLiteral("InvoiceD"), c);
+    for (int r = 0; r < values[0].size(); ++r) {
+        QStringList cells;
+        for (const QStringList& v : values)
+            cells << v[r];
+        rows << cells.join('|');
+    }
+    return rows;
+}
+
 } // namespace
 
 class InvoiceWindowTest : public QObject
@@ -129,6 +148,12 @@ private slots:
     void rowHighlightAndClearing();
     void itemPicker_data();
     void itemPicker();
+    void saveWritesRowsAndAdvances_data();
+    void saveWritesRowsAndAdvances();
+    void refusals_data();
+    void refusals();
+    void failureMidSaveKeepsWhatWasWritten();
+    void roundTrip();
 };
 
 void InvoiceWindowTest::totals_data()
@@ -519,6 +544,203 @@ void InvoiceWindowTest::itemPicker()
     ui.expectBox(QStringLiteral("Confirm"), QStringLiteral("Are you sure you want to clear this line?"), vbNo);
     child<QAction>(w, "Toolbar1(4)")->trigger();
     QVERIFY(!child<QFrame>(w, "part_frame")->isVisible());
+    VERIFY_UI(ui);
+}
+
+void InvoiceWindowTest::saveWritesRowsAndAdvances_data()
+{
+    QTest::addColumn<QString>("prefix");
+    QTest::addColumn<QString>("next");
+    QTest::addColumn<int>("freeForm");
+    QTest::addColumn<QString>("number");
+    QTest::addColumn<QString>("nextAfter");
+    QTest::newRow("width kept") << "INV"
+                                << "00000099" << 0 << "INV00000099"
+                                << "00000100";
+    QTest::newRow("wraps at the width") << "INV"
+                                        << "9999" << 0 << "INV9999"
+                                        << "0000";
+    QTest::newRow("prefix digit cut off") << "A1"
+                                          << "100001" << 0 << "A1100001"
+                                          << "100002";
+    QTest::newRow("free form leaves it") << "INV"
+                                         << "100001" << 1 << "my-1"
+                                         << "100001";
+}
+
+void InvoiceWindowTest::saveWritesRowsAndAdvances()
+{
+    QFETCH(QString, prefix);
+    QFETCH(QString, next);
+    QFETCH(int, freeForm);
+    QFETCH(QString, number);
+    QFETCH(QString, nextAfter);
+    TestUi ui;
+    QMap<QString, Value> row = taxed(12.5);
+    row.insert({{"InvPrefix", prefix}, {"Invstart", next}, {"FreeFormInv", freeForm}, {"ConfirmAll", 0}});
+    auto main = startProgram(ui, row);
+    pickCustomer();
+    frmAddInv w;
+    if (freeForm)
+        type(w, "Inv_lbl", number);
+    // A quantity alone, a price alone, an empty row, and a taxed line with padded texts.
+    fillLines(w, {"4||0", "|5|0", "||0", "2|0.25|1"});
+    child<QLineEdit>(w, "PartID_txt(3)")->setText(QStringLiteral(" P9 "));
+    child<QLineEdit>(w, "Desc_txt(3)")->setText(QStringLiteral(" two words "));
+    child<QLineEdit>(w, "SalesPerson_txt")->setText(QStringLiteral(" Jo "));
+    type(w, "Discount2_txt", "12.5");
+    ui.expectBox(QStringLiteral("Continue?"), QStringLiteral("Are you sure you want to update?"), vbYes,
+                 vbYesNo + vbQuestion);
+    child<QPushButton>(w, "update_cmd")->click();
+    QCOMPARE(storedLines(),
+             (QStringList{number + "||4||0|0|0", number + "||1||5|5|0", number + "|P9|2|two words|0.25|0.5|1"}));
+    const QStringList header{
+        "InvNo",      "CustNo",  "Date",  "Subtotal",     "Vat",    "Discount",           "Total",       "Paid",
+        "WrittenOff", "Balance", "Phone", "CustomerName", "TaxPer", "DiscountPercentage", "SalesPerson", "Notes"};
+    QStringList stored;
+    for (const QString& c : header)
+        stored << columnValues(QStringLiteral("Invoices"), c).join(',');
+    // Tax 0.0625 shows 0.06; the discount is 12.5 % of 5.50.
+    QCOMPARE(stored, (QStringList{number, "CUS1", "22/11/2026", "5.5", "0.06", "0.69", "4.87", "0", "0", "4.87", "0123",
+                                  "Ann Brown", "12.5", "12.5", "Jo", ""}));
+    QCOMPARE(columnValues(QStringLiteral("System"), QStringLiteral("Invstart")), QStringList{nextAfter});
+    QCOMPARE(settings.Invstart, nextAfter);
+    QCOMPARE(InvoiceSaved, qint16(1));
+    QCOMPARE(LastInvoiceNo.trimmed(), number);
+    VERIFY_UI(ui);
+}
+
+void InvoiceWindowTest::refusals_data()
+{
+    QTest::addColumn<int>("freeForm");
+    QTest::addColumn<QString>("prefix");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<int>("confirmAll");
+    QTest::addColumn<QStringList>("boxes"); // title|text|answer
+    const QString inUse = QStringLiteral("Invoice Number Already In Use|This Invoice number has already been used. "
+                                         "Please try again!|1");
+    const QString empty = QStringLiteral("Enter Invoice Number| Please enter an invoice number.|1");
+    QTest::newRow("in use, whatever the case") << 1 << "INV"
+                                               << "inv1" << 1 << QStringList{inUse};
+    QTest::newRow("a generated number in use") << 0 << "INV"
+                                               << "" << 1 << QStringList{inUse};
+    QTest::newRow("empty free-form number") << 1 << "INV"
+                                            << "" << 1 << QStringList{empty};
+    QTest::newRow("No to the question") << 0 << "INV"
+                                        << "" << 0 << QStringList{"Continue?|Are you sure you want to update?|7"};
+    // The box, then the focus cannot move to the disabled number: fatal.
+    QTest::newRow("empty generated number")
+        << 0 << ""
+        << "" << 1
+        << QStringList{empty,
+                       "Error Message|" + errorMessageText(5, "frmAddInv", "Update_cmd", standardErrorText(5)) + "|1"};
+}
+
+void InvoiceWindowTest::refusals()
+{
+    QFETCH(int, freeForm);
+    QFETCH(QString, prefix);
+    QFETCH(QString, typed);
+    QFETCH(int, confirmAll);
+    QFETCH(QStringList, boxes);
+    TestUi ui;
+    QMap<QString, Value> row = taxed(0);
+    row.insert({{"FreeFormInv", freeForm},
+                {"InvPrefix", prefix},
+                {"Invstart", prefix.isEmpty() ? QString() : QStringLiteral("1")},
+                {"ConfirmAll", confirmAll}});
+    auto main = startProgram(ui, row);
+    addInvoice(QStringLiteral("INV1"));
+    pickCustomer();
+    frmAddInv w;
+    if (freeForm)
+        type(w, "Inv_lbl", typed);
+    fillLines(w, {"1|5|0"});
+    for (const QString& b : boxes) {
+        const QStringList f = b.split('|');
+        ui.expectBox(f[0], f[1], f[2].toInt());
+    }
+    const bool fatal = endsProgram([&] { child<QPushButton>(w, "update_cmd")->click(); });
+    QCOMPARE(fatal, prefix.isEmpty());
+    QCOMPARE(columnValues(QStringLiteral("Invoices"), QStringLiteral("InvNo")), QStringList{"INV1"});
+    QVERIFY(storedLines().isEmpty());
+    QCOMPARE(InvoiceSaved, qint16(0));
+    VERIFY_UI(ui);
+}
+
+void InvoiceWindowTest::failureMidSaveKeepsWhatWasWritten()
+{
+    TestUi ui;
+    auto main = startProgram(ui, taxed(0));
+    pickCustomer();
+    frmAddInv w;
+    fillLines(w, {"2|3|0", "1|1|0"});
+    child<QLineEdit>(w, "Qty_txt(1)")->setText(QStringLiteral("1e99")); // pasted: no quantity column holds it
+    ui.expectBox(QStringLiteral("Error Message"),
+                 errorMessageText(6, QStringLiteral("frmAddInv"), QStringLiteral("Update_cmd"), standardErrorText(6)));
+    QVERIFY(endsProgram([&] { child<QPushButton>(w, "update_cmd")->click(); }));
+    Database::closeAll(); // read what the file holds
+    QCOMPARE(columnValues(QStringLiteral("Invoices"), QStringLiteral("InvNo")), QStringList{"INV100001"});
+    QCOMPARE(storedLines(), QStringList{"INV100001||2||3|6|0"});
+    QCOMPARE(settings.Invstart, QStringLiteral("100001"));
+    QCOMPARE(InvoiceSaved, qint16(1));
+    QCOMPARE(busyCount(), qint16(0));
+    VERIFY_UI(ui);
+}
+
+// A new invoice from the customer record, saved, opened again, changed and saved again
+// at a new tax rate: the history rows follow, the lines are replaced, the number stays.
+void InvoiceWindowTest::roundTrip()
+{
+    TestUi ui;
+    auto main = startProgram(ui, taxed(10));
+    addRow(QStringLiteral("Customers"), {{"CustID", QStringLiteral("CUS1")},
+                                         {"LastName", QStringLiteral("Brown")},
+                                         {"FirstName", QStringLiteral("Ann")},
+                                         {"Phone", QStringLiteral("0123")},
+                                         {"Address", QString()},
+                                         {"Address2", QString()},
+                                         {"City", QString()},
+                                         {"address4", QString()},
+                                         {"Postcode", QString()}});
+    addInvoice(QStringLiteral("INV099"));
+    addLine(QStringLiteral("INV099"), 1, 1, 0); // another customer's line beside ours in the index
+    NewCustomerMode = 0;
+    SelectedCustID = QStringLiteral("CUS1");
+    frmAddCust customer;
+    ui.onModal(QStringLiteral("frmAddInv"), [&](QDialog& w) {
+        fillLines(w, {"2|10|1", "1|3|0", "1|4|0"});
+        child<QPushButton>(w, "update_cmd")->click();
+        return 1;
+    });
+    child<QPushButton>(customer, "Add_cmd")->click();
+    auto* history = child<QTreeWidget>(customer, "Inv_lst");
+    QCOMPARE(listRows(history).last(),
+             QStringLiteral("22/11/2026 | INV100001 |      29.00 |       0.00 |      29.00 | "));
+    QCOMPARE(settings.Invstart, QStringLiteral("100002"));
+
+    settings.TaxAmount = 20;
+    ui.onModal(QStringLiteral("frmAddInv"), [&](QDialog& w) {
+        [&] {
+            QCOMPARE(text(w, "Inv_lbl"), QStringLiteral("INV100001"));
+            QVERIFY(!child<QLineEdit>(w, "Inv_lbl")->isEnabled());
+            QCOMPARE(text(w, "vat_txt"), QStringLiteral("      2.00")); // at the stored 10 %
+            QCOMPARE(text(w, "Amount_txt(2)"), QStringLiteral("      4.00"));
+        }();
+        for (const char* name : {"Qty_txt(1)", "PartID_txt(1)", "Desc_txt(1)", "Amount_txt(1)"})
+            child<QLineEdit>(w, name)->clear();
+        type(w, "Qty_txt(2)", "3");
+        type(w, "Paid_txt", "10");
+        child<QPushButton>(w, "update_cmd")->click();
+        return 1;
+    });
+    history->setCurrentItem(history->topLevelItem(history->topLevelItemCount() - 1));
+    child<QPushButton>(customer, "Edit_cmd")->click();
+    QCOMPARE(listRows(history).last(),
+             QStringLiteral("22/11/2026 | INV100001 |      34.00 |      10.00 |      24.00 | "));
+    QCOMPARE(storedLines(), (QStringList{"INV099||1|d |1|999|0", "INV100001||2||10|20|1", "INV100001||3||4|12|0"}));
+    QCOMPARE(columnValues(QStringLiteral("Invoices"), QStringLiteral("TaxPer")), (QStringList{"0", "20"}));
+    QCOMPARE(settings.Invstart, QStringLiteral("100002"));
     VERIFY_UI(ui);
 }
 
