@@ -2,6 +2,7 @@
 
 #include "customers/frmAddCust.h"
 #include "customers/frmCustomer.h"
+#include "customers/frmsearchCust.h"
 #include "items/frm_Parts.h"
 #include "options/frmOptions.h"
 #include "options/frm_setup.h"
@@ -304,6 +305,9 @@ void frmMain::Toolbar1_ButtonClick(int index)
             if (answer == vbYes) {
                 NewCustomerMode = 1;
                 frmAddCust window(this);
+                showModal(window);
+            } else if (answer == vbNo) {
+                frmsearchCust window(this);
                 showModal(window);
             }
             break;

@@ -154,6 +154,7 @@ private slots:
     void refusals();
     void failureMidSaveKeepsWhatWasWritten();
     void roundTrip();
+    void customerPicker();
 };
 
 void InvoiceWindowTest::totals_data()
@@ -741,6 +742,61 @@ void InvoiceWindowTest::roundTrip()
     QCOMPARE(storedLines(), (QStringList{"INV099||1|d |1|999|0", "INV100001||2||10|20|1", "INV100001||3||4|12|0"}));
     QCOMPARE(columnValues(QStringLiteral("Invoices"), QStringLiteral("TaxPer")), (QStringList{"0", "20"}));
     QCOMPARE(settings.Invstart, QStringLiteral("100002"));
+    VERIFY_UI(ui);
+}
+
+void InvoiceWindowTest::customerPicker()
+{
+    TestUi ui;
+    auto main = startProgram(ui, taxed(0));
+    auto addInvoiceFromMain = [&] {
+        ui.expectBox(QStringLiteral("Add to New Customer"),
+                     QStringLiteral("Do you want to add this invoice to a new customer"), vbNo,
+                     vbYesNoCancel + vbQuestion);
+        main->Toolbar1_ButtonClick(5);
+    };
+    // No customers: Select does nothing and Cancel opens nothing.
+    ui.onModal(QStringLiteral("frmsearchCust"), [&](QDialog& d) {
+        child<QPushButton>(d, "select_cmd")->click();
+        child<QPushButton>(d, "cancel_cmd")->click();
+        return 0;
+    });
+    addInvoiceFromMain();
+    VERIFY_UI(ui);
+
+    for (const auto& [id, last, first] : {std::tuple{"C1", "Smith", "Ann"}, std::tuple{"C2", "Brown", "Bob"}})
+        addRow(QStringLiteral("Customers"), {{"CustID", QLatin1String(id)},
+                                             {"LastName", QLatin1String(last)},
+                                             {"FirstName", QLatin1String(first)},
+                                             {"Phone", QStringLiteral("555")},
+                                             {"Address", QString()},
+                                             {"Address2", QString()},
+                                             {"City", QString()},
+                                             {"address4", QString()},
+                                             {"Postcode", QString()}});
+    QString picked;
+    ui.onModal(QStringLiteral("frmsearchCust"), [&](QDialog& d) {
+        ui.onModal(QStringLiteral("frmAddInv"), [&](QDialog& w) {
+            picked = text(w, "Cust_lbl") + "/" + text(w, "Customername_lbl") + "/" + text(w, "Label16");
+            return 0;
+        });
+        [&] {
+            QCOMPARE(d.windowTitle(), QStringLiteral("Search for a Customer"));
+            auto* list = child<QTreeWidget>(d, "cust_lst");
+            QCOMPARE(listRows(list), (QStringList{"C1 | Smith | Ann | 555", "C2 | Brown | Bob | 555"}));
+            QCOMPARE(list->currentItem(), list->topLevelItem(0));
+            list->header()->sectionClicked(1);
+            QCOMPARE(headingMark(list, 1), QString());
+            QCOMPARE(list->topLevelItem(0)->text(0), QStringLiteral("C1")); // descending first
+            child<QLineEdit>(d, "search_txt")->setText(QStringLiteral("BRO"));
+            child<QPushButton>(d, "search_cmd")->click();
+        }();
+        child<QPushButton>(d, "select_cmd")->click();
+        return 0;
+    });
+    addInvoiceFromMain();
+    QCOMPARE(picked, QStringLiteral("C2/Bob Brown/555"));
+    QCOMPARE(EditInvoiceMode, qint16(0));
     VERIFY_UI(ui);
 }
 
