@@ -564,10 +564,10 @@ bool frmAddInv::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::FocusIn) {
         if (place.field != Field::None)
             lineFocus(place, static_cast<QWidget*>(watched));
-        else if (watched == Discount2_txt || watched == Paid_txt || watched == Writtenoff_txt)
+        else if (watched == Discount2_txt)
             part_frame->hide();
-        else if (watched != Balance_txt)
-            Close_Picker();
+        else if (watched != Paid_txt && watched != Writtenoff_txt && watched != Balance_txt)
+            Close_Picker(); // a header field: the lines are left
     } else if (place.field != Field::None) {
         lineLeft(place);
     } else if (watched == Paid_txt || watched == Writtenoff_txt) {
@@ -580,19 +580,22 @@ bool frmAddInv::eventFilter(QObject* watched, QEvent* event)
     return QDialog::eventFilter(watched, event);
 }
 
+std::array<QWidget*, 7> frmAddInv::rowFields(int i) const
+{
+    return {PartID_txt[i], Blank[i], Qty_txt[i], Desc_txt[i], Amount_txt[i], tota1l_txt[i], tax1[i]};
+}
+
 // The row highlight: the row entered in one colour, the field itself in another.
 void frmAddInv::lineFocus(Place place, QWidget* control)
 {
     for (int i = 0; i < Lines; ++i)
-        for (QWidget* c : std::initializer_list<QWidget*>{PartID_txt[i], Blank[i], Qty_txt[i], Desc_txt[i],
-                                                          Amount_txt[i], tota1l_txt[i], tax1[i]})
+        for (QWidget* c : rowFields(i))
             paint(c, White);
     if (place.field == Field::Check || place.field == Field::Tax)
         return;
     const int i = place.row;
     CurrentLine = qint16(i);
-    for (QWidget* c : std::initializer_list<QWidget*>{PartID_txt[i], Blank[i], Qty_txt[i], Desc_txt[i], Amount_txt[i],
-                                                      tota1l_txt[i], tax1[i]})
+    for (QWidget* c : rowFields(i))
         paint(c, RowColour);
     paint(control, FocusColour);
     auto* e = static_cast<QLineEdit*>(control);
