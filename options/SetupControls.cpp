@@ -1,5 +1,6 @@
 #include "options/SetupControls.h"
 
+#include "platform/Keys.h"
 #include "shell/Globals.h"
 #include "store/Numbers.h"
 #include "store/Recordset.h"
@@ -14,22 +15,18 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-LimitedTextEdit::LimitedTextEdit(const QString& name, int maxLength, QWidget* parent)
-    : QPlainTextEdit(parent), maxLength_(maxLength)
+MemoBox* memoBox(const QString& name, int maxLength, QWidget* parent)
 {
-    setObjectName(name);
-    setTabChangesFocus(true);
-    connect(this, &QPlainTextEdit::textChanged, this, [this] {
-        const QString all = toPlainText();
-        if (all.size() <= maxLength_)
-            return;
-        QTextCursor cursor = textCursor();
-        const int at = std::min(cursor.position(), maxLength_);
-        setPlainText(all.left(maxLength_));
-        cursor = textCursor();
-        cursor.setPosition(at);
-        setTextCursor(cursor);
-    });
+    auto* box = new MemoBox(maxLength, parent);
+    box->setObjectName(name);
+    return box;
+}
+
+void keepRoomWhenHidden(QWidget* control)
+{
+    QSizePolicy policy = control->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    control->setSizePolicy(policy);
 }
 
 QString Default_reminder(int n)
@@ -68,18 +65,6 @@ QLineEdit* lineBox(const char* name, int maxLength, QWidget* parent, const QStri
     return box;
 }
 
-// Keys that stand for a character; navigation, editing and shortcut keys carry none.
-bool typesCharacter(const QKeyEvent* key)
-{
-    const QString t = key->text();
-    return t.size() == 1 && t[0].unicode() >= 0x20 && t[0].unicode() != 0x7f;
-}
-
-bool isDigit(QChar c)
-{
-    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
-}
-
 } // namespace
 
 SetupControls::SetupControls(QDialog* window, bool trimTexts) : QObject(window), window_(window), trimTexts_(trimTexts)
@@ -96,7 +81,7 @@ void SetupControls::buildCompanyPage(QGroupBox* frame)
 {
     auto* grid = new QGridLayout(frame);
     Name_txt = lineBox("Name_txt", 30, frame);
-    Address_txt = new LimitedTextEdit(QStringLiteral("Address_txt"), 150, frame);
+    Address_txt = memoBox(QStringLiteral("Address_txt"), 150, frame);
     Phone_txt = lineBox("Phone_txt", 30, frame);
     Mobile_txt = lineBox("Mobile_txt", 30, frame);
     email_txt = lineBox("email_txt", 30, frame);
@@ -143,7 +128,9 @@ void SetupControls::buildCurrencyPage(QGroupBox* frame, const QString& currency)
         selectOnFocus(box);
         box->setMinimumWidth(box == currency_txt ? 40 : 160);
     }
-    TaxAmount_txt->installEventFilter(this);
+    // A paste is not filtered: the key rule sees typed characters only.
+    platform::onKeyPress(TaxAmount_txt,
+                         [this](int keyAscii) { return platform::numberKey(keyAscii, TaxAmount_txt->text(), true); });
 
     auto* tax1 = label(QStringLiteral("Tax Name:"), frame, QStringLiteral("Tax1_lbl"));
     auto* tax2 = label(QStringLiteral("Enter Tax Name (i.e VAT for UK)"), frame, QStringLiteral("Tax2_lbl"));
@@ -247,15 +234,14 @@ void SetupControls::buildPrefixPage(QGroupBox* frame, const PrefixPage& page)
         grid->addWidget(row.example, r, 4);
         ++r;
         selectOnFocus(row.prefix);
-        if (s.row == &crd)
-            row.start->installEventFilter(this); // the key rule, but no selection on focus
-        else
+        if (s.row != &crd)
             selectOnFocus(row.start);
-        row.start->setProperty("digitsOnly", true);
-        for (QLineEdit* box : {row.prefix, row.start})
-            connect(box, &QLineEdit::textEdited, this, &SetupControls::ShowExamples);
         QLineEdit* prefix = row.prefix;
         QLineEdit* start = row.start;
+        platform::onKeyPress(start,
+                             [start](int keyAscii) { return platform::numberKey(keyAscii, start->text(), false); });
+        for (QLineEdit* box : {prefix, start})
+            platform::onKeyUp(box, [this](int, int) { ShowExamples(); });
         connect(row.freeForm, &QCheckBox::clicked, this, [prefix, start](bool ticked) {
             prefix->setEnabled(!ticked);
             start->setEnabled(!ticked);
@@ -267,19 +253,9 @@ void SetupControls::buildPrefixPage(QGroupBox* frame, const PrefixPage& page)
 
 bool SetupControls::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::FocusIn && watched->property("selectOnFocus").toBool()) {
-        // Queued, so that the click that brought the focus does not undo the selection.
+    // Queued, so that the click that brought the focus does not undo the selection.
+    if (event->type() == QEvent::FocusIn && watched->property("selectOnFocus").toBool())
         QMetaObject::invokeMethod(watched, "selectAll", Qt::QueuedConnection);
-    } else if (event->type() == QEvent::KeyPress) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        const bool amount = watched == TaxAmount_txt;
-        if ((amount || watched->property("digitsOnly").toBool()) && typesCharacter(key)) {
-            const QChar c = key->text()[0];
-            const bool point = amount && c == QLatin1Char('.') && !TaxAmount_txt->text().contains(QLatin1Char('.'));
-            if (!isDigit(c) && !point)
-                return true; // swallowed; a paste is not filtered
-        }
-    }
     return QObject::eventFilter(watched, event);
 }
 
@@ -301,6 +277,12 @@ void SetupControls::Hide_Tax_Fields()
 {
     for (QWidget* w : taxFields_)
         w->setVisible(false);
+}
+
+void SetupControls::keepTaxRoom()
+{
+    for (QWidget* w : taxFields_)
+        keepRoomWhenHidden(w);
 }
 
 void SetupControls::ShowExamples()

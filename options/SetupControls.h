@@ -5,8 +5,9 @@
 
 #include "options/Numbering.h"
 
+#include "platform/MemoBox.h"
+
 #include <QObject>
-#include <QPlainTextEdit>
 #include <functional>
 
 class QCheckBox;
@@ -18,17 +19,10 @@ class QRadioButton;
 class Recordset;
 
 // A box of several lines that takes no more than its limit of characters.
-class LimitedTextEdit : public QPlainTextEdit
-{
-    Q_OBJECT
-public:
-    LimitedTextEdit(const QString& name, int maxLength, QWidget* parent);
-    QString text() const { return toPlainText(); }
-    void setText(const QString& text) { setPlainText(text); }
+MemoBox* memoBox(const QString& name, int maxLength, QWidget* parent);
 
-private:
-    int maxLength_;
-};
+// A control that keeps its room in the layout while hidden.
+void keepRoomWhenHidden(QWidget* control);
 
 // The three default reminder letters, the first with its missing blank after "oversight.".
 QString Default_reminder(int n);
@@ -63,6 +57,8 @@ public:
     void Option_Click(int index); // the country options fill currency and tax
     void Show_Tax_Fields();
     void Hide_Tax_Fields();
+    // The tax rows keep their room while hidden, so the page does not grow with them.
+    void keepTaxRoom();
     void ShowExamples();
     void Show_Number_Boxes();
     // The numbers of invoices, items and customers, in that order, must be four or more
@@ -75,7 +71,7 @@ public:
 
     QLineEdit *Name_txt = nullptr, *Phone_txt = nullptr, *Mobile_txt = nullptr, *email_txt = nullptr,
               *WebAddress_txt = nullptr;
-    LimitedTextEdit* Address_txt = nullptr;
+    MemoBox* Address_txt = nullptr;
     QRadioButton* Option[3] = {};
     QLineEdit *currency_txt = nullptr, *TaxName_txt = nullptr, *TaxAmount_txt = nullptr, *TaxNumber_txt = nullptr;
     QCheckBox* TaxEnabled_chk = nullptr;

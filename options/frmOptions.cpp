@@ -2,7 +2,10 @@
 
 #include "options/Numbering.h"
 #include "options/SetupControls.h"
+#include "platform/Activation.h"
+#include "platform/Keys.h"
 #include "platform/Platform.h"
+#include "platform/Window.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
@@ -117,6 +120,10 @@ frmOptions::frmOptions(QWidget* parent)
     connect(apply, &QPushButton::clicked, this, &frmOptions::cmdApply_Click);
     connect(tbsOptions, &QTabBar::currentChanged, this, &frmOptions::showFrame);
     showFrame(0);
+    // Sized once for its largest page, so that no page is cut.
+    for (QGroupBox* frame : Frame1)
+        keepRoomWhenHidden(frame);
+    c_->keepTaxRoom();
 
     // The window sees Ctrl+Tab before any of its controls.
     installEventFilter(this);
@@ -133,7 +140,13 @@ frmOptions::frmOptions(QWidget* parent)
     c_->Option[country]->setChecked(true);
     c_->Option_Click(country);
 
-    // Coming up.
+    centreWindow(this);
+    onActivate(this, [this] { Form_Activate(); });
+}
+
+// Each time the window comes to the front.
+void frmOptions::Form_Activate()
+{
     c_->Name_txt->setFocus();
     Trap(Module, "Form_Activate",
          [this] { rs_->open(QStringLiteral("system"), ConnectionString, Recordset::adLockPessimistic); });
@@ -179,8 +192,8 @@ void frmOptions::buildInvoicePage(QGroupBox* frame)
     Shipping_chk = tick("Shipping_chk", "Include Delivery Address", frame);
     Statement_chk = tick("Statement_chk", "Include Statement", frame);
     Terms_Chk = tick("Terms_Chk", "Include Terms and Conditions", frame);
-    statement_txt = new LimitedTextEdit(QStringLiteral("statement_txt"), 100, frame);
-    terms_txt = new LimitedTextEdit(QStringLiteral("terms_txt"), 200, frame);
+    statement_txt = memoBox(QStringLiteral("statement_txt"), 100, frame);
+    terms_txt = memoBox(QStringLiteral("terms_txt"), 200, frame);
     c_->selectOnFocus(statement_txt);
     c_->selectOnFocus(terms_txt);
     grid->addWidget(Shipping_chk, 0, 0);
@@ -249,7 +262,7 @@ void frmOptions::buildRemindersPage(QGroupBox* frame)
     auto* grid = new QGridLayout(frame);
     const char* captions[] = {"First Reminder", "Second Reminder", "Final Reminder"};
     for (int i = 0; i < 3; ++i) {
-        Reminder[i] = new LimitedTextEdit(QStringLiteral("Reminder%1").arg(i + 1), 250, frame);
+        Reminder[i] = memoBox(QStringLiteral("Reminder%1").arg(i + 1), 250, frame);
         c_->selectOnFocus(Reminder[i]);
         grid->addWidget(new QLabel(QLatin1String(captions[i]), frame), 2 * i, 0);
         grid->addWidget(Reminder[i], 2 * i + 1, 0);
@@ -274,7 +287,7 @@ void frmOptions::buildCustomizePage(QGroupBox* frame)
         Text[i]->setMaxLength(20);
         invoiceGrid->addWidget(chk[i], i, 0);
         invoiceGrid->addWidget(Text[i], i, 1);
-        connect(Text[i], &QLineEdit::textEdited, this, &frmOptions::Tick_Captions);
+        onKeyUp(Text[i], [this](int, int) { Tick_Captions(); });
     }
     auto* customer = named(new QGroupBox(QStringLiteral("Customer Screen"), frame), "Frame5");
     auto* customerLayout = new QVBoxLayout(customer);

@@ -1,7 +1,9 @@
 #include "options/frm_setup.h"
 
 #include "options/SetupControls.h"
+#include "platform/Activation.h"
 #include "platform/Platform.h"
+#include "platform/Window.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
@@ -98,8 +100,22 @@ frm_setup::frm_setup(QWidget* parent)
     Finish_cmd->setVisible(false);
     controls_->Hide_Tax_Fields();
     Show_page();
+    // Sized once for its largest page with the tax rows shown, so nothing moves later.
+    for (QWidget* w : std::initializer_list<QWidget*>{Frame1[0], Frame1[1], Frame1[2], Heading[0], Heading[1],
+                                                      Heading[2], Next_cmd, Finish_cmd})
+        keepRoomWhenHidden(w);
+    controls_->keepTaxRoom();
+    centreWindow(this);
 
-    // Coming up: the answers go into the settings row, kept open to the end.
+    onActivate(this, [this] { Form_Activate(); });
+}
+
+// The first time the window comes up: the answers go into the settings row, kept open
+// to the end.
+void frm_setup::Form_Activate()
+{
+    if (rs_->isOpen())
+        return;
     controls_->Name_txt->setFocus();
     Trap(Module, "Form_Activate",
          [this] { rs_->open(QStringLiteral("system"), ConnectionString, Recordset::adLockPessimistic); });

@@ -28,6 +28,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void Form_Activate();
     void Show_page();
     void Save_setup();
     void Settings();
