@@ -74,6 +74,9 @@ private slots:
     void statusPrompts_data();
     void statusPrompts();
     void enterSearchesFromTheBox();
+    void onlyTypingIsAChange_data();
+    void onlyTypingIsAChange();
+    void closedRecordGivesTheListTheFocus();
 };
 
 void CustomersTest::listShowsEveryCustomer_data()
@@ -476,6 +479,11 @@ void CustomersTest::invoiceHistory()
     QCOMPARE(listRows(lst), (QStringList{"01/03/2026 | INV2 |     117.50 |      17.50 |     100.00 | rush",
                                          "01/02/2026 | INV1 |      10.00 |      10.00 |       0.00 | "}));
     QCOMPARE(child<QLabel>(w, QStringLiteral("Total_lbl"))->text(), QStringLiteral("    100.00"));
+    // The amounts line up by their last digit; the notes do not.
+    for (int column : {2, 3, 4})
+        QCOMPARE(lst->topLevelItem(0)->data(column, Qt::TextAlignmentRole).toInt() & Qt::AlignHorizontal_Mask,
+                 int(Qt::AlignRight));
+    QVERIFY(!(lst->topLevelItem(0)->data(5, Qt::TextAlignmentRole).toInt() & Qt::AlignRight));
     QVERIFY(child<QPushButton>(w, QStringLiteral("Edit_cmd"))->isEnabled());
     lst->setCurrentItem(lst->topLevelItem(0));
     ui.expectBox(QStringLiteral("Confirm"), QStringLiteral("Are you sure you want to delete this invoice"), vbYes);
@@ -586,6 +594,79 @@ void CustomersTest::enterSearchesFromTheBox()
     QFocusEvent out(QEvent::FocusOut);
     QApplication::sendEvent(box, &out);
     QVERIFY(!child<QPushButton>(w, QStringLiteral("search_cmd"))->isDefault());
+    VERIFY_UI(ui);
+}
+
+// Puts a window on screen and in front, so that focus and shortcuts are those the user meets.
+void showUp(QWidget& w)
+{
+    w.show();
+    QApplication::setActiveWindow(&w);
+    QVERIFY(QTest::qWaitForWindowActive(&w));
+}
+
+void CustomersTest::onlyTypingIsAChange_data()
+{
+    QTest::addColumn<QString>("letters");
+    QTest::addColumn<bool>("asks");
+    QTest::newRow("tab three times") << QString() << false;
+    QTest::newRow("one letter") << "x" << true;
+}
+
+// Keys that move or command are no change: only a typed character makes Exit ask.
+void CustomersTest::onlyTypingIsAChange()
+{
+    QFETCH(QString, letters);
+    QFETCH(bool, asks);
+    TestUi ui;
+    auto main = startProgram(ui, {});
+    addRow(QStringLiteral("Customers"), customer(QStringLiteral("CUS1"), QStringLiteral("Brown")));
+    NewCustomerMode = 0;
+    SelectedCustID = QStringLiteral("CUS1");
+    frmAddCust w;
+    showUp(w);
+    child<QLineEdit>(w, QStringLiteral("FirstName_txt"))->setFocus();
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QTest::keyClicks(QApplication::focusWidget(), letters);
+    if (asks)
+        ui.expectBox(QStringLiteral("Save Changes"), QStringLiteral("Do you wish to save changes?"), vbNo);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::AltModifier); // "&Exit", pressed on screen
+    QTRY_VERIFY(!w.isVisible());
+    QCOMPARE(columnValues(QStringLiteral("Customers"), QStringLiteral("FirstName")), QStringList{"Ann"});
+    VERIFY_UI(ui);
+}
+
+// Searching, then a customer opened and closed: Enter opens the selected customer again,
+// not the search.
+void CustomersTest::closedRecordGivesTheListTheFocus()
+{
+    TestUi ui;
+    auto main = startProgram(ui, {});
+    for (const char* id : {"CUS1", "CUS2"})
+        addRow(QStringLiteral("Customers"), customer(QLatin1String(id), QStringLiteral("Name ") + QLatin1String(id)));
+    QStringList opened;
+    auto record = [&](QDialog& w) {
+        opened << child<QLineEdit>(w, QStringLiteral("custid_lbl"))->text();
+        child<QPushButton>(w, QStringLiteral("exit_cmd"))->click();
+        return 0;
+    };
+    ui.onModal(QStringLiteral("frmCustomer"), [&](QDialog& list) {
+        showUp(list);
+        auto* lst = child<QTreeWidget>(list, QStringLiteral("Cust_lst"));
+        [&] { QCOMPARE(QApplication::focusWidget(), lst); }();
+        auto* search = child<QLineEdit>(list, QStringLiteral("Search_txt"));
+        search->setFocus();
+        QTest::keyClicks(search, QStringLiteral("cus2"));
+        QTest::keyClick(search, Qt::Key_Return); // Enter in the box searches
+        ui.onModal(QStringLiteral("frmAddCust"), record);
+        trigger(list, 6);
+        ui.onModal(QStringLiteral("frmAddCust"), record);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        return 0;
+    });
+    trigger(*main, 1);
+    QCOMPARE(opened, (QStringList{"CUS2", "CUS2"}));
     VERIFY_UI(ui);
 }
 
