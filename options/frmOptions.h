@@ -1,6 +1,8 @@
 #pragma once
 // "Options": every setting of the one settings row, on eight pages under a tab strip.
 
+#include "shell/SettingsTable.h"
+
 #include <QDialog>
 #include <memory>
 
@@ -50,6 +52,8 @@ protected:
 
 private:
     void Form_Activate();
+    void bindOwnControls();
+    SettingsValues Option_values() const;
     void buildDefaultsPage(QGroupBox* frame);
     void buildInvoicePage(QGroupBox* frame);
     void buildLayoutPage(QGroupBox* frame);

@@ -9,6 +9,7 @@
 #include "platform/Platform.h"
 #include "safety/BackupRestore.h"
 #include "shell/Globals.h"
+#include "shell/SettingsTable.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
@@ -213,67 +214,7 @@ void frmMain::Load_settings()
             return;
         }
         rs.moveFirst();
-        auto text = [&](const char* column) { return Null_to_text(rs.field(QLatin1String(column))); };
-        auto flag = [&](const char* column) {
-            return toInt16(Null_to_zero(rs.field(QLatin1String(column))).toDouble());
-        };
-        // A Null in these is a failure, not a zero.
-        auto strict = [&](const char* column) { return rs.field(QLatin1String(column)).toInt16(); };
-        SettingsRecord& s = settings;
-        s.BusinessName = text("BusinessName");
-        s.Address = text("Address");
-        s.Phone = text("Phone");
-        s.Mobile = text("Mobile");
-        s.Email = text("Email");
-        s.Web = text("Web");
-        s.InvPrefix = text("InvPrefix");
-        s.CrdPrefix = text("CrdPrefix");
-        s.CustPrefix = text("CustPrefix");
-        s.PartPrefix = text("PartPrefix");
-        s.CustStart = text("CustStart");
-        s.Invstart = text("Invstart");
-        s.CrdStart = text("CrdStart");
-        s.PartStart = text("PartStart");
-        s.Currency = text("Currency");
-        s.TaxName = text("TaxName");
-        s.TaxNo = text("TaxNo");
-        s.TaxAmount = Null_to_zero(rs.field(QStringLiteral("TaxAmount"))).toDouble();
-        s.TaxEnabled = flag("TaxEnabled");
-        s.DefaultStart = text("DefaultStart");
-        s.DefaultEnd = text("DefaultEnd");
-        s.Debtorstart = flag("Debtorstart");
-        s.Reminder1 = text("Reminder1");
-        s.Reminder2 = text("Reminder2");
-        s.Reminder3 = text("Reminder3");
-        s.FreeformInv = strict("FreeformInv");
-        s.freeformCus = strict("freeformCus");
-        s.freeformPart = strict("freeformPart");
-        s.FreeformCrd = strict("FreeformCrd");
-        s.IncludeShipping = flag("IncludeShipping");
-        s.IncludeTerms = flag("IncludeTerms");
-        s.IncludeStatement = flag("IncludeStatement");
-        s.Statement = text("Statement");
-        s.terms1 = text("terms1");
-        s.ConfirmExit = flag("ConfirmExit");
-        s.ConfirmBackup = flag("ConfirmBackup");
-        s.ConfirmAll = flag("ConfirmAll");
-        s.FaxVisible = flag("FaxVisible");
-        s.phoneVisible = flag("phoneVisible");
-        s.emailVisible = flag("emailVisible");
-        s.webVisible = flag("webVisible");
-        s.shippingVisible = flag("shippingVisible");
-        s.mobileVisible = flag("mobileVisible");
-        s.text1Visible = flag("text1Visible");
-        s.text2Visible = flag("text2Visible");
-        s.text3Visible = flag("text3Visible");
-        s.text4Visible = flag("text4Visible");
-        s.text1Name = text("text1Name").trimmed();
-        s.text2Name = text("text2Name").trimmed();
-        s.text3Name = text("text3Name").trimmed();
-        s.text4Name = text("text4Name").trimmed();
-        s.Present = flag("Present");
-        s.InvoiceType = text("InvoiceType");
-        s.Logopath = text("Logopath");
+        loadSettings(rs);
         rs.close();
     });
 }
