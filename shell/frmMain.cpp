@@ -22,7 +22,6 @@
 #include <QCloseEvent>
 #include <QDialog>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
@@ -31,7 +30,6 @@
 #include <QStyle>
 #include <QToolBar>
 #include <QVBoxLayout>
-#include <cstdio>
 
 using namespace platform;
 
@@ -152,55 +150,48 @@ void frmMain::MDIForm_Load()
 // complete, so that a start cut short never leaves half a file behind.
 void frmMain::Create_database()
 {
-    const QString building = dataFile() + QStringLiteral(".new");
-    std::shared_ptr<Database> db;
+    // Abandoned from the box: the file is not put in place.
+    struct Abandoned {
+    };
     // Each step may be retried, skipped or abandoned from the box, as the user chooses.
     auto step = [](const std::function<void()>& statement) {
         for (;;) {
             try {
                 statement();
-                return true;
+                return;
             } catch (const VbError& e) {
                 const int answer = MsgBox(e.description() + QStringLiteral("    Error No. ") +
                                               QString::number(e.number()) + QStringLiteral(" \r\n"),
                                           vbAbortRetryIgnore + vbCritical, QStringLiteral("Code Gen Error"));
                 if (answer == vbAbort)
-                    return false;
+                    throw Abandoned{};
                 if (answer == vbIgnore)
-                    return true;
+                    return;
             }
         }
     };
-    auto finish = [&] {
-        if (db) {
-            try {
-                db->exec(QStringLiteral("COMMIT"));
-            } catch (const VbError&) {
-            }
-            db.reset();
-        }
-    };
-    QFile::remove(building);
-    if (!step([&] {
-            db = Database::create(building);
-            db->exec(QStringLiteral("BEGIN"));
-        }))
-        return finish();
-    for (const TableDef& table : schemaTables()) {
-        for (const QString& sql : createStatements(table)) {
-            if (!step([&] {
-                    if (!db)
-                        throw VbError(err::CannotOpenFile);
-                    db->exec(sql);
-                }))
-                return finish();
-        }
+    try {
+        // The last step puts the file in place; retrying it builds the file afresh.
+        step([&] {
+            writeThenRename(dataFile(), [&](const QString& building) {
+                std::shared_ptr<Database> db;
+                step([&] {
+                    db = Database::create(building);
+                    db->exec(QStringLiteral("BEGIN"));
+                });
+                for (const TableDef& table : schemaTables())
+                    for (const QString& sql : createStatements(table))
+                        step([&] {
+                            if (!db)
+                                throw VbError(err::CannotOpenFile);
+                            db->exec(sql);
+                        });
+                if (db)
+                    step([&] { db->exec(QStringLiteral("COMMIT")); });
+            });
+        });
+    } catch (const Abandoned&) {
     }
-    finish();
-    step([&] {
-        if (std::rename(QFile::encodeName(building).constData(), QFile::encodeName(dataFile()).constData()) != 0)
-            throw VbError(err::PathFileAccess);
-    });
 }
 
 void frmMain::Load_settings()
