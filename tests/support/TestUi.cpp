@@ -75,7 +75,8 @@ TestUi::TestUi()
     h.showReport = [this](report::Report& r) {
         const report::Layout layout(r, paper);
         const QString pdf = dir_.filePath(QStringLiteral("%1-%2.pdf").arg(r.name).arg(reports.size() + 1));
-        layout.writePdf(pdf);
+        if (!layout.writePdf(pdf))
+            problems_ << QStringLiteral("report %1 could not be written").arg(r.name);
         reports.push_back({r.name, pdf, int(layout.pages().size()), layout.orientation() == QPageLayout::Landscape});
     };
 }
