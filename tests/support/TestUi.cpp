@@ -18,6 +18,12 @@
 
 using namespace platform;
 
+namespace
+{
+int expectedEnds = 0;
+QString unexpectedEnd;
+} // namespace
+
 TestUi::TestUi()
 {
     resetGlobals();
@@ -71,7 +77,15 @@ TestUi::TestUi()
         modals_.pop_front();
         return handler(d);
     };
-    h.endProgram = [](int code) { throw ProgramEnded{code}; };
+    h.endProgram = [this](int code) {
+        if (expectedEnds == 0) {
+            unexpectedEnd = QString::fromLatin1(QTest::currentTestFunction());
+            QString box = shownBoxes.isEmpty() ? QStringLiteral("no box") : shownBoxes.last();
+            box.replace(QRegularExpression(QStringLiteral("\\s*[\\r\\n]+\\s*")), QStringLiteral(" / "));
+            QTest::qFail(qPrintable(QStringLiteral("the program ended: ") + box), __FILE__, __LINE__);
+        }
+        throw ProgramEnded{code};
+    };
     h.showReport = [this](report::Report& r) {
         const report::Layout layout(r, paper);
         const QString pdf = dir_.filePath(QStringLiteral("%1-%2.pdf").arg(r.name).arg(reports.size() + 1));
@@ -128,12 +142,21 @@ void TestUi::clearProblems()
 
 bool endsProgram(const std::function<void()>& code)
 {
+    struct Expecting {
+        Expecting() { ++expectedEnds; }
+        ~Expecting() { --expectedEnds; }
+    } expecting;
     try {
         code();
     } catch (const ProgramEnded&) {
         return true;
     }
     return false;
+}
+
+QString takeUnexpectedEnd()
+{
+    return std::exchange(unexpectedEnd, QString());
 }
 
 std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& settingsRow)

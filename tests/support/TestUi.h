@@ -101,8 +101,11 @@ struct PdfInfo {
 };
 PdfInfo pdfInfo(const QString& path);
 
-// Runs the code and tells whether it ended the program.
+// Runs the code and tells whether it ended the program. An end anywhere else fails the
+// test that met it, with the text of the program's last box.
 bool endsProgram(const std::function<void()>& code);
+// The test function that the program ended in unexpectedly, if any; cleared when read.
+QString takeUnexpectedEnd();
 
 #define VERIFY_UI(ui) QVERIFY2((ui).problems().isEmpty(), qPrintable((ui).problems()))
 
@@ -111,14 +114,3 @@ bool endsProgram(const std::function<void()>& code);
 void registerTest(const char* name, std::function<QObject*()> make);
 #define VELK_TEST(TestClass)                                                                                           \
     static const bool registered##TestClass = (registerTest(#TestClass, [] { return new TestClass; }), true);
-
-// The test main of a program of one class: C locale so that figures are stable.
-#define VELK_TEST_MAIN(TestClass)                                                                                      \
-    int main(int argc, char** argv)                                                                                    \
-    {                                                                                                                  \
-        qputenv("QT_QPA_PLATFORM", "offscreen");                                                                       \
-        QLocale::setDefault(QLocale::c());                                                                             \
-        QApplication app(argc, argv);                                                                                  \
-        TestClass test;                                                                                                \
-        return QTest::qExec(&test, argc, argv);                                                                        \
-    }
