@@ -38,14 +38,6 @@ bool pageShown(QDialog& d, int i)
     return child<QWidget>(d, QStringLiteral("Frame1(%1)").arg(i))->isVisible();
 }
 
-// Puts the wizard on screen so that visibility and focus are those the user sees.
-void showUp(QDialog& d)
-{
-    d.show();
-    QApplication::setActiveWindow(&d);
-    QVERIFY(QTest::qWaitForWindowActive(&d));
-}
-
 const QString Reminder1 = QStringLiteral(
     "We have not been able to register payment for the invoice listed above and assume there has been an "
     "oversight.We would appreciate payment in the coming days.");

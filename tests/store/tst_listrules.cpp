@@ -144,9 +144,7 @@ void ListRulesTest::searchBoxOnTab()
         w = std::make_unique<frm_Parts>();
     else
         w = std::make_unique<frmCustomer>();
-    w->show();
-    QApplication::setActiveWindow(w.get());
-    QVERIFY(QTest::qWaitForWindowActive(w.get()));
+    showUp(*w);
     auto* search = child<QLineEdit>(*w, box);
     search->setText(QStringLiteral("bolt"));
     child<QWidget>(*w, QStringLiteral("search_cmd"))->setFocus();

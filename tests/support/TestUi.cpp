@@ -205,6 +205,14 @@ QStringList columnValues(const QString& table, const QString& column)
     return values;
 }
 
+void showUp(QWidget& window)
+{
+    window.show();
+    QApplication::setActiveWindow(&window);
+    if (!QTest::qWaitForWindowActive(&window))
+        qFatal("window %s never came to the front", qPrintable(window.objectName()));
+}
+
 QByteArray fileBytes(const QString& path)
 {
     QFile f(path);

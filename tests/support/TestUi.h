@@ -84,6 +84,8 @@ QStringList columnValues(const QString& table, const QString& column);
 QByteArray fileBytes(const QString& path);
 // The rows of a list, each as its cells joined by the separator.
 QStringList listRows(QTreeWidget* list, const QString& separator = QStringLiteral(" | "));
+// Puts a window on screen and in front, so that focus and shortcuts are those a user meets.
+void showUp(QWidget& window);
 // A control of a window by its name; a missing one ends the test run at once.
 template <class T> T* child(QWidget& window, const QString& name)
 {
