@@ -20,22 +20,22 @@ if [ ${#missing[@]} -gt 0 ]; then
 fi
 
 jobs=$(nproc)
-build() {  # folder, extra cmake arguments
-  cmake -S . -B "$1" -DCMAKE_BUILD_TYPE=RelWithDebInfo "${@:2}" >/dev/null
-  cmake --build "$1" -j "$jobs"
+build() {  # folder, target ("all" for everything), extra cmake arguments
+  cmake -S . -B "$1" -DCMAKE_BUILD_TYPE=RelWithDebInfo "${@:3}" >/dev/null
+  cmake --build "$1" -j "$jobs" --target "$2"
 }
 
 case "${1:-}" in
   run)
-    build build
+    build build velk-invoice
     exec build/velk-invoice
     ;;
   test)
     # The tree stays in the house format: an unformatted file fails the test command.
     find . -path './build*' -prune -o \( -name '*.cpp' -o -name '*.h' \) -print | xargs clang-format --dry-run --Werror
-    build build
+    build build all
     (cd build && ctest --output-on-failure)
-    build build-sanitize -DVELK_SANITIZE=ON
+    build build-sanitize all -DVELK_SANITIZE=ON
     (cd build-sanitize && ASAN_OPTIONS=detect_leaks=0 ctest --output-on-failure)
     ;;
   *)

@@ -7,6 +7,7 @@
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
+#include "platform/Window.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
@@ -162,6 +163,7 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
     Inv_lst->setHeaderLabels({QStringLiteral("Date"), QStringLiteral("Inv No."), QStringLiteral("Total"),
                               QStringLiteral("Paid"), QStringLiteral("Balance"), QStringLiteral("Notes")});
     Inv_lst->header()->setSectionsClickable(false);
+    alignMoneyColumns(Inv_lst, {2, 3, 4});
     Inv_lst->setMinimumHeight(120);
     history->addWidget(Inv_lst);
     auto* historyButtons = new QHBoxLayout;
@@ -242,6 +244,7 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
     LoadSetup();
     // Filling the fields is no change by the user.
     Changed = false;
+    centreWindow(this);
 }
 
 QString frmAddCust::boxText(QWidget* box) const
@@ -372,22 +375,28 @@ void frmAddCust::Load_invoices()
             for (rs.seek(id); !rs.eof(); rs.moveNext()) {
                 if (Null_to_text(rs.field(QStringLiteral("CUSTNO"))) != id)
                     break;
-                auto* row = new QTreeWidgetItem(invoiceRow(rs));
-                Inv_lst->addTopLevelItem(row);
+                Inv_lst->addTopLevelItem(new ListRow(invoiceRow(rs)));
                 total += Null_to_zero(rs.field(QStringLiteral("balance")));
             }
         }
-        if (Inv_lst->topLevelItemCount() > 0) {
-            Inv_lst->setCurrentItem(Inv_lst->topLevelItem(0));
-            for (QWidget* w : std::initializer_list<QWidget*>{Edit_cmd, Delete_cmd, Add_cmd, inv_frame})
-                w->setEnabled(true);
-        } else {
-            Edit_cmd->setEnabled(false);
-            Delete_cmd->setEnabled(false);
-        }
+        Show_history();
         Total_lbl->setText(Format_amount(total, 7, 2));
         rs.close();
     });
+}
+
+// With invoices listed the first is selected and the history's buttons all work; with
+// none, Edit and Delete are off and Add and the frame keep their state.
+void frmAddCust::Show_history()
+{
+    if (Inv_lst->topLevelItemCount() > 0) {
+        Inv_lst->setCurrentItem(Inv_lst->topLevelItem(0));
+        for (QWidget* w : std::initializer_list<QWidget*>{Edit_cmd, Delete_cmd, Add_cmd, inv_frame})
+            w->setEnabled(true);
+    } else {
+        Edit_cmd->setEnabled(false);
+        Delete_cmd->setEnabled(false);
+    }
 }
 
 void frmAddCust::LoadSetup()
@@ -609,19 +618,12 @@ void frmAddCust::NewInvoice()
         Currency total = Currency::fromDouble(Val(Total_lbl->text()));
         rs.seek(LastInvoiceNo.trimmed());
         if (!rs.eof()) {
-            Inv_lst->addTopLevelItem(new QTreeWidgetItem(invoiceRow(rs)));
+            Inv_lst->addTopLevelItem(new ListRow(invoiceRow(rs)));
             total += Null_to_zero(rs.field(QStringLiteral("BALANCE")));
         }
         Total_lbl->setText(Format_amount(total, 7, 2));
         rs.close();
-        if (Inv_lst->topLevelItemCount() > 0) {
-            Inv_lst->setCurrentItem(Inv_lst->topLevelItem(0));
-            for (QWidget* w : std::initializer_list<QWidget*>{Edit_cmd, Delete_cmd, Add_cmd, inv_frame})
-                w->setEnabled(true);
-        } else {
-            Edit_cmd->setEnabled(false);
-            Delete_cmd->setEnabled(false);
-        }
+        Show_history();
     });
 }
 

@@ -51,6 +51,7 @@ private:
     QString boxText(QWidget* box) const;
     void setBoxText(QWidget* box, const QString& text);
     QStringList invoiceRow(const class Recordset& rs) const;
+    void Show_history();
 
     bool Changed = false;
     bool unloaded_ = false;

@@ -4,6 +4,7 @@
 #include "customers/frmAddCust.h"
 #include "platform/Activation.h"
 #include "platform/Platform.h"
+#include "platform/Window.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
@@ -18,7 +19,6 @@ using namespace platform;
 frmCustomer::frmCustomer(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmCustomer"));
-    onActivate(this, [this] { Form_Activate(); });
     setWindowTitle(QStringLiteral("Customers"));
     resize(820, 520);
     ListWindowPlan plan;
@@ -43,31 +43,17 @@ frmCustomer::frmCustomer(QWidget* parent) : QDialog(parent)
     config.foundLabel = w.found;
     rules_ = new ListRules(Cust_lst, config, objectName());
     rules_->attachSearch(w.search, w.searchButton, true);
+    rules_->setSource({QStringLiteral("customers"), QStringLiteral("CUSTID"), QStringLiteral("C"), customerRow});
+    onActivate(this, [this] { rules_->focusList(); });
+    centreWindow(this);
     Load_list();
-}
-
-// Each time the window comes to the front.
-void frmCustomer::Form_Activate()
-{
-    if (Cust_lst->topLevelItemCount() > 0)
-        Cust_lst->setFocus();
 }
 
 void frmCustomer::Load_list()
 {
     BusyTrap(objectName(), "Load_list", [this] {
         CustomerChanged = 0;
-        Recordset rs;
-        rs.open(QStringLiteral("customers"), ConnectionString, Recordset::adLockReadOnly);
-        Cust_lst->clear();
-        if (rs.recordCount() > 0) {
-            for (rs.moveFirst(); !rs.eof(); rs.moveNext()) {
-                const QStringList cells = customerRow(rs);
-                rules_->addRow(cells, QStringLiteral("C") + cells[0]);
-            }
-            rs.close();
-            rules_->select(Cust_lst->topLevelItem(0));
-        }
+        rules_->loadRows();
     });
 }
 
@@ -87,39 +73,13 @@ void frmCustomer::ChangedCust()
 {
     BusyTrap(objectName(), "ChangedCust", [this] {
         QTreeWidgetItem* row = rules_->selected();
-        Recordset rs;
-        rs.open(QStringLiteral("customers"), ConnectionString, Recordset::adLockReadOnly);
-        rs.setIndex(QStringLiteral("CUSTID"));
-        if (rs.recordCount() > 0 && row) {
-            rs.seek(row->text(0));
-            if (!rs.eof())
-                ListRules::setRow(row, customerRow(rs));
-            rs.close();
-            rules_->select(row);
-        }
+        rules_->refreshSelected(row ? row->text(0) : QString());
     });
 }
 
 void frmCustomer::NewCustomer()
 {
-    BusyTrap(objectName(), "NewCustomer", [this] {
-        Recordset rs;
-        rs.open(QStringLiteral("customers"), ConnectionString, Recordset::adLockReadOnly);
-        rs.setIndex(QStringLiteral("CUSTID"));
-        if (rs.recordCount() > 0) {
-            rs.seek(LastCustID.trimmed());
-            QTreeWidgetItem* row = nullptr;
-            if (!rs.eof()) {
-                const QStringList cells = customerRow(rs);
-                row = rules_->addRow(cells, QStringLiteral("C") + cells[0]);
-            }
-            rs.close();
-            if (row) {
-                Cust_lst->clearSelection();
-                rules_->select(row);
-            }
-        }
-    });
+    BusyTrap(objectName(), "NewCustomer", [this] { rules_->addRecord(LastCustID.trimmed()); });
 }
 
 void frmCustomer::Delete_item()

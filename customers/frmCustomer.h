@@ -22,9 +22,6 @@ public:
 
     ListRules* rules() const { return rules_; }
 
-protected:
-    void Form_Activate();
-
 private:
     QTreeWidget* Cust_lst;
     ListRules* rules_;

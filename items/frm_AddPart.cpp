@@ -5,6 +5,7 @@
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
+#include "platform/Window.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
@@ -95,6 +96,7 @@ frm_AddPart::frm_AddPart(QWidget* parent) : QDialog(parent)
         Newdetails();
     else
         LoadPart();
+    centreWindow(this);
 }
 
 // Each time the window comes to the front.

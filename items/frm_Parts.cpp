@@ -3,6 +3,7 @@
 #include "items/frm_AddPart.h"
 #include "platform/Activation.h"
 #include "platform/Platform.h"
+#include "platform/Window.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
@@ -34,7 +35,6 @@ QStringList itemRow(const Recordset& rs)
 frm_Parts::frm_Parts(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frm_Parts"));
-    onActivate(this, [this] { Form_Activate(); });
     setWindowTitle(QStringLiteral("Items"));
     resize(820, 520);
     ListWindowPlan plan;
@@ -58,33 +58,18 @@ frm_Parts::frm_Parts(QWidget* parent) : QDialog(parent)
     ListConfig config;
     config.furtherColumns = 3;
     config.foundLabel = w.found;
+    config.moneyColumns = {3};
     rules_ = new ListRules(Parts_lst, config, objectName());
     rules_->attachSearch(w.search, w.searchButton, false);
+    rules_->setSource({QStringLiteral("parts"), QStringLiteral("ID"), QStringLiteral("I"), itemRow});
+    onActivate(this, [this] { rules_->focusList(); });
+    centreWindow(this);
     Load_list();
-}
-
-// Each time the window comes to the front.
-void frm_Parts::Form_Activate()
-{
-    if (Parts_lst->topLevelItemCount() > 0)
-        Parts_lst->setFocus();
 }
 
 void frm_Parts::Load_list()
 {
-    BusyTrap(objectName(), "Load_list", [this] {
-        Recordset rs;
-        rs.open(QStringLiteral("parts"), ConnectionString, Recordset::adLockReadOnly);
-        Parts_lst->clear();
-        if (rs.recordCount() > 0) {
-            for (rs.moveFirst(); !rs.eof(); rs.moveNext()) {
-                const QStringList cells = itemRow(rs);
-                rules_->addRow(cells, QStringLiteral("I") + cells[0]);
-            }
-            rs.close();
-            rules_->select(Parts_lst->topLevelItem(0));
-        }
-    });
+    BusyTrap(objectName(), "Load_list", [this] { rules_->loadRows(); });
 }
 
 void frm_Parts::OpenItem()
@@ -101,35 +86,13 @@ void frm_Parts::OpenItem()
 
 void frm_Parts::ChangedItem()
 {
-    BusyTrap(objectName(), "ChangedItem", [this] {
-        Recordset rs;
-        rs.open(QStringLiteral("Parts"), ConnectionString, Recordset::adLockReadOnly);
-        rs.setIndex(QStringLiteral("ID"));
-        QTreeWidgetItem* row = rules_->selected();
-        if (rs.recordCount() > 0) {
-            rs.seek(LastItemID.trimmed());
-            if (!rs.eof() && row)
-                ListRules::setRow(row, itemRow(rs));
-            rs.close();
-            rules_->select(row);
-        }
-    });
+    BusyTrap(objectName(), "ChangedItem", [this] { rules_->refreshSelected(LastItemID.trimmed()); });
 }
 
+// No failure path of its own.
 void frm_Parts::NewItem()
 {
-    Recordset rs;
-    rs.open(QStringLiteral("Parts"), ConnectionString, Recordset::adLockReadOnly);
-    rs.setIndex(QStringLiteral("ID"));
-    if (rs.recordCount() > 0) {
-        rs.seek(LastItemID.trimmed());
-        if (!rs.eof()) {
-            const QStringList cells = itemRow(rs);
-            QTreeWidgetItem* row = rules_->addRow(cells, QStringLiteral("I") + cells[0]);
-            Parts_lst->clearSelection();
-            rules_->select(row);
-        }
-    }
+    rules_->addRecord(LastItemID.trimmed());
 }
 
 void frm_Parts::Delete_item()

@@ -20,9 +20,6 @@ public:
     void OpenItem();
     void Toolbar1_ButtonClick(int place);
 
-protected:
-    void Form_Activate();
-
 private:
     QTreeWidget* Parts_lst;
     ListRules* rules_;

@@ -1,6 +1,8 @@
 #include "options/SetupControls.h"
 
+#include "platform/Keys.h"
 #include "shell/Globals.h"
+#include "store/Functions.h"
 #include "store/Numbers.h"
 #include "store/Recordset.h"
 
@@ -14,22 +16,18 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-LimitedTextEdit::LimitedTextEdit(const QString& name, int maxLength, QWidget* parent)
-    : QPlainTextEdit(parent), maxLength_(maxLength)
+MemoBox* memoBox(const QString& name, int maxLength, QWidget* parent)
 {
-    setObjectName(name);
-    setTabChangesFocus(true);
-    connect(this, &QPlainTextEdit::textChanged, this, [this] {
-        const QString all = toPlainText();
-        if (all.size() <= maxLength_)
-            return;
-        QTextCursor cursor = textCursor();
-        const int at = std::min(cursor.position(), maxLength_);
-        setPlainText(all.left(maxLength_));
-        cursor = textCursor();
-        cursor.setPosition(at);
-        setTextCursor(cursor);
-    });
+    auto* box = new MemoBox(maxLength, parent);
+    box->setObjectName(name);
+    return box;
+}
+
+void keepRoomWhenHidden(QWidget* control)
+{
+    QSizePolicy policy = control->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    control->setSizePolicy(policy);
 }
 
 QString Default_reminder(int n)
@@ -68,18 +66,6 @@ QLineEdit* lineBox(const char* name, int maxLength, QWidget* parent, const QStri
     return box;
 }
 
-// Keys that stand for a character; navigation, editing and shortcut keys carry none.
-bool typesCharacter(const QKeyEvent* key)
-{
-    const QString t = key->text();
-    return t.size() == 1 && t[0].unicode() >= 0x20 && t[0].unicode() != 0x7f;
-}
-
-bool isDigit(QChar c)
-{
-    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
-}
-
 } // namespace
 
 SetupControls::SetupControls(QDialog* window, bool trimTexts) : QObject(window), window_(window), trimTexts_(trimTexts)
@@ -96,7 +82,7 @@ void SetupControls::buildCompanyPage(QGroupBox* frame)
 {
     auto* grid = new QGridLayout(frame);
     Name_txt = lineBox("Name_txt", 30, frame);
-    Address_txt = new LimitedTextEdit(QStringLiteral("Address_txt"), 150, frame);
+    Address_txt = memoBox(QStringLiteral("Address_txt"), 150, frame);
     Phone_txt = lineBox("Phone_txt", 30, frame);
     Mobile_txt = lineBox("Mobile_txt", 30, frame);
     email_txt = lineBox("email_txt", 30, frame);
@@ -110,6 +96,12 @@ void SetupControls::buildCompanyPage(QGroupBox* frame)
         grid->addWidget(box, r++, 1);
         selectOnFocus(box);
     }
+    bind("BusinessName", Name_txt, Binding::Trim, Binding::Direct);
+    bind("Address", Address_txt, Binding::Text, Binding::Direct);
+    bind("Phone", Phone_txt, Binding::Text, Binding::Direct);
+    bind("Mobile", Mobile_txt, Binding::Text, Binding::Direct);
+    bind("Email", email_txt, Binding::Text, Binding::Direct);
+    bind("Web", WebAddress_txt, Binding::Text, Binding::Direct);
     auto* note = label(QStringLiteral("You can only enter a maximum of 5 lines for the address. Anything more will not "
                                       "appear on the invoice."),
                        frame, QStringLiteral("Label8"));
@@ -143,7 +135,9 @@ void SetupControls::buildCurrencyPage(QGroupBox* frame, const QString& currency)
         selectOnFocus(box);
         box->setMinimumWidth(box == currency_txt ? 40 : 160);
     }
-    TaxAmount_txt->installEventFilter(this);
+    // A paste is not filtered: the key rule sees typed characters only.
+    platform::onKeyPress(TaxAmount_txt,
+                         [this](int keyAscii) { return platform::numberKey(keyAscii, TaxAmount_txt->text(), true); });
 
     auto* tax1 = label(QStringLiteral("Tax Name:"), frame, QStringLiteral("Tax1_lbl"));
     auto* tax2 = label(QStringLiteral("Enter Tax Name (i.e VAT for UK)"), frame, QStringLiteral("Tax2_lbl"));
@@ -175,6 +169,11 @@ void SetupControls::buildCurrencyPage(QGroupBox* frame, const QString& currency)
     grid->addWidget(TaxNumber_txt, 5, 1);
     grid->addWidget(tax6, 5, 2);
     grid->setRowStretch(6, 1);
+    bind("Currency", currency_txt, Binding::Raw, Binding::Direct);
+    bind("TaxEnabled", TaxEnabled_chk, Binding::Tick, Binding::Direct);
+    bind("TaxName", TaxName_txt, Binding::Text, Binding::Direct);
+    bind("TaxAmount", TaxAmount_txt, Binding::Number, Binding::Direct);
+    bind("TaxNo", TaxNumber_txt, Binding::Text, Binding::Direct);
     connect(TaxEnabled_chk, &QCheckBox::clicked, this, [this](bool ticked) {
         if (ticked)
             Show_Tax_Fields();
@@ -247,39 +246,40 @@ void SetupControls::buildPrefixPage(QGroupBox* frame, const PrefixPage& page)
         grid->addWidget(row.example, r, 4);
         ++r;
         selectOnFocus(row.prefix);
-        if (s.row == &crd)
-            row.start->installEventFilter(this); // the key rule, but no selection on focus
-        else
+        if (s.row != &crd)
             selectOnFocus(row.start);
-        row.start->setProperty("digitsOnly", true);
-        for (QLineEdit* box : {row.prefix, row.start})
-            connect(box, &QLineEdit::textEdited, this, &SetupControls::ShowExamples);
         QLineEdit* prefix = row.prefix;
         QLineEdit* start = row.start;
+        platform::onKeyPress(start,
+                             [start](int keyAscii) { return platform::numberKey(keyAscii, start->text(), false); });
+        for (QLineEdit* box : {prefix, start})
+            platform::onKeyUp(box, [this](int, int) { ShowExamples(); });
         connect(row.freeForm, &QCheckBox::clicked, this, [prefix, start](bool ticked) {
             prefix->setEnabled(!ticked);
             start->setEnabled(!ticked);
         });
     }
     grid->setRowStretch(r, 1);
+    // The credit series keeps its designed prefix and number: it numbers nothing.
+    const std::tuple<const char*, QLineEdit*, Binding::Load> numbers[] = {
+        {"InvPrefix", inv.prefix, Binding::Direct},  {"CrdPrefix", crd.prefix, Binding::Never},
+        {"CustPrefix", cus.prefix, Binding::Direct}, {"PartPrefix", prt.prefix, Binding::Direct},
+        {"CustStart", cus.start, Binding::Direct},   {"Invstart", inv.start, Binding::Direct},
+        {"CrdStart", crd.start, Binding::Never},     {"PartStart", prt.start, Binding::Direct}};
+    for (const auto& [column, box, load] : numbers)
+        bind(column, box, Binding::Raw, load);
+    bind("FreeformInv", inv.freeForm, Binding::Tick, Binding::Direct);
+    bind("freeformCus", cus.freeForm, Binding::Tick, Binding::Direct);
+    bind("freeformPart", prt.freeForm, Binding::Tick, Binding::Direct);
+    bind("FreeformCrd", crd.freeForm, Binding::Tick, Binding::Direct);
     ShowExamples();
 }
 
 bool SetupControls::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::FocusIn && watched->property("selectOnFocus").toBool()) {
-        // Queued, so that the click that brought the focus does not undo the selection.
+    // Queued, so that the click that brought the focus does not undo the selection.
+    if (event->type() == QEvent::FocusIn && watched->property("selectOnFocus").toBool())
         QMetaObject::invokeMethod(watched, "selectAll", Qt::QueuedConnection);
-    } else if (event->type() == QEvent::KeyPress) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        const bool amount = watched == TaxAmount_txt;
-        if ((amount || watched->property("digitsOnly").toBool()) && typesCharacter(key)) {
-            const QChar c = key->text()[0];
-            const bool point = amount && c == QLatin1Char('.') && !TaxAmount_txt->text().contains(QLatin1Char('.'));
-            if (!isDigit(c) && !point)
-                return true; // swallowed; a paste is not filtered
-        }
-    }
     return QObject::eventFilter(watched, event);
 }
 
@@ -301,6 +301,12 @@ void SetupControls::Hide_Tax_Fields()
 {
     for (QWidget* w : taxFields_)
         w->setVisible(false);
+}
+
+void SetupControls::keepTaxRoom()
+{
+    for (QWidget* w : taxFields_)
+        keepRoomWhenHidden(w);
 }
 
 void SetupControls::ShowExamples()
@@ -344,66 +350,68 @@ int SetupControls::CheckNumberLength(const std::function<void()>& showPrefixes)
     return 0;
 }
 
-QString SetupControls::text(const QLineEdit* box) const
+void SetupControls::bind(const char* column, QWidget* control, Binding::Save save, Binding::Load load)
 {
-    return trimTexts_ ? box->text().trimmed() : box->text();
+    bound_.append({column, control, save, load});
 }
 
-void SetupControls::writeRow(Recordset& rs, bool withCreditPrefix) const
+namespace
 {
-    auto set = [&](const char* column, const Value& value) { rs.setField(QLatin1String(column), value); };
-    auto tick = [](const QCheckBox* box) { return box->isChecked() ? 1 : 0; };
-    set("BusinessName", Name_txt->text().trimmed());
-    set("Address", trimTexts_ ? Address_txt->text().trimmed() : Address_txt->text());
-    set("Phone", text(Phone_txt));
-    set("Mobile", text(Mobile_txt));
-    set("Email", text(email_txt));
-    set("Web", text(WebAddress_txt));
-    set("Currency", currency_txt->text());
-    set("TaxEnabled", tick(TaxEnabled_chk));
-    set("TaxName", text(TaxName_txt));
-    set("TaxAmount", Val(TaxAmount_txt->text()));
-    set("TaxNo", text(TaxNumber_txt));
-    set("InvPrefix", inv.prefix->text());
-    if (withCreditPrefix)
-        set("CrdPrefix", crd.prefix->text());
-    set("CustPrefix", cus.prefix->text());
-    set("PartPrefix", prt.prefix->text());
-    set("CustStart", cus.start->text());
-    set("Invstart", inv.start->text());
-    set("CrdStart", crd.start->text());
-    set("PartStart", prt.start->text());
-    set("FreeformInv", tick(inv.freeForm));
-    set("freeformCus", tick(cus.freeForm));
-    set("freeformPart", tick(prt.freeForm));
-    set("FreeformCrd", tick(crd.freeForm));
+
+QString textOf(const QWidget* control)
+{
+    if (const auto* memo = qobject_cast<const MemoBox*>(control))
+        return memo->text();
+    if (const auto* label = qobject_cast<const QLabel*>(control))
+        return label->text();
+    return static_cast<const QLineEdit*>(control)->text();
 }
 
-void SetupControls::toSettings() const
+void setTextOf(QWidget* control, const QString& text)
 {
-    SettingsRecord& s = settings;
-    auto tick = [](const QCheckBox* box) -> qint16 { return box->isChecked() ? 1 : 0; };
-    s.BusinessName = Name_txt->text().trimmed();
-    s.Address = trimTexts_ ? Address_txt->text().trimmed() : Address_txt->text();
-    s.Phone = text(Phone_txt);
-    s.Mobile = text(Mobile_txt);
-    s.Email = text(email_txt);
-    s.Web = text(WebAddress_txt);
-    s.InvPrefix = inv.prefix->text();
-    s.CrdPrefix = crd.prefix->text();
-    s.CustPrefix = cus.prefix->text();
-    s.PartPrefix = prt.prefix->text();
-    s.CustStart = cus.start->text();
-    s.Invstart = inv.start->text();
-    s.CrdStart = crd.start->text();
-    s.PartStart = prt.start->text();
-    s.Currency = currency_txt->text();
-    s.TaxName = text(TaxName_txt);
-    s.TaxNo = text(TaxNumber_txt);
-    s.TaxAmount = Val(TaxAmount_txt->text());
-    s.TaxEnabled = tick(TaxEnabled_chk);
-    s.FreeformInv = tick(inv.freeForm);
-    s.freeformCus = tick(cus.freeForm);
-    s.freeformPart = tick(prt.freeForm);
-    s.FreeformCrd = tick(crd.freeForm);
+    if (auto* memo = qobject_cast<MemoBox*>(control))
+        memo->setText(text);
+    else if (auto* label = qobject_cast<QLabel*>(control))
+        label->setText(text);
+    else
+        static_cast<QLineEdit*>(control)->setText(text);
+}
+
+} // namespace
+
+void SetupControls::loadRow(const Recordset& rs) const
+{
+    for (const Binding& b : bound_) {
+        if (b.load == Binding::Never)
+            continue;
+        const Value v = rs.field(QLatin1String(b.column));
+        if (b.save == Binding::Tick)
+            static_cast<QCheckBox*>(b.control)->setChecked(!v.isNull() && v.toDouble() == 1);
+        else if (b.save == Binding::Number)
+            setTextOf(b.control, numberText(v.toDouble()));
+        else
+            setTextOf(b.control, b.load == Binding::Direct ? v.toText() : Null_to_text(v));
+    }
+}
+
+SettingsValues SetupControls::values() const
+{
+    SettingsValues out;
+    for (const Binding& b : bound_) {
+        Value v;
+        const bool trim = b.save == Binding::Trim || (b.save == Binding::Text && trimTexts_);
+        switch (b.save) {
+        case Binding::Tick:
+            v = static_cast<const QCheckBox*>(b.control)->isChecked() ? 1 : 0;
+            break;
+        case Binding::Number:
+            v = Val(textOf(b.control));
+            break;
+        default:
+            v = trim ? textOf(b.control).trimmed() : textOf(b.control);
+            break;
+        }
+        out.append({QLatin1String(b.column), v});
+    }
+    return out;
 }

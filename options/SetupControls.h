@@ -4,9 +4,10 @@
 // examples and free-form ticks, and how those controls reach the settings row and record.
 
 #include "options/Numbering.h"
+#include "platform/MemoBox.h"
+#include "shell/SettingsTable.h"
 
 #include <QObject>
-#include <QPlainTextEdit>
 #include <functional>
 
 class QCheckBox;
@@ -18,20 +19,33 @@ class QRadioButton;
 class Recordset;
 
 // A box of several lines that takes no more than its limit of characters.
-class LimitedTextEdit : public QPlainTextEdit
-{
-    Q_OBJECT
-public:
-    LimitedTextEdit(const QString& name, int maxLength, QWidget* parent);
-    QString text() const { return toPlainText(); }
-    void setText(const QString& text) { setPlainText(text); }
+MemoBox* memoBox(const QString& name, int maxLength, QWidget* parent);
 
-private:
-    int maxLength_;
-};
+// A control that keeps its room in the layout while hidden.
+void keepRoomWhenHidden(QWidget* control);
 
 // The three default reminder letters, the first with its missing blank after "oversight.".
 QString Default_reminder(int n);
+
+// A control bound to a column of the settings row: how the window saves it and loads it.
+struct Binding {
+    enum Save {
+        Trim,   // its text, trimmed
+        Text,   // its text, trimmed where the window trims its texts
+        Raw,    // its text as it stands
+        Tick,   // 1 ticked, 0 not; loaded ticked at 1 only, a Null unticked
+        Number, // the leading number of its text
+    };
+    enum Load {
+        Direct, // read as it stands: a Null fails
+        Empty,  // read through Null_to_text
+        Never,  // keeps its designed value
+    };
+    const char* column;
+    QWidget* control;
+    Save save;
+    Load load;
+};
 
 class SetupControls : public QObject
 {
@@ -63,19 +77,24 @@ public:
     void Option_Click(int index); // the country options fill currency and tax
     void Show_Tax_Fields();
     void Hide_Tax_Fields();
+    // The tax rows keep their room while hidden, so the page does not grow with them.
+    void keepTaxRoom();
     void ShowExamples();
     void Show_Number_Boxes();
     // The numbers of invoices, items and customers, in that order, must be four or more
     // long unless free form: 1 after telling the user and putting the focus in the box.
     int CheckNumberLength(const std::function<void()>& showPrefixes);
 
-    // The controls into the settings row (the row current or new) and into the record.
-    void writeRow(Recordset& rs, bool withCreditPrefix) const;
-    void toSettings() const;
+    // Binds a control of the window to its column; the pages bind their own.
+    void bind(const char* column, QWidget* control, Binding::Save save, Binding::Load load);
+    // The bound controls from the current row.
+    void loadRow(const Recordset& rs) const;
+    // The bound controls' values by column, for the row and the record alike.
+    SettingsValues values() const;
 
     QLineEdit *Name_txt = nullptr, *Phone_txt = nullptr, *Mobile_txt = nullptr, *email_txt = nullptr,
               *WebAddress_txt = nullptr;
-    LimitedTextEdit* Address_txt = nullptr;
+    MemoBox* Address_txt = nullptr;
     QRadioButton* Option[3] = {};
     QLineEdit *currency_txt = nullptr, *TaxName_txt = nullptr, *TaxAmount_txt = nullptr, *TaxNumber_txt = nullptr;
     QCheckBox* TaxEnabled_chk = nullptr;
@@ -85,10 +104,10 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QString text(const QLineEdit* box) const;
     const NumberRow& row(Series series) const;
 
     QDialog* window_;
     bool trimTexts_;
     QList<QWidget*> taxFields_;
+    QList<Binding> bound_;
 };

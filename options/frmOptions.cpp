@@ -2,7 +2,10 @@
 
 #include "options/Numbering.h"
 #include "options/SetupControls.h"
+#include "platform/Activation.h"
+#include "platform/Keys.h"
 #include "platform/Platform.h"
+#include "platform/Window.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
@@ -49,17 +52,6 @@ QPushButton* button(const char* name, const char* caption, QWidget* parent)
     return b;
 }
 
-// A flag column ticks its box at 1 only; a Null is no tick.
-bool isOn(const Value& value)
-{
-    return !value.isNull() && value.toDouble() == 1;
-}
-
-qint16 flagOf(const QCheckBox* box)
-{
-    return box->isChecked() ? 1 : 0;
-}
-
 } // namespace
 
 frmOptions::frmOptions(QWidget* parent)
@@ -103,6 +95,7 @@ frmOptions::frmOptions(QWidget* parent)
     buildLayoutPage(Frame1[5]);
     buildRemindersPage(Frame1[6]);
     buildCustomizePage(Frame1[7]);
+    bindOwnControls();
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
@@ -117,6 +110,10 @@ frmOptions::frmOptions(QWidget* parent)
     connect(apply, &QPushButton::clicked, this, &frmOptions::cmdApply_Click);
     connect(tbsOptions, &QTabBar::currentChanged, this, &frmOptions::showFrame);
     showFrame(0);
+    // Sized once for its largest page, so that no page is cut.
+    for (QGroupBox* frame : Frame1)
+        keepRoomWhenHidden(frame);
+    c_->keepTaxRoom();
 
     // The window sees Ctrl+Tab before any of its controls.
     installEventFilter(this);
@@ -133,7 +130,13 @@ frmOptions::frmOptions(QWidget* parent)
     c_->Option[country]->setChecked(true);
     c_->Option_Click(country);
 
-    // Coming up.
+    centreWindow(this);
+    onActivate(this, [this] { Form_Activate(); });
+}
+
+// Each time the window comes to the front.
+void frmOptions::Form_Activate()
+{
     c_->Name_txt->setFocus();
     Trap(Module, "Form_Activate",
          [this] { rs_->open(QStringLiteral("system"), ConnectionString, Recordset::adLockPessimistic); });
@@ -179,8 +182,8 @@ void frmOptions::buildInvoicePage(QGroupBox* frame)
     Shipping_chk = tick("Shipping_chk", "Include Delivery Address", frame);
     Statement_chk = tick("Statement_chk", "Include Statement", frame);
     Terms_Chk = tick("Terms_Chk", "Include Terms and Conditions", frame);
-    statement_txt = new LimitedTextEdit(QStringLiteral("statement_txt"), 100, frame);
-    terms_txt = new LimitedTextEdit(QStringLiteral("terms_txt"), 200, frame);
+    statement_txt = memoBox(QStringLiteral("statement_txt"), 100, frame);
+    terms_txt = memoBox(QStringLiteral("terms_txt"), 200, frame);
     c_->selectOnFocus(statement_txt);
     c_->selectOnFocus(terms_txt);
     grid->addWidget(Shipping_chk, 0, 0);
@@ -249,7 +252,7 @@ void frmOptions::buildRemindersPage(QGroupBox* frame)
     auto* grid = new QGridLayout(frame);
     const char* captions[] = {"First Reminder", "Second Reminder", "Final Reminder"};
     for (int i = 0; i < 3; ++i) {
-        Reminder[i] = new LimitedTextEdit(QStringLiteral("Reminder%1").arg(i + 1), 250, frame);
+        Reminder[i] = memoBox(QStringLiteral("Reminder%1").arg(i + 1), 250, frame);
         c_->selectOnFocus(Reminder[i]);
         grid->addWidget(new QLabel(QLatin1String(captions[i]), frame), 2 * i, 0);
         grid->addWidget(Reminder[i], 2 * i + 1, 0);
@@ -274,7 +277,7 @@ void frmOptions::buildCustomizePage(QGroupBox* frame)
         Text[i]->setMaxLength(20);
         invoiceGrid->addWidget(chk[i], i, 0);
         invoiceGrid->addWidget(Text[i], i, 1);
-        connect(Text[i], &QLineEdit::textEdited, this, &frmOptions::Tick_Captions);
+        onKeyUp(Text[i], [this](int, int) { Tick_Captions(); });
     }
     auto* customer = named(new QGroupBox(QStringLiteral("Customer Screen"), frame), "Frame5");
     auto* customerLayout = new QVBoxLayout(customer);
@@ -287,6 +290,27 @@ void frmOptions::buildCustomizePage(QGroupBox* frame)
         customerLayout->addWidget(b);
     layout->addWidget(invoice);
     layout->addWidget(customer);
+}
+
+// The controls of the pages that the wizard does not have, with their columns. The
+// texts here read a Null as empty.
+void frmOptions::bindOwnControls()
+{
+    const std::pair<const char*, QCheckBox*> ticks[] = {
+        {"present", Present_chk},       {"Debtorstart", DebtorStart},      {"ConfirmBackup", confirmBackup_chk},
+        {"ConfirmAll", ConfirmAll_chk}, {"includeshipping", Shipping_chk}, {"includeStatement", Statement_chk},
+        {"includeterms", Terms_Chk},    {"text1Visible", chk[0]},          {"text2Visible", chk[1]},
+        {"text3Visible", chk[2]},       {"text4Visible", chk[3]},          {"FaxVisible", fax_chk},
+        {"phoneVisible", phone_chk},    {"emailVisible", email_chk},       {"shippingVisible", Shipping1_chk},
+        {"mobileVisible", mobile_chk}};
+    for (const auto& [column, box] : ticks)
+        c_->bind(column, box, Binding::Tick, Binding::Direct);
+    const std::pair<const char*, QWidget*> texts[] = {
+        {"Statement", statement_txt}, {"terms1", terms_txt},      {"logopath", path_lbl}, {"Reminder1", Reminder[0]},
+        {"Reminder2", Reminder[1]},   {"Reminder3", Reminder[2]}, {"text1Name", Text[0]}, {"text2Name", Text[1]},
+        {"text3Name", Text[2]},       {"text4Name", Text[3]}};
+    for (const auto& [column, box] : texts)
+        c_->bind(column, box, Binding::Trim, Binding::Empty);
 }
 
 void frmOptions::showFrame(int index)
@@ -328,73 +352,21 @@ void frmOptions::Load_system()
             return;
         }
         rs.moveFirst();
-        // Read directly, a Null fails; through Null_to_text it reads as empty.
-        auto direct = [&](const QString& column) { return rs.field(column).toText(); };
-        auto text = [&](const QString& column) { return Null_to_text(rs.field(column)); };
-        auto flag = [&](QCheckBox* box, const QString& column) { box->setChecked(isOn(rs.field(column))); };
-
-        c_->Name_txt->setText(direct("BusinessName"));
-        c_->Address_txt->setText(direct("Address"));
-        c_->Phone_txt->setText(direct("Phone"));
-        c_->Mobile_txt->setText(direct("Mobile"));
-        c_->email_txt->setText(direct("Email"));
-        c_->WebAddress_txt->setText(direct("Web"));
-        c_->currency_txt->setText(direct("Currency"));
-        const bool tax = isOn(rs.field(QStringLiteral("TaxEnabled")));
-        c_->TaxEnabled_chk->setChecked(tax);
-        if (tax)
+        c_->loadRow(rs);
+        if (c_->TaxEnabled_chk->isChecked())
             c_->Show_Tax_Fields();
         else
             c_->Hide_Tax_Fields();
-        c_->TaxName_txt->setText(direct("TaxName"));
-        c_->TaxAmount_txt->setText(numberText(rs.field(QStringLiteral("TaxAmount")).toDouble()));
-        c_->TaxNumber_txt->setText(direct("TaxNo"));
-        // The credit prefix and next number keep their designed values: the series numbers nothing.
-        c_->inv.prefix->setText(direct("InvPrefix"));
-        c_->cus.prefix->setText(direct("CustPrefix"));
-        c_->prt.prefix->setText(direct("PartPrefix"));
-        c_->cus.start->setText(direct("CustStart"));
-        c_->inv.start->setText(direct("Invstart"));
-        c_->prt.start->setText(direct("PartStart"));
-        flag(c_->inv.freeForm, "FreeformInv");
-        flag(c_->cus.freeForm, "freeformCus");
-        flag(c_->prt.freeForm, "freeformPart");
-        flag(c_->crd.freeForm, "FreeformCrd");
-
-        const QString start = text("DefaultStart");
+        const QString start = Null_to_text(rs.field(QStringLiteral("DefaultStart")));
         DTPicker1->setDate(Value(start.isEmpty() ? QStringLiteral("01/01/2005") : start).toDate().date());
-        DTPicker2->setDate(Value(text("DefaultEnd")).toDate().date());
-        flag(Present_chk, "Present");
+        DTPicker2->setDate(Value(Null_to_text(rs.field(QStringLiteral("DefaultEnd")))).toDate().date());
         DTPicker2->setEnabled(!Present_chk->isChecked());
-        flag(DebtorStart, "Debtorstart");
-        flag(confirmBackup_chk, "ConfirmBackup");
-        flag(ConfirmAll_chk, "ConfirmAll");
-
-        flag(Shipping_chk, "IncludeShipping");
-        flag(Statement_chk, "IncludeStatement");
-        flag(Terms_Chk, "IncludeTerms");
-        statement_txt->setText(text("Statement"));
-        terms_txt->setText(text("terms1"));
-
-        const QString type = text("InvoiceType");
+        const QString type = Null_to_text(rs.field(QStringLiteral("InvoiceType")));
         const int chosen = type.isEmpty() ? 1 : QStringList{"1", "2", "3", "4", "5", "6"}.indexOf(type) + 1;
         invoiceTypes_->setExclusive(false);
         for (int i = 0; i < 6; ++i)
             Opt[i]->setChecked(i + 1 == chosen);
         invoiceTypes_->setExclusive(true);
-        path_lbl->setText(text("logopath"));
-
-        for (int i = 0; i < 3; ++i)
-            Reminder[i]->setText(text(QStringLiteral("Reminder%1").arg(i + 1)));
-        for (int i = 0; i < 4; ++i) {
-            flag(chk[i], QStringLiteral("text%1Visible").arg(i + 1));
-            Text[i]->setText(text(QStringLiteral("text%1Name").arg(i + 1)));
-        }
-        flag(fax_chk, "FaxVisible");
-        flag(phone_chk, "phoneVisible");
-        flag(email_chk, "emailVisible");
-        flag(Shipping1_chk, "shippingVisible");
-        flag(mobile_chk, "mobileVisible");
     });
     c_->Show_Number_Boxes();
     Show_Sample();
@@ -409,33 +381,7 @@ void frmOptions::Update()
             rs.addNew();
         else
             rs.moveFirst();
-        auto set = [&](const char* column, const Value& value) { rs.setField(QLatin1String(column), value); };
-        c_->writeRow(rs, true);
-        set("DefaultStart", dateText(DTPicker1->date()));
-        set("DefaultEnd", dateText(DTPicker2->date()));
-        set("present", flagOf(Present_chk));
-        set("Debtorstart", flagOf(DebtorStart));
-        set("ConfirmBackup", flagOf(confirmBackup_chk));
-        set("ConfirmAll", flagOf(ConfirmAll_chk));
-        set("includeshipping", flagOf(Shipping_chk));
-        set("includeStatement", flagOf(Statement_chk));
-        set("includeterms", flagOf(Terms_Chk));
-        set("Statement", statement_txt->text().trimmed());
-        set("terms1", terms_txt->text().trimmed());
-        if (!selectedInvoiceType().isEmpty())
-            set("InvoiceType", selectedInvoiceType());
-        set("logopath", path_lbl->text().trimmed());
-        for (int i = 0; i < 3; ++i)
-            rs.setField(QStringLiteral("Reminder%1").arg(i + 1), Reminder[i]->text().trimmed());
-        for (int i = 0; i < 4; ++i) {
-            rs.setField(QStringLiteral("text%1Visible").arg(i + 1), flagOf(chk[i]));
-            rs.setField(QStringLiteral("text%1Name").arg(i + 1), Text[i]->text().trimmed());
-        }
-        set("FaxVisible", flagOf(fax_chk));
-        set("phoneVisible", flagOf(phone_chk));
-        set("emailVisible", flagOf(email_chk));
-        set("shippingVisible", flagOf(Shipping1_chk));
-        set("mobileVisible", flagOf(mobile_chk));
+        writeSettings(rs, Option_values());
         rs.update();
         Settings();
     });
@@ -443,38 +389,17 @@ void frmOptions::Update()
 
 void frmOptions::Settings()
 {
-    Trap(Module, "Settings", [this] {
-        c_->toSettings();
-        SettingsRecord& s = settings;
-        s.DefaultStart = dateText(DTPicker1->date());
-        s.DefaultEnd = dateText(DTPicker2->date());
-        s.Present = flagOf(Present_chk);
-        s.Debtorstart = flagOf(DebtorStart);
-        s.ConfirmBackup = flagOf(confirmBackup_chk);
-        s.ConfirmAll = flagOf(ConfirmAll_chk);
-        s.IncludeShipping = flagOf(Shipping_chk);
-        s.IncludeStatement = flagOf(Statement_chk);
-        s.IncludeTerms = flagOf(Terms_Chk);
-        s.Statement = statement_txt->text().trimmed();
-        s.terms1 = terms_txt->text().trimmed();
-        if (!selectedInvoiceType().isEmpty())
-            s.InvoiceType = selectedInvoiceType();
-        s.Logopath = path_lbl->text().trimmed();
-        s.Reminder1 = Reminder[0]->text().trimmed();
-        s.Reminder2 = Reminder[1]->text().trimmed();
-        s.Reminder3 = Reminder[2]->text().trimmed();
-        qint16* visible[] = {&s.text1Visible, &s.text2Visible, &s.text3Visible, &s.text4Visible};
-        FixedText<30>* names[] = {&s.text1Name, &s.text2Name, &s.text3Name, &s.text4Name};
-        for (int i = 0; i < 4; ++i) {
-            *visible[i] = flagOf(chk[i]);
-            *names[i] = Text[i]->text().trimmed();
-        }
-        s.FaxVisible = flagOf(fax_chk);
-        s.phoneVisible = flagOf(phone_chk);
-        s.emailVisible = flagOf(email_chk);
-        s.shippingVisible = flagOf(Shipping1_chk);
-        s.mobileVisible = flagOf(mobile_chk);
-    });
+    Trap(Module, "Settings", [this] { copySettings(Option_values()); });
+}
+
+// What OK and Apply save, by column. With no invoice type chosen the type stays as it was.
+SettingsValues frmOptions::Option_values() const
+{
+    SettingsValues v = c_->values();
+    v += SettingsValues{{"DefaultStart", dateText(DTPicker1->date())}, {"DefaultEnd", dateText(DTPicker2->date())}};
+    if (!selectedInvoiceType().isEmpty())
+        v.append({QStringLiteral("InvoiceType"), selectedInvoiceType()});
+    return v;
 }
 
 void frmOptions::Restore_Reminders()

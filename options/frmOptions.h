@@ -1,10 +1,12 @@
 #pragma once
 // "Options": every setting of the one settings row, on eight pages under a tab strip.
 
+#include "shell/SettingsTable.h"
+
 #include <QDialog>
 #include <memory>
 
-class LimitedTextEdit;
+class MemoBox;
 class QButtonGroup;
 class QCheckBox;
 class QDateEdit;
@@ -49,6 +51,9 @@ protected:
     void reject() override { cmdCancel_Click(); }
 
 private:
+    void Form_Activate();
+    void bindOwnControls();
+    SettingsValues Option_values() const;
     void buildDefaultsPage(QGroupBox* frame);
     void buildInvoicePage(QGroupBox* frame);
     void buildLayoutPage(QGroupBox* frame);
@@ -67,13 +72,13 @@ private:
     QDateEdit *DTPicker1, *DTPicker2;
     QCheckBox *Present_chk, *DebtorStart, *confirmBackup_chk, *ConfirmAll_chk;
     QCheckBox *Shipping_chk, *Statement_chk, *Terms_Chk;
-    LimitedTextEdit *statement_txt, *terms_txt;
+    MemoBox *statement_txt, *terms_txt;
     QWidget *terms1, *terms2, *shipping1, *shipping2, *statement1, *statement2;
     QRadioButton* Opt[6];
     QButtonGroup* invoiceTypes_;
     QLabel *path_lbl, *logopic;
     QString dialogFileName_; // the file dialog keeps its last choice while the window is up
-    LimitedTextEdit* Reminder[3];
+    MemoBox* Reminder[3];
     QCheckBox* chk[4];
     QLineEdit* Text[4];
     QCheckBox *fax_chk, *phone_chk, *email_chk, *Shipping1_chk, *mobile_chk;

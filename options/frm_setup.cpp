@@ -1,7 +1,9 @@
 #include "options/frm_setup.h"
 
 #include "options/SetupControls.h"
+#include "platform/Activation.h"
 #include "platform/Platform.h"
+#include "platform/Window.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
@@ -98,8 +100,22 @@ frm_setup::frm_setup(QWidget* parent)
     Finish_cmd->setVisible(false);
     controls_->Hide_Tax_Fields();
     Show_page();
+    // Sized once for its largest page with the tax rows shown, so nothing moves later.
+    for (QWidget* w : std::initializer_list<QWidget*>{Frame1[0], Frame1[1], Frame1[2], Heading[0], Heading[1],
+                                                      Heading[2], Next_cmd, Finish_cmd})
+        keepRoomWhenHidden(w);
+    controls_->keepTaxRoom();
+    centreWindow(this);
 
-    // Coming up: the answers go into the settings row, kept open to the end.
+    onActivate(this, [this] { Form_Activate(); });
+}
+
+// The first time the window comes up: the answers go into the settings row, kept open
+// to the end.
+void frm_setup::Form_Activate()
+{
+    if (rs_->isOpen())
+        return;
     controls_->Name_txt->setFocus();
     Trap(Module, "Form_Activate",
          [this] { rs_->open(QStringLiteral("system"), ConnectionString, Recordset::adLockPessimistic); });
@@ -165,6 +181,32 @@ void frm_setup::Cancel_cmd_Click()
     done(Rejected);
 }
 
+// What Finish writes: the answers, and the program's default for everything else.
+SettingsValues frm_setup::Setup_values() const
+{
+    SettingsValues v = controls_->values();
+    v += SettingsValues{{"DefaultStart", StartDefault},
+                        {"DefaultEnd", dateText(today())}, // our short date form is DD/MM/YYYY
+                        {"Debtorstart", 0},
+                        {"Reminder1", Default_reminder(1)},
+                        {"Reminder2", Default_reminder(2)},
+                        {"Reminder3", Default_reminder(3)},
+                        {"includeStatement", 1},
+                        {"includeterms", 1},
+                        {"includeshipping", 0},
+                        {"Statement", StatementDefault},
+                        {"terms1", TermsDefault},
+                        {"ConfirmBackup", 1},
+                        {"ConfirmAll", 0}};
+    for (const char* column : {"FaxVisible", "phoneVisible", "emailVisible", "shippingVisible", "mobileVisible",
+                               "text1Visible", "text2Visible", "text3Visible", "text4Visible"})
+        v.append({QLatin1String(column), 1});
+    for (int i = 0; i < 4; ++i)
+        v.append({QStringLiteral("text%1Name").arg(i + 1), TextNames[i]});
+    v += SettingsValues{{"present", 1}, {"InvoiceType", "1"}};
+    return v;
+}
+
 // No trap of its own: a failure here goes to the program's last resort.
 void frm_setup::Save_setup()
 {
@@ -175,27 +217,9 @@ void frm_setup::Save_setup()
     else
         rs.moveFirst();
     // The credit prefix stays out of the row; it lasts for this run in the record.
-    controls_->writeRow(rs, false);
-    auto set = [&](const char* column, const Value& value) { rs.setField(QLatin1String(column), value); };
-    set("DefaultStart", StartDefault);
-    set("DefaultEnd", dateText(today())); // our short date form is DD/MM/YYYY
-    set("Debtorstart", 0);
-    for (int i = 1; i <= 3; ++i)
-        rs.setField(QStringLiteral("Reminder%1").arg(i), Default_reminder(i));
-    set("includeStatement", 1);
-    set("includeterms", 1);
-    set("includeshipping", 0);
-    set("Statement", StatementDefault);
-    set("terms1", TermsDefault);
-    set("ConfirmBackup", 1);
-    set("ConfirmAll", 0);
-    for (const char* column : {"FaxVisible", "phoneVisible", "emailVisible", "shippingVisible", "mobileVisible",
-                               "text1Visible", "text2Visible", "text3Visible", "text4Visible"})
-        set(column, 1);
-    for (int i = 0; i < 4; ++i)
-        rs.setField(QStringLiteral("text%1Name").arg(i + 1), TextNames[i]);
-    set("present", 1);
-    set("InvoiceType", "1");
+    SettingsValues row = Setup_values();
+    row.removeIf([](const auto& value) { return value.first == QLatin1String("CrdPrefix"); });
+    writeSettings(rs, row);
     rs.update();
     Busy_off();
     Settings();
@@ -204,29 +228,5 @@ void frm_setup::Save_setup()
 // Load_settings does not run again in this run: the record takes the same answers.
 void frm_setup::Settings()
 {
-    Trap(Module, "Settings", [this] {
-        controls_->toSettings();
-        SettingsRecord& s = settings;
-        s.DefaultStart = StartDefault;
-        s.DefaultEnd = dateText(today());
-        s.Debtorstart = 0;
-        s.Reminder1 = Default_reminder(1);
-        s.Reminder2 = Default_reminder(2);
-        s.Reminder3 = Default_reminder(3);
-        s.IncludeStatement = 1;
-        s.IncludeTerms = 1;
-        s.IncludeShipping = 0;
-        s.Statement = StatementDefault;
-        s.terms1 = TermsDefault;
-        s.ConfirmBackup = 1;
-        s.ConfirmAll = 0;
-        s.FaxVisible = s.phoneVisible = s.emailVisible = s.shippingVisible = s.mobileVisible = 1;
-        s.text1Visible = s.text2Visible = s.text3Visible = s.text4Visible = 1;
-        s.text1Name = QLatin1String(TextNames[0]);
-        s.text2Name = QLatin1String(TextNames[1]);
-        s.text3Name = QLatin1String(TextNames[2]);
-        s.text4Name = QLatin1String(TextNames[3]);
-        s.Present = 1;
-        s.InvoiceType = QStringLiteral("1");
-    });
+    Trap(Module, "Settings", [this] { copySettings(Setup_values()); });
 }

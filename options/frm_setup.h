@@ -1,6 +1,8 @@
 #pragma once
 // "Company Setup": the first-run wizard that writes the one settings row.
 
+#include "shell/SettingsTable.h"
+
 #include <QDialog>
 #include <memory>
 
@@ -28,7 +30,9 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void Form_Activate();
     void Show_page();
+    SettingsValues Setup_values() const;
     void Save_setup();
     void Settings();
 

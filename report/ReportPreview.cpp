@@ -90,8 +90,9 @@ void ReportPreview::savePdf()
     platform::FileDialogRequest request;
     request.filter = QStringLiteral("PDF File(*.pdf)|*.pdf");
     request.fileName = layout_.report().name + QStringLiteral(".pdf");
-    if (const auto path = platform::ShowSave(request))
-        layout_.writePdf(*path);
+    if (const auto path = platform::ShowSave(request); path && !layout_.writePdf(*path))
+        platform::MsgBox(QStringLiteral("The PDF file could not be written: ") + *path, platform::vbExclamation,
+                         QStringLiteral("Save PDF"));
 }
 
 } // namespace report

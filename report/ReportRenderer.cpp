@@ -6,6 +6,7 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QSaveFile>
 
 namespace report
 {
@@ -246,12 +247,14 @@ void Layout::paint(QPainter& painter, int pageIndex) const
     painter.restore();
 }
 
-void Layout::print(QPagedPaintDevice& device) const
+bool Layout::print(QPagedPaintDevice& device) const
 {
     device.setPageSize(QPageSize(paper_.code == 1 ? QPageSize::Letter : QPageSize::A4));
     device.setPageOrientation(orientation_);
     device.setPageMargins(QMarginsF(0, 0, 0, 0));
     QPainter painter(&device);
+    if (!painter.isActive())
+        return false;
     // Work in twips: 1440 to the inch.
     const double scale = device.logicalDpiX() / 1440.0;
     for (size_t i = 0; i < pages_.size(); ++i) {
@@ -262,16 +265,21 @@ void Layout::print(QPagedPaintDevice& device) const
         paint(painter, int(i));
         painter.restore();
     }
+    return painter.end();
 }
 
+// Written under a temporary name and put in place only when whole, so that a folder
+// that is not there or a full disk is told, and no half file is left.
 bool Layout::writePdf(const QString& path) const
 {
-    QPdfWriter writer(path);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    QPdfWriter writer(&file);
     writer.setResolution(600);
     writer.setTitle(report_.title);
     writer.setCreator(QStringLiteral("Velk Invoice"));
-    print(writer);
-    return true;
+    return print(writer) && file.commit();
 }
 
 } // namespace report

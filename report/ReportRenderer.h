@@ -43,8 +43,10 @@ public:
 
     // Paints one page; the painter's units must be twips with the page's corner at 0,0.
     void paint(QPainter& painter, int page) const;
-    // Paints every page on a printer or a PDF writer set to this paper.
-    void print(QPagedPaintDevice& device) const;
+    // Paints every page on a printer or a PDF writer set to this paper; false when the
+    // device could not be painted on.
+    bool print(QPagedPaintDevice& device) const;
+    // False when the file could not be written whole.
     bool writePdf(const QString& path) const;
 
 private:

@@ -5,12 +5,12 @@
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
+#include "store/Functions.h"
 #include "store/Schema.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <sqlite3.h>
+#include <functional>
 #include <sys/stat.h>
 
 using namespace platform;
@@ -21,7 +21,9 @@ namespace safety
 namespace
 {
 
-// Ends a command in silence, as its trap does for a cancel or a failed copy.
+const QString Module = QStringLiteral("frmMain");
+
+// Ends a command in silence: a cancelled dialog or a source that is not ours.
 struct Silent {
 };
 
@@ -39,88 +41,68 @@ FileDialogRequest dialogRequest(const QString& fileName)
     return r;
 }
 
-// Copies one open database into another, whole, in the destination's own transaction.
-void copyDatabase(sqlite3* from, sqlite3* to)
+// The failures that end a backup or restore without a word: a file in use, a full
+// disk, a folder or file that is not there. Anything else is a fault and is reported.
+bool endsSilently(const VbError& e)
 {
-    sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
-    if (!backup)
-        throw Silent{};
-    const int rc = sqlite3_backup_step(backup, -1);
-    sqlite3_backup_finish(backup);
-    if (rc != SQLITE_DONE)
-        throw Silent{};
+    switch (e.number()) {
+    case err::PermissionDenied:
+    case err::DiskFull:
+    case err::PathFileAccess:
+    case err::PathNotFound:
+    case err::FileNotFound:
+    case err::CannotOpenFile:
+        return true;
+    default:
+        return false;
+    }
 }
 
-// Writes a consistent copy of the open data file beside the target and renames it into
-// place only when it is complete, so a failed copy leaves no half file behind.
+// The command's one trap.
+void Command(const char* procedure, const std::function<void()>& body)
+{
+    try {
+        body();
+    } catch (const Silent&) {
+    } catch (const VbError& e) {
+        if (!endsSilently(e))
+            Report_error(e.number(), Module, QLatin1String(procedure), e.description());
+    }
+}
+
+// A consistent copy of the open data file, put in place only when complete.
 void writeBackup(const QString& target)
 {
     const auto live = Database::open(liveFile());
-    const QString building = target + QStringLiteral(".part");
-    QFile::remove(building);
-    sqlite3* dest = nullptr;
-    if (sqlite3_open_v2(QFile::encodeName(building).constData(), &dest, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE,
-                        nullptr) != SQLITE_OK) {
-        sqlite3_close(dest);
-        throw Silent{};
-    }
-    try {
-        copyDatabase(live->handle(), dest);
-    } catch (const Silent&) {
-        sqlite3_close(dest);
-        QFile::remove(building);
-        throw;
-    }
-    sqlite3_close(dest);
-    if (std::rename(QFile::encodeName(building).constData(), QFile::encodeName(target).constData()) != 0) {
-        QFile::remove(building);
-        throw Silent{};
-    }
+    writeThenRename(target, [&](const QString& temporary) { live->copyInto(*Database::create(temporary)); });
 }
 
 // A restore source must be a sound data file of this program.
-bool soundDataFile(const QString& path)
+bool soundDataFile(Database& db)
 {
-    sqlite3* db = nullptr;
-    bool ok = sqlite3_open_v2(QFile::encodeName(path).constData(), &db, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK;
-    auto single = [&](const char* sql, QStringList* out) {
-        sqlite3_stmt* st = nullptr;
-        if (sqlite3_prepare_v2(db, sql, -1, &st, nullptr) != SQLITE_OK)
+    try {
+        if (db.texts(QStringLiteral("PRAGMA integrity_check")) != QStringList{QStringLiteral("ok")})
             return false;
-        int rc;
-        while ((rc = sqlite3_step(st)) == SQLITE_ROW)
-            *out << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, 0))).toLower();
-        sqlite3_finalize(st);
-        return rc == SQLITE_DONE;
-    };
-    QStringList check, tables;
-    ok = ok && single("PRAGMA integrity_check", &check) && check == QStringList{QStringLiteral("ok")};
-    ok = ok && single("SELECT name FROM sqlite_master WHERE type = 'table'", &tables);
-    for (const TableDef& t : schemaTables())
-        ok = ok && tables.contains(QString::fromLatin1(t.name).toLower());
-    sqlite3_close(db);
-    return ok;
+        const QStringList tables =
+            db.texts(QStringLiteral("SELECT lower(name) FROM sqlite_master WHERE type = 'table'"));
+        for (const TableDef& t : schemaTables())
+            if (!tables.contains(QString::fromLatin1(t.name).toLower()))
+                return false;
+        return true;
+    } catch (const VbError&) {
+        return false; // not a database at all, or cut short
+    }
 }
 
 void restoreFrom(const QString& source)
 {
-    if (sameFile(source, liveFile()) || !soundDataFile(source))
+    if (sameFile(source, liveFile()))
         throw Silent{};
-    const auto live = Database::open(liveFile());
-    sqlite3* src = nullptr;
-    if (sqlite3_open_v2(QFile::encodeName(source).constData(), &src, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
-        sqlite3_close(src);
+    const auto from = Database::openToRead(source);
+    if (!soundDataFile(*from))
         throw Silent{};
-    }
     // The copy runs in the live file's own transaction: all of it lands, or none.
-    try {
-        copyDatabase(src, live->handle());
-    } catch (const Silent&) {
-        sqlite3_close(src);
-        throw;
-    }
-    sqlite3_close(src);
-    live->touched();
+    from->copyInto(*Database::open(liveFile()));
     // Reopen the connections so that every window reads the restored file afresh.
     Database::closeAll();
     const QString shape = ShapeConnection.connectionString();
@@ -157,7 +139,7 @@ bool sameFile(const QString& a, const QString& b)
 
 void MnuSave()
 {
-    try {
+    Command("MnuSave", [] {
         const auto chosen = ShowSave(dialogRequest(QStringLiteral("Data.mdb")));
         if (!chosen)
             throw Silent{};
@@ -176,14 +158,12 @@ void MnuSave()
         writeBackup(target);
         MsgBox(QStringLiteral("Save was Successful"), vbInformation, QStringLiteral("Successful"));
         BackupDone = 1;
-    } catch (const Silent&) {
-    } catch (const std::exception&) {
-    }
+    });
 }
 
 void mnurestore()
 {
-    try {
+    Command("mnurestore", [] {
         const auto chosen = ShowOpen(dialogRequest(QString()));
         if (!chosen)
             throw Silent{};
@@ -199,9 +179,7 @@ void mnurestore()
             return;
         restoreFrom(source);
         MsgBox(QStringLiteral("Restore has been Successful"), vbInformation, QStringLiteral("Successful"));
-    } catch (const Silent&) {
-    } catch (const std::exception&) {
-    }
+    });
 }
 
 } // namespace safety

@@ -14,6 +14,7 @@
 #include "reports/frmReports.h"
 #include "safety/BackupRestore.h"
 #include "shell/Globals.h"
+#include "shell/SettingsTable.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
@@ -26,7 +27,6 @@
 #include <QCloseEvent>
 #include <QDialog>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
@@ -34,7 +34,6 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
-#include <cstdio>
 
 using namespace platform;
 
@@ -162,55 +161,48 @@ void frmMain::MDIForm_Load()
 // complete, so that a start cut short never leaves half a file behind.
 void frmMain::Create_database()
 {
-    const QString building = dataFile() + QStringLiteral(".new");
-    std::shared_ptr<Database> db;
+    // Abandoned from the box: the file is not put in place.
+    struct Abandoned {
+    };
     // Each step may be retried, skipped or abandoned from the box, as the user chooses.
     auto step = [](const std::function<void()>& statement) {
         for (;;) {
             try {
                 statement();
-                return true;
+                return;
             } catch (const VbError& e) {
                 const int answer = MsgBox(e.description() + QStringLiteral("    Error No. ") +
                                               QString::number(e.number()) + QStringLiteral(" \r\n"),
                                           vbAbortRetryIgnore + vbCritical, QStringLiteral("Code Gen Error"));
                 if (answer == vbAbort)
-                    return false;
+                    throw Abandoned{};
                 if (answer == vbIgnore)
-                    return true;
+                    return;
             }
         }
     };
-    auto finish = [&] {
-        if (db) {
-            try {
-                db->exec(QStringLiteral("COMMIT"));
-            } catch (const VbError&) {
-            }
-            db.reset();
-        }
-    };
-    QFile::remove(building);
-    if (!step([&] {
-            db = Database::create(building);
-            db->exec(QStringLiteral("BEGIN"));
-        }))
-        return finish();
-    for (const TableDef& table : schemaTables()) {
-        for (const QString& sql : createStatements(table)) {
-            if (!step([&] {
-                    if (!db)
-                        throw VbError(err::CannotOpenFile);
-                    db->exec(sql);
-                }))
-                return finish();
-        }
+    try {
+        // The last step puts the file in place; retrying it builds the file afresh.
+        step([&] {
+            writeThenRename(dataFile(), [&](const QString& building) {
+                std::shared_ptr<Database> db;
+                step([&] {
+                    db = Database::create(building);
+                    db->exec(QStringLiteral("BEGIN"));
+                });
+                for (const TableDef& table : schemaTables())
+                    for (const QString& sql : createStatements(table))
+                        step([&] {
+                            if (!db)
+                                throw VbError(err::CannotOpenFile);
+                            db->exec(sql);
+                        });
+                if (db)
+                    step([&] { db->exec(QStringLiteral("COMMIT")); });
+            });
+        });
+    } catch (const Abandoned&) {
     }
-    finish();
-    step([&] {
-        if (std::rename(QFile::encodeName(building).constData(), QFile::encodeName(dataFile()).constData()) != 0)
-            throw VbError(err::PathFileAccess);
-    });
 }
 
 void frmMain::Load_settings()
@@ -224,67 +216,7 @@ void frmMain::Load_settings()
             return;
         }
         rs.moveFirst();
-        auto text = [&](const char* column) { return Null_to_text(rs.field(QLatin1String(column))); };
-        auto flag = [&](const char* column) {
-            return toInt16(Null_to_zero(rs.field(QLatin1String(column))).toDouble());
-        };
-        // A Null in these is a failure, not a zero.
-        auto strict = [&](const char* column) { return rs.field(QLatin1String(column)).toInt16(); };
-        SettingsRecord& s = settings;
-        s.BusinessName = text("BusinessName");
-        s.Address = text("Address");
-        s.Phone = text("Phone");
-        s.Mobile = text("Mobile");
-        s.Email = text("Email");
-        s.Web = text("Web");
-        s.InvPrefix = text("InvPrefix");
-        s.CrdPrefix = text("CrdPrefix");
-        s.CustPrefix = text("CustPrefix");
-        s.PartPrefix = text("PartPrefix");
-        s.CustStart = text("CustStart");
-        s.Invstart = text("Invstart");
-        s.CrdStart = text("CrdStart");
-        s.PartStart = text("PartStart");
-        s.Currency = text("Currency");
-        s.TaxName = text("TaxName");
-        s.TaxNo = text("TaxNo");
-        s.TaxAmount = Null_to_zero(rs.field(QStringLiteral("TaxAmount"))).toDouble();
-        s.TaxEnabled = flag("TaxEnabled");
-        s.DefaultStart = text("DefaultStart");
-        s.DefaultEnd = text("DefaultEnd");
-        s.Debtorstart = flag("Debtorstart");
-        s.Reminder1 = text("Reminder1");
-        s.Reminder2 = text("Reminder2");
-        s.Reminder3 = text("Reminder3");
-        s.FreeformInv = strict("FreeformInv");
-        s.freeformCus = strict("freeformCus");
-        s.freeformPart = strict("freeformPart");
-        s.FreeformCrd = strict("FreeformCrd");
-        s.IncludeShipping = flag("IncludeShipping");
-        s.IncludeTerms = flag("IncludeTerms");
-        s.IncludeStatement = flag("IncludeStatement");
-        s.Statement = text("Statement");
-        s.terms1 = text("terms1");
-        s.ConfirmExit = flag("ConfirmExit");
-        s.ConfirmBackup = flag("ConfirmBackup");
-        s.ConfirmAll = flag("ConfirmAll");
-        s.FaxVisible = flag("FaxVisible");
-        s.phoneVisible = flag("phoneVisible");
-        s.emailVisible = flag("emailVisible");
-        s.webVisible = flag("webVisible");
-        s.shippingVisible = flag("shippingVisible");
-        s.mobileVisible = flag("mobileVisible");
-        s.text1Visible = flag("text1Visible");
-        s.text2Visible = flag("text2Visible");
-        s.text3Visible = flag("text3Visible");
-        s.text4Visible = flag("text4Visible");
-        s.text1Name = text("text1Name").trimmed();
-        s.text2Name = text("text2Name").trimmed();
-        s.text3Name = text("text3Name").trimmed();
-        s.text4Name = text("text4Name").trimmed();
-        s.Present = flag("Present");
-        s.InvoiceType = text("InvoiceType");
-        s.Logopath = text("Logopath");
+        loadSettings(rs);
         rs.close();
     });
 }

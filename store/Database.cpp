@@ -4,8 +4,10 @@
 #include "store/Numbers.h"
 #include "store/Schema.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QMap>
+#include <cstdio>
 #include <sqlite3.h>
 
 namespace
@@ -30,6 +32,8 @@ int classicNumber(int code, const QString& message)
         return err::DiskFull;
     case SQLITE_READONLY:
     case SQLITE_PERM:
+    case SQLITE_BUSY: // a file in use
+    case SQLITE_LOCKED:
         return err::PermissionDenied;
     case SQLITE_CONSTRAINT:
         if ((code == SQLITE_CONSTRAINT_NOTNULL))
@@ -92,6 +96,16 @@ std::shared_ptr<Database> Database::create(const QString& path)
     return db;
 }
 
+std::shared_ptr<Database> Database::openToRead(const QString& path)
+{
+    auto db = std::shared_ptr<Database>(new Database(QFileInfo(path).absoluteFilePath()));
+    const int rc = sqlite3_open_v2(db->path_.toUtf8().constData(), &db->db_, SQLITE_OPEN_READONLY, nullptr);
+    if (rc != SQLITE_OK)
+        db->fail(rc, path);
+    sqlite3_extended_result_codes(db->db_, 1);
+    return db;
+}
+
 void Database::closeAll()
 {
     pool().clear();
@@ -120,6 +134,47 @@ void Database::exec(const QString& sql)
     sqlite3_free(message);
     if (rc != SQLITE_OK)
         fail(rc, sql);
+}
+
+QStringList Database::texts(const QString& sql)
+{
+    sqlite3_stmt* st = prepare(sql);
+    StatementScope scope(st);
+    QStringList out;
+    int rc;
+    while ((rc = sqlite3_step(st)) == SQLITE_ROW)
+        out << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)));
+    if (rc != SQLITE_DONE)
+        fail(rc, sql);
+    return out;
+}
+
+void Database::copyInto(Database& target)
+{
+    sqlite3_backup* backup = sqlite3_backup_init(target.db_, "main", db_, "main");
+    if (!backup)
+        target.fail(sqlite3_errcode(target.db_), path_);
+    const int step = sqlite3_backup_step(backup, -1);
+    const int finish = sqlite3_backup_finish(backup);
+    if (step != SQLITE_DONE)
+        target.fail(step, path_);
+    if (finish != SQLITE_OK)
+        target.fail(finish, path_);
+    target.touched();
+}
+
+void writeThenRename(const QString& path, const std::function<void(const QString& temporary)>& write)
+{
+    const QString temporary = path + QStringLiteral(".new");
+    QFile::remove(temporary);
+    try {
+        write(temporary);
+        if (std::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(path).constData()) != 0)
+            throw VbError(err::PathFileAccess);
+    } catch (...) {
+        QFile::remove(temporary);
+        throw;
+    }
 }
 
 void Database::fail(int code, const QString& context) const

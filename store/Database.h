@@ -6,6 +6,7 @@
 
 #include <QHash>
 #include <QString>
+#include <functional>
 #include <memory>
 
 struct sqlite3;
@@ -23,6 +24,8 @@ public:
     static std::shared_ptr<Database> open(const QString& path);
     // A new, empty file at the path (not shared), for building the tables.
     static std::shared_ptr<Database> create(const QString& path);
+    // Another file opened for reading only (not shared), such as a backup to restore.
+    static std::shared_ptr<Database> openToRead(const QString& path);
     // Drop every cached handle, so that the next open reads the file afresh.
     static void closeAll();
 
@@ -32,6 +35,11 @@ public:
     // A prepared statement, kept for reuse; reset before it is handed out.
     sqlite3_stmt* prepare(const QString& sql);
     void exec(const QString& sql);
+    // The first column of every row a statement answers, as text.
+    QStringList texts(const QString& sql);
+    // Copies this whole database over another, consistently, in the other's own
+    // transaction: all of it lands, or none.
+    void copyInto(Database& target);
     // Raises the failure that the last call on this handle left, as a classic number.
     [[noreturn]] void fail(int code, const QString& context = QString()) const;
 
@@ -52,6 +60,11 @@ private:
     QHash<QString, sqlite3_stmt*> statements_;
     quint64 version_ = 0;
 };
+
+// Writes a file under a temporary name beside its place and renames it into place only
+// when the writer has finished, so that no one ever finds half a file there. A failure
+// of the writer or the rename removes the temporary file and goes on to the caller.
+void writeThenRename(const QString& path, const std::function<void(const QString& temporary)>& write);
 
 // Resets a statement when it goes out of scope, so that no read stays open.
 class StatementScope

@@ -1,6 +1,8 @@
 #include "store/ListRules.h"
 
+#include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/Recordset.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -9,6 +11,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStyle>
+#include <QTimer>
 #include <QTreeWidget>
 
 namespace
@@ -29,6 +32,19 @@ bool ListRow::operator<(const QTreeWidgetItem& other) const
     return compareText(text(column), other.text(column)) < 0;
 }
 
+QVariant ListRow::data(int column, int role) const
+{
+    if (role == Qt::TextAlignmentRole && treeWidget())
+        return treeWidget()->headerItem()->data(column, role);
+    return QTreeWidgetItem::data(column, role);
+}
+
+void alignMoneyColumns(QTreeWidget* list, const std::vector<int>& columns)
+{
+    for (int column : columns)
+        list->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+}
+
 ListRules::ListRules(QTreeWidget* list, ListConfig config, QString module)
     : QObject(list), list_(list), config_(config), module_(std::move(module))
 {
@@ -39,6 +55,7 @@ ListRules::ListRules(QTreeWidget* list, ListConfig config, QString module)
     list_->header()->setSectionsClickable(true);
     list_->header()->setSortIndicatorShown(false);
     connect(list_->header(), &QHeaderView::sectionClicked, this, &ListRules::columnClick);
+    alignMoneyColumns(list_, config_.moneyColumns);
 }
 
 void ListRules::attachSearch(QLineEdit* box, QPushButton* button, bool selectOnFocus)
@@ -57,8 +74,14 @@ bool ListRules::eventFilter(QObject* watched, QEvent* event)
         if (config_.foundLabel)
             config_.foundLabel->clear();
         button_->setDefault(true);
+        // The box takes the focus its own way first (a Tab selects all of it); then the
+        // window's rule decides. Queued, so that a click into the box keeps the selection.
+        static_cast<QObject*>(box_)->event(event);
         if (selectOnFocus_)
-            box_->selectAll();
+            QTimer::singleShot(0, box_, &QLineEdit::selectAll);
+        else
+            box_->deselect();
+        return true;
     } else if (watched == box_ && event->type() == QEvent::FocusOut) {
         button_->setDefault(false);
     }
@@ -139,6 +162,63 @@ void ListRules::removeSelected()
     delete row;
     if (list_->topLevelItemCount() > 0)
         select(list_->topLevelItem(std::min(index, list_->topLevelItemCount() - 1)));
+}
+
+void ListRules::setSource(ListSource source)
+{
+    source_ = std::move(source);
+}
+
+void ListRules::loadRows()
+{
+    Recordset rs;
+    rs.open(source_.table, ConnectionString, Recordset::adLockReadOnly);
+    list_->clear();
+    if (rs.recordCount() > 0) {
+        for (rs.moveFirst(); !rs.eof(); rs.moveNext()) {
+            const QStringList cells = source_.row(rs);
+            addRow(cells, source_.keyPrefix + cells[0]);
+        }
+        rs.close();
+        select(list_->topLevelItem(0));
+    }
+}
+
+void ListRules::refreshSelected(const QString& key)
+{
+    QTreeWidgetItem* row = selected();
+    Recordset rs;
+    rs.open(source_.table, ConnectionString, Recordset::adLockReadOnly);
+    rs.setIndex(source_.index);
+    if (rs.recordCount() > 0) {
+        rs.seek(key);
+        if (!rs.eof() && row)
+            setRow(row, source_.row(rs));
+        rs.close();
+        select(row);
+    }
+}
+
+void ListRules::addRecord(const QString& key)
+{
+    Recordset rs;
+    rs.open(source_.table, ConnectionString, Recordset::adLockReadOnly);
+    rs.setIndex(source_.index);
+    if (rs.recordCount() > 0) {
+        rs.seek(key);
+        if (!rs.eof()) {
+            const QStringList cells = source_.row(rs);
+            QTreeWidgetItem* row = addRow(cells, source_.keyPrefix + cells[0]);
+            list_->clearSelection();
+            select(row);
+        }
+    }
+}
+
+void ListRules::focusList()
+{
+    if (list_->topLevelItemCount() > 0)
+        list_->setFocus();
 }
 
 bool ListRules::matches(QTreeWidgetItem* row, const QString& text) const

@@ -6,8 +6,11 @@
 #include <QObject>
 #include <QString>
 #include <QTreeWidgetItem>
+#include <functional>
+#include <vector>
 
 class QLabel;
+class Recordset;
 class QLineEdit;
 class QPushButton;
 class QTreeWidget;
@@ -16,9 +19,22 @@ struct ListConfig {
     bool sortMarks = true;   // the headings show key1/key2 after a click
     int replacedColumn = -1; // a clicked column that sorts by a hidden one instead...
     int replacementColumn = -1;
-    int furtherColumns = 0;       // sub-items searched besides the row text, from the first
-    QLabel* foundLabel = nullptr; // where "Not Found" shows, if the window has one
+    int furtherColumns = 0;        // sub-items searched besides the row text, from the first
+    QLabel* foundLabel = nullptr;  // where "Not Found" shows, if the window has one
+    std::vector<int> moneyColumns; // right-aligned, so padded amounts line up by their last digit
 };
+
+// Where a list window's rows come from: a table, the index its rows are sought on, the
+// key prefix of a row added later, and how a record makes a row.
+struct ListSource {
+    QString table;
+    QString index;
+    QString keyPrefix;
+    std::function<QStringList(const Recordset&)> row;
+};
+
+// Right-aligns columns of a list, headings and rows alike.
+void alignMoneyColumns(QTreeWidget* list, const std::vector<int>& columns);
 
 // A row of a list: compares by text, as the lists sort.
 class ListRow : public QTreeWidgetItem
@@ -26,6 +42,8 @@ class ListRow : public QTreeWidgetItem
 public:
     using QTreeWidgetItem::QTreeWidgetItem;
     bool operator<(const QTreeWidgetItem& other) const override;
+    // A row is aligned as its column's heading is.
+    QVariant data(int column, int role) const override;
 };
 
 class ListRules : public QObject
@@ -52,6 +70,18 @@ public:
     QTreeWidgetItem* selected() const;
     void select(QTreeWidgetItem* row);
 
+    // The rows kept from a table, for the windows that list one. Each runs inside its
+    // window's failure trap.
+    void setSource(ListSource source);
+    // Clears the list and adds a row for each record in table order; the first is selected.
+    void loadRows();
+    // Rewrites the selected row from the record found at or after the key.
+    void refreshSelected(const QString& key);
+    // Adds the row of the record found at or after the key, selected and in view.
+    void addRecord(const QString& key);
+    // Each time the window comes to the front: the list takes the focus when it has rows.
+    void focusList();
+
     int SearchPos = 0;
     bool sorted() const { return sorted_; }
     int sortColumn() const { return sortColumn_; }
@@ -73,6 +103,7 @@ private:
     bool sorted_ = false;
     int sortColumn_ = 0;
     Qt::SortOrder order_ = Qt::AscendingOrder;
+    ListSource source_;
 };
 
 // The heading icon name a column shows ("key1", "key2" or empty), for checks.

@@ -67,13 +67,14 @@ private slots:
     void newNumberedCustomer();
     void newFreeFormCustomerAndClashes();
     void existingCustomerChangesInPlace();
-    void exitAsksOnlyAfterATouch();
     void deleteRefusesCustomersWithInvoices();
     void invoiceHistory();
     void customisationShowsAtOnce();
     void statusPrompts_data();
     void statusPrompts();
-    void enterSearchesFromTheBox();
+    void onlyTypingIsAChange_data();
+    void onlyTypingIsAChange();
+    void closedRecordGivesTheListTheFocus();
 };
 
 void CustomersTest::listShowsEveryCustomer_data()
@@ -368,37 +369,6 @@ void CustomersTest::existingCustomerChangesInPlace()
     VERIFY_UI(ui);
 }
 
-void CustomersTest::exitAsksOnlyAfterATouch()
-{
-    TestUi ui;
-    auto main = startProgram(ui, {{"CustStart", QStringLiteral("100001")}, {"CustPrefix", QStringLiteral("CUS")}});
-    NewCustomerMode = 1;
-    {
-        frmAddCust w;
-        type(w, "address2", QStringLiteral("x"));
-        QVERIFY(w.changed());
-    }
-    NewCustomerMode = 1;
-    {
-        // The copy button alone is no change: no question, and nothing is saved.
-        frmAddCust w;
-        QVERIFY(!w.changed());
-        child<QPushButton>(w, QStringLiteral("copy_cmd"))->click();
-        child<QPushButton>(w, QStringLiteral("exit_cmd"))->click();
-    }
-    NewCustomerMode = 1;
-    {
-        // A refused save on the way out: the window closes all the same.
-        frmAddCust w;
-        type(w, "FirstName_txt", QStringLiteral("Jo"));
-        ui.expectBox(QStringLiteral("Save Changes"), QStringLiteral("Do you wish to save changes?"), vbYes);
-        child<QPushButton>(w, QStringLiteral("exit_cmd"))->click();
-        QCOMPARE(ui.beeps, 1);
-    }
-    QCOMPARE(columnValues(QStringLiteral("Customers"), QStringLiteral("CustID")), QStringList{});
-    VERIFY_UI(ui);
-}
-
 void CustomersTest::deleteRefusesCustomersWithInvoices()
 {
     TestUi ui;
@@ -476,6 +446,11 @@ void CustomersTest::invoiceHistory()
     QCOMPARE(listRows(lst), (QStringList{"01/03/2026 | INV2 |     117.50 |      17.50 |     100.00 | rush",
                                          "01/02/2026 | INV1 |      10.00 |      10.00 |       0.00 | "}));
     QCOMPARE(child<QLabel>(w, QStringLiteral("Total_lbl"))->text(), QStringLiteral("    100.00"));
+    // The amounts line up by their last digit; the notes do not.
+    for (int column : {2, 3, 4})
+        QCOMPARE(lst->topLevelItem(0)->data(column, Qt::TextAlignmentRole).toInt() & Qt::AlignHorizontal_Mask,
+                 int(Qt::AlignRight));
+    QVERIFY(!(lst->topLevelItem(0)->data(5, Qt::TextAlignmentRole).toInt() & Qt::AlignRight));
     QVERIFY(child<QPushButton>(w, QStringLiteral("Edit_cmd"))->isEnabled());
     lst->setCurrentItem(lst->topLevelItem(0));
     ui.expectBox(QStringLiteral("Confirm"), QStringLiteral("Are you sure you want to delete this invoice"), vbYes);
@@ -567,25 +542,81 @@ void CustomersTest::statusPrompts()
     VERIFY_UI(ui);
 }
 
-void CustomersTest::enterSearchesFromTheBox()
+void CustomersTest::onlyTypingIsAChange_data()
+{
+    QTest::addColumn<bool>("newCustomer");
+    QTest::addColumn<QString>("letters"); // typed after three Tabs from the first name
+    QTest::addColumn<bool>("copy");
+    QTest::addColumn<int>("answer"); // to "Do you wish to save changes?"; 0: not asked
+    QTest::newRow("tab three times") << false << QString() << false << 0;
+    QTest::newRow("one letter") << false << "x" << false << int(vbNo);
+    QTest::newRow("the copy button alone") << true << QString() << true << 0;
+    // A refused save on the way out: the window closes all the same.
+    QTest::newRow("a refused save") << true << "x" << false << int(vbYes);
+}
+
+// Keys that move or command are no change: only a typed character makes Exit ask.
+void CustomersTest::onlyTypingIsAChange()
+{
+    QFETCH(bool, newCustomer);
+    QFETCH(QString, letters);
+    QFETCH(bool, copy);
+    QFETCH(int, answer);
+    TestUi ui;
+    auto main = startProgram(ui, {{"CustStart", QStringLiteral("100001")}, {"CustPrefix", QStringLiteral("CUS")}});
+    addRow(QStringLiteral("Customers"), customer(QStringLiteral("CUS1"), QStringLiteral("Brown")));
+    NewCustomerMode = newCustomer ? 1 : 0;
+    SelectedCustID = QStringLiteral("CUS1");
+    frmAddCust w;
+    showUp(w);
+    child<QLineEdit>(w, QStringLiteral("FirstName_txt"))->setFocus();
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QTest::keyClicks(QApplication::focusWidget(), letters);
+    if (copy)
+        child<QPushButton>(w, QStringLiteral("copy_cmd"))->click();
+    if (answer)
+        ui.expectBox(QStringLiteral("Save Changes"), QStringLiteral("Do you wish to save changes?"), answer);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::AltModifier); // "&Exit", pressed on screen
+    QTRY_VERIFY(!w.isVisible());
+    QCOMPARE(ui.beeps, answer == vbYes ? 1 : 0);
+    QCOMPARE(columnValues(QStringLiteral("Customers"), QStringLiteral("FirstName")), QStringList{"Ann"});
+    VERIFY_UI(ui);
+}
+
+// Searching, then a customer opened and closed: Enter opens the selected customer again,
+// not the search.
+void CustomersTest::closedRecordGivesTheListTheFocus()
 {
     TestUi ui;
     auto main = startProgram(ui, {});
     for (const char* id : {"CUS1", "CUS2"})
         addRow(QStringLiteral("Customers"), customer(QLatin1String(id), QStringLiteral("Name ") + QLatin1String(id)));
-    frmCustomer w;
-    w.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&w));
-    auto* box = child<QLineEdit>(w, QStringLiteral("Search_txt"));
-    QFocusEvent in(QEvent::FocusIn);
-    QApplication::sendEvent(box, &in);
-    QVERIFY(child<QPushButton>(w, QStringLiteral("search_cmd"))->isDefault());
-    box->setText(QStringLiteral("cus2"));
-    QTest::keyClick(box, Qt::Key_Return);
-    QCOMPARE(child<QTreeWidget>(w, QStringLiteral("Cust_lst"))->currentItem()->text(0), QStringLiteral("CUS2"));
-    QFocusEvent out(QEvent::FocusOut);
-    QApplication::sendEvent(box, &out);
-    QVERIFY(!child<QPushButton>(w, QStringLiteral("search_cmd"))->isDefault());
+    QStringList opened;
+    auto record = [&](QDialog& w) {
+        opened << child<QLineEdit>(w, QStringLiteral("custid_lbl"))->text();
+        child<QPushButton>(w, QStringLiteral("exit_cmd"))->click();
+        return 0;
+    };
+    ui.onModal(QStringLiteral("frmCustomer"), [&](QDialog& list) {
+        showUp(list);
+        auto* lst = child<QTreeWidget>(list, QStringLiteral("Cust_lst"));
+        [&] { QCOMPARE(QApplication::focusWidget(), lst); }();
+        auto* search = child<QLineEdit>(list, QStringLiteral("Search_txt"));
+        auto* find = child<QPushButton>(list, QStringLiteral("search_cmd"));
+        search->setFocus();
+        [&] { QVERIFY(find->isDefault()); }();
+        QTest::keyClicks(search, QStringLiteral("cus2"));
+        QTest::keyClick(search, Qt::Key_Return); // Enter in the box searches
+        ui.onModal(QStringLiteral("frmAddCust"), record);
+        trigger(list, 6);
+        [&] { QVERIFY(!find->isDefault()); }();
+        ui.onModal(QStringLiteral("frmAddCust"), record);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        return 0;
+    });
+    trigger(*main, 1);
+    QCOMPARE(opened, (QStringList{"CUS2", "CUS2"}));
     VERIFY_UI(ui);
 }
 

@@ -3,6 +3,7 @@
 #include "options/SetupControls.h"
 #include "options/frm_setup.h"
 #include "platform/Activation.h"
+#include "platform/Window.h"
 #include "shell/Globals.h"
 #include "shell/frmMain.h"
 
@@ -13,6 +14,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 
 using namespace platform;
 
@@ -34,14 +36,6 @@ QString exampleText(QDialog& d, const char* name)
 bool pageShown(QDialog& d, int i)
 {
     return child<QWidget>(d, QStringLiteral("Frame1(%1)").arg(i))->isVisible();
-}
-
-// Puts the wizard on screen so that visibility and focus are those the user sees.
-void showUp(QDialog& d)
-{
-    d.show();
-    QApplication::setActiveWindow(&d);
-    QVERIFY(QTest::qWaitForWindowActive(&d));
 }
 
 const QString Reminder1 = QStringLiteral(
@@ -335,6 +329,29 @@ private slots:
         QTest::keyClicks(b, text.right(1));
         if (!exampleName.isEmpty())
             QCOMPARE(exampleText(d, qPrintable(exampleName)), example);
+        VERIFY_UI(ui);
+    }
+
+    // The wizard stands in the middle of the screen, sized once for every page with the
+    // tax rows shown, and each box shows as many characters as it takes.
+    void sizedOnceAndCentred()
+    {
+        TestUi ui;
+        makeDataFile();
+        frm_setup d;
+        showUp(d);
+        const QSize size = d.size();
+        QVERIFY((d.geometry().center() - d.screen()->availableGeometry().center()).manhattanLength() < 8);
+        click(d, "Next_cmd");
+        click(d, "TaxEnabled_chk");
+        QVERIFY(box(d, "TaxName_txt")->isVisible());
+        click(d, "Next_cmd");
+        QCOMPARE(d.size(), size);
+        const int fourCapitals = box(d, "InvPrefix_txt")->fontMetrics().horizontalAdvance(QStringLiteral("WWWW"));
+        for (const char* name : {"InvPrefix_txt", "CrdPrefix_txt", "PrtPrefix_txt", "CusPrefix_txt"})
+            QVERIFY2(box(d, name)->width() > fourCapitals, name);
+        for (QLineEdit* b : d.findChildren<QLineEdit*>())
+            QVERIFY2(b->width() >= fullLimitWidth(b), qPrintable(b->objectName()));
         VERIFY_UI(ui);
     }
 };

@@ -9,6 +9,7 @@
 #include "store/Errors.h"
 #include "store/Functions.h"
 
+#include <QDir>
 #include <QtTest>
 
 using namespace report;
@@ -112,6 +113,7 @@ private slots:
     void pagePerRecord();
     void paperAndOrientation_data();
     void paperAndOrientation();
+    void pdfThatCannotBeWritten();
 };
 
 void ReportEngineTest::rowsTotalsAndFormats()
@@ -258,6 +260,22 @@ void ReportEngineTest::paperAndOrientation()
     QCOMPARE(qRound(size.width()), qRound(points.width()));
     QCOMPARE(qRound(size.height()), qRound(points.height()));
     QCOMPARE(ui.reports[0].landscape, width > 11000);
+    VERIFY_UI(ui);
+}
+
+// A folder that is not there, or a folder where the file should be: told, and nothing left.
+void ReportEngineTest::pdfThatCannotBeWritten()
+{
+    TestUi ui;
+    auto main = startProgram(ui, {});
+    auto r = invoiceList();
+    const Layout layout(*r, platform::vbPRPSA4);
+    QVERIFY(!layout.writePdf(ui.file(QStringLiteral("gone/list.pdf"))));
+    QVERIFY(QDir(ui.dir()).mkdir(QStringLiteral("list.pdf")));
+    QVERIFY(!layout.writePdf(ui.file(QStringLiteral("list.pdf"))));
+    QVERIFY(layout.writePdf(ui.file(QStringLiteral("other.pdf"))));
+    QVERIFY(fileBytes(ui.file(QStringLiteral("other.pdf"))).startsWith("%PDF"));
+    QCOMPARE(QDir(ui.dir()).entryList(QStringList{QStringLiteral("*.pdf*")}, QDir::Files), QStringList{"other.pdf"});
     VERIFY_UI(ui);
 }
 

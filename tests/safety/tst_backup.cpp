@@ -49,14 +49,11 @@ class BackupTest : public QObject
     Q_OBJECT
 private slots:
     void backupMakesACompleteCopy();
-    void backupNeverTouchesTheLiveFile_data();
-    void backupNeverTouchesTheLiveFile();
-    void backupOverAnExistingFile();
-    void restoreNameRules_data();
-    void restoreNameRules();
+    void backupRefusals_data();
+    void backupRefusals();
     void restoreBringsBackTheData();
-    void restoreRefusesWhatIsNotOurs_data();
-    void restoreRefusesWhatIsNotOurs();
+    void restoreRefusals_data();
+    void restoreRefusals();
 };
 
 void BackupTest::backupMakesACompleteCopy()
@@ -79,94 +76,62 @@ void BackupTest::backupMakesACompleteCopy()
     Recordset rs;
     rs.open(QStringLiteral("Customers"), QStringLiteral("Data Source='%1';").arg(target), Recordset::adLockReadOnly);
     QCOMPARE(rs.field(QStringLiteral("CustID")).toText(), QStringLiteral("CUS1"));
-    // Cancel in the dialog ends the command without a word.
-    BackupDone = 0;
-    ui.expectSave(std::nullopt);
+    // Over an existing file, on Yes.
+    ui.expectSave(target);
+    ui.expectBox(QStringLiteral("Overwite File"), QStringLiteral("Do u wish to overwrite this file?"), vbYes,
+                 vbYesNo + vbExclamation);
+    ui.expectBox(QStringLiteral("Successful"), SaveOk);
     w.MnuSave_Click();
-    QCOMPARE(BackupDone, qint16(0));
+    QCOMPARE(QDir(ui.file(QStringLiteral("usb"))).entryList(QDir::Files), QStringList{"Data.mdb"});
     VERIFY_UI(ui);
 }
 
-void BackupTest::backupNeverTouchesTheLiveFile_data()
+void BackupTest::backupRefusals_data()
 {
-    QTest::addColumn<QString>("target");
-    QTest::newRow("the exact name") << "Data.mdb";
-    QTest::newRow("the live file's own name") << "data.mdb";
-    QTest::newRow("another path form") << "./sub/../data.mdb";
-    QTest::newRow("a link to it") << "link.mdb";
+    QTest::addColumn<QString>("target"); // empty: the dialog is cancelled
+    QTest::addColumn<QString>("title");  // of the one box shown, if any
+    QTest::addColumn<QString>("text");
+    const QString again = QStringLiteral("Please Try Again");
+    const QString original = QStringLiteral("Cannot overwrite original database");
+    QTest::newRow("the exact name") << "Data.mdb" << again << original;
+    QTest::newRow("the live file's own name") << "data.mdb" << again << original;
+    QTest::newRow("another path form") << "./sub/../data.mdb" << again << original;
+    QTest::newRow("a link to it") << "link.mdb" << again << original;
+    QTest::newRow("an existing file kept") << "old.mdb"
+                                           << "Overwite File"
+                                           << "Do u wish to overwrite this file?";
+    QTest::newRow("a folder that is not there") << "gone/Data.mdb" << QString() << QString();
+    QTest::newRow("cancelled") << QString() << QString() << QString();
 }
 
-void BackupTest::backupNeverTouchesTheLiveFile()
+// Nothing is copied, the live file and any file in the way are left as they were, and
+// only the named refusals say a word.
+void BackupTest::backupRefusals()
 {
     QFETCH(QString, target);
+    QFETCH(QString, title);
+    QFETCH(QString, text);
     TestUi ui;
     frmMain w;
     w.MDIForm_Load();
     addCustomer(QStringLiteral("CUS1"));
     QDir(ui.dir()).mkdir(QStringLiteral("sub"));
     QFile::link(ui.file(QStringLiteral("data.mdb")), ui.file(QStringLiteral("link.mdb")));
+    {
+        QFile old(ui.file(QStringLiteral("old.mdb")));
+        old.open(QIODevice::WriteOnly);
+        old.write("previous backup");
+    }
     const QByteArray before = fileBytes(ui.file(QStringLiteral("data.mdb")));
-    ui.expectSave(ui.dir() + '/' + target);
-    ui.expectBox(QStringLiteral("Please Try Again"), QStringLiteral("Cannot overwrite original database"), vbOK,
-                 vbExclamation);
+    ui.expectSave(target.isEmpty() ? std::nullopt : std::optional<QString>(ui.dir() + '/' + target));
+    if (!title.isEmpty())
+        ui.expectBox(title, text, title == QLatin1String("Overwite File") ? vbNo : vbOK, -1);
     w.MnuSave_Click();
     QCOMPARE(fileBytes(ui.file(QStringLiteral("data.mdb"))), before);
+    QCOMPARE(fileBytes(ui.file(QStringLiteral("old.mdb"))), QByteArray("previous backup"));
+    QCOMPARE(QDir(ui.dir()).entryList(QDir::Files), (QStringList{"data.mdb", "link.mdb", "old.mdb"}));
     QCOMPARE(customers(), QStringList{"CUS1"});
     QCOMPARE(BackupDone, qint16(0));
-    VERIFY_UI(ui);
-}
-
-void BackupTest::backupOverAnExistingFile()
-{
-    TestUi ui;
-    frmMain w;
-    w.MDIForm_Load();
-    const QString target = ui.file(QStringLiteral("old backup.mdb"));
-    {
-        QFile f(target);
-        f.open(QIODevice::WriteOnly);
-        f.write("previous backup");
-    }
-    ui.expectSave(target);
-    ui.expectBox(QStringLiteral("Overwite File"), QStringLiteral("Do u wish to overwrite this file?"), vbNo,
-                 vbYesNo + vbExclamation);
-    w.MnuSave_Click();
-    QCOMPARE(fileBytes(target), QByteArray("previous backup"));
-    QCOMPARE(BackupDone, qint16(0));
-
-    ui.expectSave(target);
-    ui.expectBox(QStringLiteral("Overwite File"), QStringLiteral("Do u wish to overwrite this file?"), vbYes);
-    ui.expectBox(QStringLiteral("Successful"), SaveOk);
-    w.MnuSave_Click();
-    QVERIFY(fileBytes(target).startsWith("SQLite format 3"));
-    QCOMPARE(QDir(ui.dir()).entryList(QDir::Files), (QStringList{"data.mdb", "old backup.mdb"}));
-    VERIFY_UI(ui);
-}
-
-void BackupTest::restoreNameRules_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("another name") << "backup.mdb";
-    QTest::newRow("lower case") << "data.mdb";
-    QTest::newRow("upper case") << "DATA.MDB";
-    QTest::newRow("missing file") << "missing/Data.mdb";
-}
-
-void BackupTest::restoreNameRules()
-{
-    QFETCH(QString, name);
-    TestUi ui;
-    frmMain w;
-    w.MDIForm_Load();
-    QDir(ui.dir()).mkdir(QStringLiteral("usb"));
-    const QString source = ui.file(QStringLiteral("usb/") + name);
-    if (!name.startsWith(QLatin1String("missing")))
-        QFile::copy(ui.file(QStringLiteral("data.mdb")), source);
-    ui.expectOpen(source);
-    ui.expectBox(QStringLiteral("Please Try Again"), QStringLiteral("Database must be called Data.mdb"), vbOK,
-                 vbExclamation);
-    w.findChild<QAction*>(QStringLiteral("mnurestore"))->trigger();
-    QCOMPARE(ui.dialogs.last().fileName, QString());
     VERIFY_UI(ui);
 }
 
@@ -201,31 +166,46 @@ void BackupTest::restoreBringsBackTheData()
     QCOMPARE(settings.BusinessName.trimmed(), QStringLiteral("In memory"));
     addCustomer(QStringLiteral("AFTER"));
     QCOMPARE(customers(), (QStringList{"KEPT", "AFTER"}));
-    // Cancel in the dialog: silence.
-    ui.expectOpen(std::nullopt);
-    w.mnurestore_Click();
     VERIFY_UI(ui);
 }
 
-void BackupTest::restoreRefusesWhatIsNotOurs_data()
+void BackupTest::restoreRefusals_data()
 {
-    QTest::addColumn<QString>("kind");
-    QTest::newRow("not a database") << "text";
-    QTest::newRow("cut short") << "truncated";
-    QTest::newRow("another program's database") << "foreign";
-    QTest::newRow("the live file itself") << "live";
+    QTest::addColumn<QString>("name"); // in the folder usb; empty: the dialog is cancelled
+    QTest::addColumn<QString>("kind"); // what lies there
+    const QString copy = QStringLiteral("a copy");
+    // Refused by name, before the question.
+    QTest::newRow("another name") << "backup.mdb" << copy;
+    QTest::newRow("lower case") << "data.mdb" << copy;
+    QTest::newRow("upper case") << "DATA.MDB" << copy;
+    QTest::newRow("missing file") << "Data.mdb"
+                                  << "nothing";
+    // Asked, then refused in silence.
+    QTest::newRow("not a database") << "Data.mdb"
+                                    << "text";
+    QTest::newRow("cut short") << "Data.mdb"
+                               << "truncated";
+    QTest::newRow("another program's database") << "Data.mdb"
+                                                << "foreign";
+    QTest::newRow("the live file itself") << "Data.mdb"
+                                          << "live";
+    QTest::newRow("cancelled") << QString() << QString();
 }
 
-void BackupTest::restoreRefusesWhatIsNotOurs()
+// The live file stays as it was, whatever the source.
+void BackupTest::restoreRefusals()
 {
+    QFETCH(QString, name);
     QFETCH(QString, kind);
     TestUi ui;
     frmMain w;
     w.MDIForm_Load();
     addCustomer(QStringLiteral("CUS1"));
     QDir(ui.dir()).mkdir(QStringLiteral("usb"));
-    const QString source = ui.file(QStringLiteral("usb/Data.mdb"));
-    if (kind == QLatin1String("text")) {
+    const QString source = ui.file(QStringLiteral("usb/") + name);
+    if (kind == QLatin1String("a copy")) {
+        QFile::copy(ui.file(QStringLiteral("data.mdb")), source);
+    } else if (kind == QLatin1String("text")) {
         QFile f(source);
         f.open(QIODevice::WriteOnly);
         f.write("just some notes\n");
@@ -237,15 +217,20 @@ void BackupTest::restoreRefusesWhatIsNotOurs()
         f.resize(f.size() / 2);
     } else if (kind == QLatin1String("foreign")) {
         Database::create(source)->exec(QStringLiteral("CREATE TABLE Customers (x); CREATE TABLE Notes (y)"));
-    } else {
+    } else if (kind == QLatin1String("live")) {
         QFile::link(ui.file(QStringLiteral("data.mdb")), source);
     }
     Database::closeAll();
     PlainConnection.open(ConnectionString);
     const QByteArray before = fileBytes(ui.file(QStringLiteral("data.mdb")));
-    ui.expectOpen(source);
-    ui.expectBox(QStringLiteral("Confirm"), RestoreQuestion, vbYes);
-    w.mnurestore_Click();
+    ui.expectOpen(name.isEmpty() ? std::nullopt : std::optional<QString>(source));
+    if (kind == QLatin1String("a copy") || kind == QLatin1String("nothing"))
+        ui.expectBox(QStringLiteral("Please Try Again"), QStringLiteral("Database must be called Data.mdb"), vbOK,
+                     vbExclamation);
+    else if (!name.isEmpty())
+        ui.expectBox(QStringLiteral("Confirm"), RestoreQuestion, vbYes);
+    w.findChild<QAction*>(QStringLiteral("mnurestore"))->trigger();
+    QCOMPARE(ui.dialogs.last().fileName, QString());
     QCOMPARE(fileBytes(ui.file(QStringLiteral("data.mdb"))), before);
     QCOMPARE(customers().first(), QStringLiteral("CUS1"));
     VERIFY_UI(ui);

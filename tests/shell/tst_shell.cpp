@@ -4,12 +4,14 @@
 
 #include "platform/Activation.h"
 #include "shell/Globals.h"
+#include "shell/SettingsTable.h"
 #include "shell/frmMain.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
 #include "store/Recordset.h"
+#include "store/Schema.h"
 
 #include <QAction>
 #include <QDir>
@@ -68,6 +70,7 @@ private slots:
     void secondStartChangesNothing();
     void emptySystemTableIsAFirstRun();
     void settingsLoadWithTheirWidthsAndConversions();
+    void settingsTableMatchesTheRow();
     void badSettingsEndTheProgram_data();
     void badSettingsEndTheProgram();
     void foreignFileIsLeftUntouched_data();
@@ -204,6 +207,30 @@ void ShellTest::settingsLoadWithTheirWidthsAndConversions()
     platform::activate(&w);
     QCOMPARE(FrontCount, 2);
     VERIFY_UI(ui);
+}
+
+// Every column the settings table names is in the row, once, and no fixed field is wider
+// than its column; a copy into the record cuts to the field's width.
+void ShellTest::settingsTableMatchesTheRow()
+{
+    const TableDef* system = schemaTable(QStringLiteral("System"));
+    QSet<QString> seen;
+    for (const SettingsColumn& c : settingsColumns()) {
+        const ColumnDef* column = system->column(QLatin1String(c.column));
+        QVERIFY2(column, c.column);
+        QVERIFY2(!seen.contains(QString::fromLatin1(c.column).toLower()), c.column);
+        seen.insert(QString::fromLatin1(c.column).toLower());
+        if (c.width > 0)
+            QVERIFY2(column->size >= c.width, c.column);
+    }
+    QCOMPARE(seen.size(), 54);
+    resetGlobals();
+    copySettings({{"text2name", QString(35, 'n')}, {"TAXAMOUNT", 17.5}, {"present", 1}, {"Currency", "abc"}});
+    QCOMPARE(settings.text2Name.text(), QString(30, 'n'));
+    QCOMPARE(settings.TaxAmount, 17.5);
+    QCOMPARE(settings.Present, qint16(1));
+    QCOMPARE(settings.Currency.text(), QStringLiteral("a"));
+    resetGlobals();
 }
 
 void ShellTest::badSettingsEndTheProgram_data()

@@ -2,11 +2,15 @@
 
 #include "TestUi.h"
 
+#include "customers/frmCustomer.h"
+#include "items/frm_Parts.h"
+#include "shell/frmMain.h"
 #include "store/Functions.h"
 #include "store/ListRules.h"
 
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -28,6 +32,8 @@ private slots:
     void amountsAndDatesSortAsText();
     void rowsJoinTheirPlace();
     void searchPasses();
+    void searchBoxOnTab_data();
+    void searchBoxOnTab();
 };
 
 void ListRulesTest::amountsAndDatesSortAsText()
@@ -107,6 +113,51 @@ void ListRulesTest::searchPasses()
     QCOMPARE(find(QString()), QStringLiteral("P1")); // an empty text is in every row
     QCOMPARE(find(QString()), QStringLiteral("P2"));
     QCOMPARE(found.text(), QString());
+}
+
+void ListRulesTest::searchBoxOnTab_data()
+{
+    QTest::addColumn<bool>("items");
+    QTest::addColumn<QString>("box");
+    QTest::addColumn<QString>("selected");
+    QTest::newRow("customer list selects its text") << false << "Search_txt"
+                                                    << "bolt";
+    QTest::newRow("item list does not") << true << "search_txt"
+                                        << "";
+}
+
+// Tabbing into the search box, as a user leaves the list for it; the item list also
+// shows its prices by their last digit.
+void ListRulesTest::searchBoxOnTab()
+{
+    QFETCH(bool, items);
+    QFETCH(QString, box);
+    QFETCH(QString, selected);
+    TestUi ui;
+    auto main = startProgram(ui, {});
+    addRow(QStringLiteral("Parts"), {{"ID", QStringLiteral("P1")},
+                                     {"ShortDesc", QStringLiteral("bolt")},
+                                     {"Desc", QStringLiteral("steel")},
+                                     {"Price", 9.5}});
+    std::unique_ptr<QDialog> w;
+    if (items)
+        w = std::make_unique<frm_Parts>();
+    else
+        w = std::make_unique<frmCustomer>();
+    showUp(*w);
+    auto* search = child<QLineEdit>(*w, box);
+    search->setText(QStringLiteral("bolt"));
+    child<QWidget>(*w, QStringLiteral("search_cmd"))->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+    QCOMPARE(QApplication::focusWidget(), search);
+    QCoreApplication::processEvents();
+    QCOMPARE(search->selectedText(), selected);
+    if (items) {
+        QTreeWidgetItem* row = child<QTreeWidget>(*w, QStringLiteral("Parts_lst"))->topLevelItem(0);
+        QCOMPARE(row->data(3, Qt::TextAlignmentRole).toInt() & Qt::AlignHorizontal_Mask, int(Qt::AlignRight));
+        QVERIFY(!(row->data(2, Qt::TextAlignmentRole).toInt() & Qt::AlignRight));
+    }
+    VERIFY_UI(ui);
 }
 
 VELK_TEST(ListRulesTest)

@@ -18,6 +18,12 @@
 
 using namespace platform;
 
+namespace
+{
+int expectedEnds = 0;
+QString unexpectedEnd;
+} // namespace
+
 TestUi::TestUi()
 {
     resetGlobals();
@@ -71,11 +77,20 @@ TestUi::TestUi()
         modals_.pop_front();
         return handler(d);
     };
-    h.endProgram = [](int code) { throw ProgramEnded{code}; };
+    h.endProgram = [this](int code) {
+        if (expectedEnds == 0) {
+            unexpectedEnd = QString::fromLatin1(QTest::currentTestFunction());
+            QString box = shownBoxes.isEmpty() ? QStringLiteral("no box") : shownBoxes.last();
+            box.replace(QRegularExpression(QStringLiteral("\\s*[\\r\\n]+\\s*")), QStringLiteral(" / "));
+            QTest::qFail(qPrintable(QStringLiteral("the program ended: ") + box), __FILE__, __LINE__);
+        }
+        throw ProgramEnded{code};
+    };
     h.showReport = [this](report::Report& r) {
         const report::Layout layout(r, paper);
         const QString pdf = dir_.filePath(QStringLiteral("%1-%2.pdf").arg(r.name).arg(reports.size() + 1));
-        layout.writePdf(pdf);
+        if (!layout.writePdf(pdf))
+            problems_ << QStringLiteral("report %1 could not be written").arg(r.name);
         reports.push_back({r.name, pdf, int(layout.pages().size()), layout.orientation() == QPageLayout::Landscape});
     };
 }
@@ -127,12 +142,21 @@ void TestUi::clearProblems()
 
 bool endsProgram(const std::function<void()>& code)
 {
+    struct Expecting {
+        Expecting() { ++expectedEnds; }
+        ~Expecting() { --expectedEnds; }
+    } expecting;
     try {
         code();
     } catch (const ProgramEnded&) {
         return true;
     }
     return false;
+}
+
+QString takeUnexpectedEnd()
+{
+    return std::exchange(unexpectedEnd, QString());
 }
 
 std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& settingsRow)
@@ -179,6 +203,14 @@ QStringList columnValues(const QString& table, const QString& column)
     for (; !rs.eof(); rs.moveNext())
         values << Null_to_text(rs.field(column));
     return values;
+}
+
+void showUp(QWidget& window)
+{
+    window.show();
+    QApplication::setActiveWindow(&window);
+    if (!QTest::qWaitForWindowActive(&window))
+        qFatal("window %s never came to the front", qPrintable(window.objectName()));
 }
 
 QByteArray fileBytes(const QString& path)

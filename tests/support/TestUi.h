@@ -84,6 +84,8 @@ QStringList columnValues(const QString& table, const QString& column);
 QByteArray fileBytes(const QString& path);
 // The rows of a list, each as its cells joined by the separator.
 QStringList listRows(QTreeWidget* list, const QString& separator = QStringLiteral(" | "));
+// Puts a window on screen and in front, so that focus and shortcuts are those a user meets.
+void showUp(QWidget& window);
 // A control of a window by its name; a missing one ends the test run at once.
 template <class T> T* child(QWidget& window, const QString& name)
 {
@@ -101,8 +103,11 @@ struct PdfInfo {
 };
 PdfInfo pdfInfo(const QString& path);
 
-// Runs the code and tells whether it ended the program.
+// Runs the code and tells whether it ended the program. An end anywhere else fails the
+// test that met it, with the text of the program's last box.
 bool endsProgram(const std::function<void()>& code);
+// The test function that the program ended in unexpectedly, if any; cleared when read.
+QString takeUnexpectedEnd();
 
 #define VERIFY_UI(ui) QVERIFY2((ui).problems().isEmpty(), qPrintable((ui).problems()))
 
@@ -111,14 +116,3 @@ bool endsProgram(const std::function<void()>& code);
 void registerTest(const char* name, std::function<QObject*()> make);
 #define VELK_TEST(TestClass)                                                                                           \
     static const bool registered##TestClass = (registerTest(#TestClass, [] { return new TestClass; }), true);
-
-// The test main of a program of one class: C locale so that figures are stable.
-#define VELK_TEST_MAIN(TestClass)                                                                                      \
-    int main(int argc, char** argv)                                                                                    \
-    {                                                                                                                  \
-        qputenv("QT_QPA_PLATFORM", "offscreen");                                                                       \
-        QLocale::setDefault(QLocale::c());                                                                             \
-        QApplication app(argc, argv);                                                                                  \
-        TestClass test;                                                                                                \
-        return QTest::qExec(&test, argc, argv);                                                                        \
-    }

@@ -1,0 +1,19 @@
+#pragma once
+// Where a window stands and how big it is: sized once, so that every text box shows as
+// many characters as it takes and nothing grows when hidden controls appear, then
+// centred on the screen.
+
+class QLineEdit;
+class QWidget;
+
+namespace platform
+{
+
+// Widens each text box of the window to its limit, sizes the window to hold all of its
+// controls and centres it on the screen. Run once, at the end of building the window.
+void centreWindow(QWidget* window);
+
+// The width a one-line box needs to show a text of its limit.
+int fullLimitWidth(const QLineEdit* box);
+
+} // namespace platform
