@@ -2,12 +2,15 @@
 
 #include "customers/frmAddCust.h"
 #include "customers/frmCustomer.h"
+#include "help/Help_frm.h"
+#include "help/frmBrowser.h"
 #include "items/frm_Parts.h"
 #include "options/frmOptions.h"
 #include "options/frm_setup.h"
 #include "platform/Activation.h"
 #include "platform/Platform.h"
 #include "safety/BackupRestore.h"
+#include "safety/Import.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Database.h"
@@ -84,9 +87,16 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
         frmOptions window(this);
         showModal(window);
     });
-    action(tools, "mnuWeb", QStringLiteral("&Web"));
-    // Off by design: the import reads one fixed file and is not for everyday use.
-    action(tools, "mnuImport", QStringLiteral("Import"))->setEnabled(false);
+    connect(action(tools, "mnuWeb", QStringLiteral("&Web")), &QAction::triggered, this, [this] {
+        frmBrowser window(this);
+        showModal(window);
+    });
+    // The import is a one-shot migration aid that ends the program when its file is
+    // missing, so it is offered only while Invoices1.csv stands beside the program.
+    QAction* import = action(tools, "mnuImport", QStringLiteral("Import"));
+    connect(import, &QAction::triggered, this, [] { safety::mnuImport(); });
+    connect(tools, &QMenu::aboutToShow, this,
+            [import] { import->setEnabled(QFileInfo(programFile(QStringLiteral("Invoices1.csv"))).isFile()); });
 
     auto* bar = new QToolBar(QStringLiteral("Toolbar1"), this);
     bar->setObjectName(QStringLiteral("Toolbar1"));
@@ -322,7 +332,7 @@ void frmMain::Toolbar1_ButtonClick(int index)
         }
         case 13:
             Busy_off();
-            HelpTopic = QStringLiteral("help.htm");
+            Show_help(this, QStringLiteral("help.htm"));
             break;
         case 15:
             Busy_off();
