@@ -69,39 +69,36 @@ void Import_file()
     invoiced.open(QStringLiteral("invoiced"), ConnectionString, Recordset::adLockPessimistic);
     customers.open(QStringLiteral("customers"), ConnectionString, Recordset::adLockPessimistic);
     const CommitAtEnd transaction(Database::open(dataSourceOf(ConnectionString)));
+
+    // Where each field of a line goes, in the order the columns are assigned; every
+    // value goes as text, for the store to convert.
+    struct Column {
+        const char* name;
+        int field;
+    };
+    static const Column customer[] = {
+        {"CustID", 1},       {"Date", 2},         {"FirstName", 4},    {"LastName", 5},    {"Phone", 6},
+        {"Address", 7},      {"Address2", 8},     {"City", 9},         {"Postcode", 10},   {"DelAddress1", 17},
+        {"DelAddress2", 18}, {"DelAddress3", 19}, {"DelAddress4", 20}, {"DelAddress5", 21}};
+    // Paid in full: what was owed was settled before it came here.
+    static const Column invoice[] = {{"CustNo", 1},    {"Date", 2},   {"InvNo", 3},
+                                     {"Subtotal", 11}, {"Total", 11}, {"Paid", 11}};
+    auto set = [](Recordset& rs, const char* column, const Value& value) { rs.setField(QLatin1String(column), value); };
     const QString empty;
 
     for (const QString& line : lines) {
         auto field = [&](int n) { return Value(Csv_field(line, n)); };
-        auto set = [](Recordset& rs, const char* column, const Value& value) {
-            rs.setField(QLatin1String(column), value);
-        };
 
         customers.addNew();
-        set(customers, "CustID", field(1));
-        set(customers, "Date", field(2));
-        set(customers, "FirstName", field(4));
-        set(customers, "LastName", field(5));
-        set(customers, "Phone", field(6));
-        set(customers, "Address", field(7));
-        set(customers, "Address2", field(8));
-        set(customers, "City", field(9));
-        set(customers, "Postcode", field(10));
-        const char* delivery[] = {"DelAddress1", "DelAddress2", "DelAddress3", "DelAddress4", "DelAddress5"};
-        for (int i = 0; i < 5; ++i)
-            set(customers, delivery[i], field(17 + i));
+        for (const Column& c : customer)
+            set(customers, c.name, field(c.field));
         set(customers, "address4", empty);
         set(customers, "notes", empty);
         customers.update();
 
-        // Paid in full: what was owed is settled before it comes here.
         invoices.addNew();
-        set(invoices, "CustNo", field(1));
-        set(invoices, "Date", field(2));
-        set(invoices, "InvNo", field(3));
-        set(invoices, "Subtotal", field(11));
-        set(invoices, "Total", field(11));
-        set(invoices, "Paid", field(11));
+        for (const Column& c : invoice)
+            set(invoices, c.name, field(c.field));
         set(invoices, "Vat", 0);
         set(invoices, "Discount", 0);
         set(invoices, "Balance", 0);
