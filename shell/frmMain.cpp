@@ -94,9 +94,12 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
     // The import is a one-shot migration aid that ends the program when its file is
     // missing, so it is offered only while Invoices1.csv stands beside the program.
     QAction* import = action(tools, "mnuImport", QStringLiteral("Import"));
+    auto offerImport = [import] {
+        import->setEnabled(QFileInfo(programFile(QStringLiteral("Invoices1.csv"))).isFile());
+    };
+    offerImport();
+    connect(tools, &QMenu::aboutToShow, this, offerImport);
     connect(import, &QAction::triggered, this, [] { safety::mnuImport(); });
-    connect(tools, &QMenu::aboutToShow, this,
-            [import] { import->setEnabled(QFileInfo(programFile(QStringLiteral("Invoices1.csv"))).isFile()); });
 
     auto* bar = new QToolBar(QStringLiteral("Toolbar1"), this);
     bar->setObjectName(QStringLiteral("Toolbar1"));
