@@ -2,6 +2,7 @@
 
 #include "customers/CustomerRows.h"
 #include "customers/frmAddCust.h"
+#include "help/Help_frm.h"
 #include "platform/Activation.h"
 #include "platform/Platform.h"
 #include "platform/Window.h"
@@ -158,7 +159,7 @@ void frmCustomer::Toolbar1_ButtonClick(int place)
             OpenRow();
             break;
         case 8:
-            HelpTopic = QStringLiteral("customers.htm"); // the help window shows it once it exists
+            Show_help(this, QStringLiteral("customers.htm"));
             break;
         default:
             break;

@@ -1,5 +1,6 @@
 #include "items/frm_Parts.h"
 
+#include "help/Help_frm.h"
 #include "items/frm_AddPart.h"
 #include "platform/Activation.h"
 #include "platform/Platform.h"
@@ -134,7 +135,7 @@ void frm_Parts::Toolbar1_ButtonClick(int place)
         OpenItem();
         break;
     case 8:
-        HelpTopic = QStringLiteral("Items.htm"); // the help window shows it once it exists
+        Show_help(this, QStringLiteral("Items.htm"));
         break;
     default:
         break;

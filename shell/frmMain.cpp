@@ -4,6 +4,8 @@
 #include "customers/frmCustomer.h"
 #include "customers/frmsearchCust.h"
 #include "debtors/frmDebtor.h"
+#include "help/Help_frm.h"
+#include "help/frmBrowser.h"
 #include "items/frm_Parts.h"
 #include "options/frmOptions.h"
 #include "options/frm_setup.h"
@@ -13,6 +15,7 @@
 #include "reports/FrmExport.h"
 #include "reports/frmReports.h"
 #include "safety/BackupRestore.h"
+#include "safety/Import.h"
 #include "shell/Globals.h"
 #include "shell/SettingsTable.h"
 #include "store/Connection.h"
@@ -90,9 +93,19 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
         frmOptions window(this);
         showModal(window);
     });
-    action(tools, "mnuWeb", QStringLiteral("&Web"));
-    // Off by design: the import reads one fixed file and is not for everyday use.
-    action(tools, "mnuImport", QStringLiteral("Import"))->setEnabled(false);
+    connect(action(tools, "mnuWeb", QStringLiteral("&Web")), &QAction::triggered, this, [this] {
+        frmBrowser window(this);
+        showModal(window);
+    });
+    // The import is a one-shot migration aid that ends the program when its file is
+    // missing, so it is offered only while Invoices1.csv stands beside the program.
+    QAction* import = action(tools, "mnuImport", QStringLiteral("Import"));
+    auto offerImport = [import] {
+        import->setEnabled(QFileInfo(programFile(QStringLiteral("Invoices1.csv"))).isFile());
+    };
+    offerImport();
+    connect(tools, &QMenu::aboutToShow, this, offerImport);
+    connect(import, &QAction::triggered, this, [] { safety::mnuImport(); });
 
     auto* bar = new QToolBar(QStringLiteral("Toolbar1"), this);
     bar->setObjectName(QStringLiteral("Toolbar1"));
@@ -283,7 +296,7 @@ void frmMain::Toolbar1_ButtonClick(int index)
         }
         case 13:
             Busy_off();
-            HelpTopic = QStringLiteral("help.htm");
+            Show_help(this, QStringLiteral("help.htm"));
             break;
         case 15:
             Busy_off();

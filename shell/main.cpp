@@ -31,6 +31,8 @@ public:
 
 int main(int argc, char** argv)
 {
+    // The help and web windows' engine shares its drawing contexts; it asks for this first.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     Application app(argc, argv);
     app.setApplicationName(QStringLiteral("Velk Invoice"));
     // Every window takes this icon; the desktop file name ties the windows to the menu entry.

@@ -331,6 +331,7 @@ void ShellTest::toolbarCommands()
     ui.onModal(QStringLiteral("frm_Parts"), [](QDialog&) { return 0; });
     button(11)->trigger();
     QCOMPARE(FrontCount, 4); // at the start, and again after each of the three windows
+    ui.onModal(QStringLiteral("Help_frm"), [](QDialog&) { return 0; });
     button(13)->trigger();
     QCOMPARE(HelpTopic.trimmed(), QStringLiteral("help.htm"));
     ui.onModal(QStringLiteral("frmReports"), [](QDialog&) { return 0; });

@@ -33,6 +33,7 @@ TestUi::TestUi()
     Database::closeAll();
     Hooks& h = hooks();
     h.programDir = [this] { return dir_.path(); };
+    h.shippedFile = [this](const QString& name) { return dir_.filePath(name); };
     h.now = [this] { return clock; };
     h.msgBox = [this](const QString& text, int style, const QString& title) {
         shownBoxes << title + QStringLiteral(": ") + text;
