@@ -1,5 +1,6 @@
 #include "debtors/frmDebtor.h"
 
+#include "help/Help_frm.h"
 #include "invoices/frmAddInv.h"
 #include "platform/Activation.h"
 #include "platform/MemoBox.h"
@@ -378,7 +379,7 @@ void frmDebtor::Toolbar1_ButtonClick(int place)
             DisableList();
             break;
         case 5:
-            HelpTopic = QStringLiteral("debtors.htm"); // the help window shows it once it exists
+            Show_help(this, QStringLiteral("debtors.htm"));
             break;
         default:
             break;

@@ -311,6 +311,7 @@ void DebtorsTest::viewOpensTheInvoiceAndReloads()
             return 0;
         });
         emit list(w)->itemDoubleClicked(list(w)->topLevelItem(0), 0);
+        ui.onModal(QStringLiteral("Help_frm"), [](QDialog&) { return 0; });
         trigger(w, 5);
         [&] { QCOMPARE(HelpTopic.trimmed(), QStringLiteral("debtors.htm")); }();
         click(w, QStringLiteral("Command1"));
