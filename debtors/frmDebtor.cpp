@@ -75,26 +75,6 @@ QString addressBlock(const Recordset& customer)
     return text;
 }
 
-// Holds the writes of a routine in one transaction: hundreds of rows would otherwise
-// each wait for the disk. What was written stands, also when a failure cuts it short.
-class Batch
-{
-public:
-    Batch() : db_(Database::open(dataSourceOf(ConnectionString))) { db_->exec(QStringLiteral("BEGIN")); }
-    ~Batch()
-    {
-        try {
-            db_->exec(QStringLiteral("COMMIT"));
-        } catch (const VbError&) {
-        }
-    }
-    Batch(const Batch&) = delete;
-    Batch& operator=(const Batch&) = delete;
-
-private:
-    std::shared_ptr<Database> db_;
-};
-
 // The letter layout with the logo of the settings. An empty path means no logo; a
 // path that gives no picture is a failure.
 std::unique_ptr<report::Report> Letter_rpt()
@@ -475,7 +455,7 @@ void frmDebtor::Build_table()
         invoices.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockReadOnly);
         invoices.setIndex(QStringLiteral("INVNO"));
         letterCount = 0;
-        const Batch batch;
+        const WriteBatch batch(Database::open(dataSourceOf(ConnectionString)));
         if (letters.recordCount() > 0) {
             for (letters.moveFirst(); !letters.eof(); letters.moveNext())
                 letters.deleteRecord();
@@ -541,7 +521,7 @@ void frmDebtor::Update_reminders()
         Recordset invoices;
         invoices.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockPessimistic);
         invoices.setIndex(QStringLiteral("INVNO"));
-        const Batch batch;
+        const WriteBatch batch(Database::open(dataSourceOf(ConnectionString)));
         for (QTreeWidgetItem* row : tickedRows()) {
             invoices.seek(row->text(ColInvNo));
             if (invoices.eof())

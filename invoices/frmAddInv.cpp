@@ -96,40 +96,6 @@ QString amountText(double value)
     return Format_amount(value, 7, 2);
 }
 
-// A save is one transaction, so that a power cut leaves the invoice as it was or wholly
-// saved, with one sync instead of one per row. A failure part-way still keeps what was
-// written, as when each write was committed by itself.
-class SaveTransaction
-{
-public:
-    SaveTransaction() : db_(Database::open(dataSourceOf(ConnectionString)))
-    {
-        db_->exec(QStringLiteral("BEGIN IMMEDIATE"));
-    }
-    ~SaveTransaction()
-    {
-        if (open_) {
-            try {
-                db_->exec(QStringLiteral("COMMIT"));
-            } catch (const VbError&) {
-                try {
-                    db_->exec(QStringLiteral("ROLLBACK"));
-                } catch (const VbError&) {
-                }
-            }
-        }
-    }
-    void commit()
-    {
-        db_->exec(QStringLiteral("COMMIT"));
-        open_ = false;
-    }
-
-private:
-    std::shared_ptr<Database> db_;
-    bool open_ = true;
-};
-
 } // namespace
 
 frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
@@ -819,7 +785,8 @@ void frmAddInv::Save_invoice()
 {
     InvoiceSaved = 1;
     const QString number = Inv_lbl->text().trimmed();
-    SaveTransaction transaction;
+    // One transaction: a power cut leaves the invoice as it was or wholly saved.
+    WriteBatch transaction(Database::open(dataSourceOf(ConnectionString)));
     Recordset invoices, lines;
     invoices.open(QStringLiteral("Invoices"), ConnectionString, Recordset::adLockPessimistic);
     invoices.setIndex(QStringLiteral("INVNO"));

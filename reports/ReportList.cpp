@@ -140,18 +140,7 @@ void Age_invoices(int (*rule)(int days))
         ShapeRecordset::open(QStringLiteral("SELECT rowid, DATE, BALANCE FROM invoices WHERE Balance > 0"), db);
     // One transaction, committed even when a row fails, so that each update stands as
     // if made alone; it spares a disk flush per invoice.
-    db->exec(QStringLiteral("BEGIN"));
-    struct Commit {
-        Database& db;
-        ~Commit()
-        {
-            db.touched();
-            try {
-                db.exec(QStringLiteral("COMMIT"));
-            } catch (const VbError&) {
-            }
-        }
-    } commit{*db};
+    const WriteBatch batch(db);
     sqlite3_stmt* st =
         db->prepare(QStringLiteral("UPDATE invoices SET BALANCE1 = ?1, BALANCE2 = ?2, BALANCE3 = ?3 WHERE rowid = ?4"));
     const double today = Value(platform::today()).toDouble();

@@ -34,28 +34,6 @@ QStringList fileLines(const QString& text)
     return lines;
 }
 
-// The rows of the whole file go in as one transaction, committed however the loop
-// ends: the data file is synced once instead of once per row, and what was stored
-// before a failure is kept, as the import has always kept it.
-class CommitAtEnd
-{
-public:
-    explicit CommitAtEnd(std::shared_ptr<Database> db) : db_(std::move(db)) { db_->exec(QStringLiteral("BEGIN")); }
-    ~CommitAtEnd()
-    {
-        try {
-            db_->exec(QStringLiteral("COMMIT"));
-        } catch (const VbError&) {
-            // A failed write that ended the transaction already: nothing left to commit.
-        }
-    }
-    CommitAtEnd(const CommitAtEnd&) = delete;
-    CommitAtEnd& operator=(const CommitAtEnd&) = delete;
-
-private:
-    std::shared_ptr<Database> db_;
-};
-
 void Import_file()
 {
     QFile file(platform::programFile(QStringLiteral("Invoices1.csv")));
@@ -68,7 +46,8 @@ void Import_file()
     invoices.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockPessimistic);
     invoiced.open(QStringLiteral("invoiced"), ConnectionString, Recordset::adLockPessimistic);
     customers.open(QStringLiteral("customers"), ConnectionString, Recordset::adLockPessimistic);
-    const CommitAtEnd transaction(Database::open(dataSourceOf(ConnectionString)));
+    // The whole file in one transaction; what was stored before a failure is kept.
+    const WriteBatch transaction(Database::open(dataSourceOf(ConnectionString)));
 
     // Where each field of a line goes, in the order the columns are assigned; every
     // value goes as text, for the store to convert.

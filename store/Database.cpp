@@ -283,3 +283,31 @@ StatementScope::~StatementScope()
 {
     sqlite3_reset(st_);
 }
+
+WriteBatch::WriteBatch(std::shared_ptr<Database> db) : db_(std::move(db))
+{
+    db_->exec(QStringLiteral("BEGIN IMMEDIATE"));
+}
+
+WriteBatch::~WriteBatch()
+{
+    if (!open_)
+        return;
+    db_->touched(); // writes made through prepared statements leave recordsets' rows stale
+    try {
+        db_->exec(QStringLiteral("COMMIT"));
+    } catch (const VbError&) {
+        // A failed write may have ended the transaction already; leave none open.
+        try {
+            db_->exec(QStringLiteral("ROLLBACK"));
+        } catch (const VbError&) {
+        }
+    }
+}
+
+void WriteBatch::commit()
+{
+    open_ = false;
+    db_->touched();
+    db_->exec(QStringLiteral("COMMIT"));
+}

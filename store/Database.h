@@ -77,3 +77,20 @@ public:
 private:
     sqlite3_stmt* st_;
 };
+
+// Holds a routine's writes in one transaction: one disk sync instead of one a row. It is
+// committed however the routine ends, so what was written before a failure stands as it
+// would had each write been committed alone. commit() lets a routine see its commit fail.
+class WriteBatch
+{
+public:
+    explicit WriteBatch(std::shared_ptr<Database> db);
+    ~WriteBatch();
+    WriteBatch(const WriteBatch&) = delete;
+    WriteBatch& operator=(const WriteBatch&) = delete;
+    void commit();
+
+private:
+    std::shared_ptr<Database> db_;
+    bool open_ = true;
+};
