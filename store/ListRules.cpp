@@ -89,6 +89,10 @@ QTreeWidgetItem* ListRules::addRow(const QStringList& cells, const QString& key)
     auto* row = new ListRow;
     setRow(row, cells);
     row->setData(0, KeyRole, key);
+    if (loading_) {
+        loading_->append(row);
+        return row;
+    }
     if (!sorted_) {
         list_->addTopLevelItem(row);
         return row;
@@ -107,6 +111,24 @@ QTreeWidgetItem* ListRules::addRow(const QStringList& cells, const QString& key)
     }
     list_->insertTopLevelItem(lo, row);
     return row;
+}
+
+void ListRules::reload(const std::function<void()>& fill)
+{
+    list_->clear();
+    QList<QTreeWidgetItem*> rows;
+    loading_ = &rows;
+    try {
+        fill();
+    } catch (...) {
+        loading_ = nullptr;
+        list_->addTopLevelItems(rows);
+        throw;
+    }
+    loading_ = nullptr;
+    list_->addTopLevelItems(rows);
+    if (sorted_)
+        list_->sortItems(sortColumn_, order_);
 }
 
 void ListRules::setRow(QTreeWidgetItem* row, const QStringList& cells)
