@@ -2,6 +2,7 @@
 
 #include "customers/frmAddCust.h"
 #include "customers/frmCustomer.h"
+#include "invoices/frmInvoice.h"
 #include "items/frm_Parts.h"
 #include "options/frmOptions.h"
 #include "options/frm_setup.h"
@@ -314,6 +315,12 @@ void frmMain::Toolbar1_ButtonClick(int index)
             showModal(window);
             break;
         }
+        case 3: {
+            Busy_off();
+            frmInvoice window(this);
+            showModal(window);
+            break;
+        }
         case 11: {
             Busy_off();
             frm_Parts window(this);
@@ -329,7 +336,7 @@ void frmMain::Toolbar1_ButtonClick(int index)
             close();
             break;
         default:
-            // Invoices, Reports and Debtors open their windows here
+            // Reports and Debtors open their windows here
             // as those windows come; separators do nothing.
             Busy_off();
             break;
