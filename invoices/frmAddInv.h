@@ -1,12 +1,101 @@
 #pragma once
 // The invoice window: one invoice's header, eight lines and totals, new or old as the
-// hand-over values say (EditInvoiceMode, OpenInvoiceNo, the picked customer).
+// hand-over values say (EditInvoiceMode, OpenInvoiceNo, the picked customer). The
+// window's fields are the invoice: figures live in them as text until a save.
 
 #include <QDialog>
+
+class ListRules;
+class MemoBox;
+class QCheckBox;
+class QDateEdit;
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QToolBar;
+class QTreeWidget;
 
 class frmAddInv : public QDialog
 {
     Q_OBJECT
 public:
+    static constexpr int Lines = 8;
+
     explicit frmAddInv(QWidget* parent = nullptr);
+
+    void NewInvoice();
+    void OldInvoice();
+    void Fill_Parts_List();
+    void Calc_Totals();
+    void Show_Balance();
+    void PaidFull_chk_Click();
+    void Check1_Click(int index);
+    void Pick_Item();
+    void Close_Picker();
+    void Clear_Line();
+    void Clear_All();
+    void Toolbar1_ButtonClick(int place);
+    void Update_cmd_Click();
+    int CheckInvNo();
+    void Exit_cmd_Click();
+
+    qint16 currentLine() const { return CurrentLine; }
+    ListRules* pickerRules() const { return pickerRules_; }
+
+protected:
+    void Form_Activate();
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void done(int result) override;
+
+private:
+    enum class Field { None, PartID, Qty, Desc, Amount, Check, Tax };
+    struct Place {
+        Field field;
+        int row;
+    };
+    Place placeOf(QObject* control) const;
+    void lineFocus(Place place, QWidget* control);
+    void lineLeft(Place place);
+    void clearRow(int row);
+    void hideTaxColumns();
+    void Save_invoice();
+    void noNumberBox();
+    void Calc();
+
+    qint16 CurrentLine = 0;
+    bool unloaded_ = false;
+
+    QToolBar* Toolbar1;
+    QLineEdit *Inv_lbl, *Customername_lbl;
+    QLabel *Cust_lbl, *Label16, *Paid_lbl, *StillOwes_lbl;
+    QDateEdit* Date_txt;
+    QLineEdit *SalesPerson_txt, *SalesOrder_txt, *Shipped_txt, *TrackingNo_txt;
+    QLabel *SalesPerson_lbl, *SalesOrder_lbl, *Shipped_lbl, *TrackingNo_lbl;
+    MemoBox* notes_txt;
+    QCheckBox* Notes_chk;
+
+    QLabel *Desc_lbl, *toptax;
+    QLineEdit* PartID_txt[Lines];
+    QCheckBox* Check1[Lines];
+    QLineEdit* Qty_txt[Lines];
+    QLineEdit* Desc_txt[Lines];
+    QLineEdit* Amount_txt[Lines];
+    QLineEdit* tota1l_txt[Lines];
+    QCheckBox* tax[Lines];
+    QLineEdit* Blank[Lines];
+    QLineEdit* tax1[Lines];
+
+    QLabel *subtotal_txt, *vat_txt, *Discount_txt, *total_txt, *vat_lbl, *taxamount;
+    QLineEdit *Discount2_txt, *total_txt2, *Paid_txt, *Writtenoff_txt, *Balance_txt;
+    QCheckBox* PaidFull_chk;
+
+    QFrame* part_frame;
+    QTreeWidget* parts_lst;
+    QLineEdit* Search_txt;
+    QPushButton *Search_cmd, *select_cmd;
+    ListRules* pickerRules_;
+
+    QPushButton *update_cmd, *Exit_cmd;
 };

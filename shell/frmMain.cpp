@@ -2,6 +2,7 @@
 
 #include "customers/frmAddCust.h"
 #include "customers/frmCustomer.h"
+#include "customers/frmsearchCust.h"
 #include "invoices/frmInvoice.h"
 #include "items/frm_Parts.h"
 #include "options/frmOptions.h"
@@ -305,6 +306,9 @@ void frmMain::Toolbar1_ButtonClick(int index)
             if (answer == vbYes) {
                 NewCustomerMode = 1;
                 frmAddCust window(this);
+                showModal(window);
+            } else if (answer == vbNo) {
+                frmsearchCust window(this);
                 showModal(window);
             }
             break;
