@@ -1,6 +1,7 @@
 #include "invoices/frmInvoice.h"
 
 #include "customers/frmAddCust.h"
+#include "customers/frmsearchCust.h"
 #include "invoices/frmAddInv.h"
 #include "platform/Activation.h"
 #include "platform/Platform.h"
@@ -129,6 +130,9 @@ void frmInvoice::Toolbar1_ButtonClick(int place)
         if (answer == vbYes) {
             NewCustomerMode = 1;
             frmAddCust window(this);
+            showModal(window);
+        } else if (answer == vbNo) {
+            frmsearchCust window(this);
             showModal(window);
         } else {
             return;

@@ -217,10 +217,10 @@ void InvoiceListTest::addedRowJoinsItsPlace()
                                                "20260401"));
     QCOMPARE(list->selectedItems().value(0), list->topLevelItem(1));
     QCOMPARE(LastInvoiceNo.trimmed(), QString());
-    // A customer no longer on file leaves both customer cells empty; an equal amount
-    // stands after the rows already there.
-    ui.expectBox(QStringLiteral("Add to New Customer"), AddQuestion, vbYes);
-    saveFrom("frmAddCust", "INV2001", "C8");
+    // Through the picker. A customer no longer on file leaves both customer cells empty;
+    // an equal amount stands after the rows already there.
+    ui.expectBox(QStringLiteral("Add to New Customer"), AddQuestion, vbNo);
+    saveFrom("frmsearchCust", "INV2001", "C8");
     trigger(w, 2);
     QCOMPARE(listRows(list)[2].left(36), QStringLiteral("INV2001 | 01/04/2026 |  |  |     500"));
     // Cancel: nothing opens, nothing changes.
