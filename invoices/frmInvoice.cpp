@@ -121,22 +121,27 @@ void frmInvoice::Load_list()
     });
 }
 
+bool Add_invoice(QWidget* parent)
+{
+    const int answer = MsgBox(QStringLiteral("Do you want to add this invoice to a new customer"),
+                              vbYesNoCancel + vbQuestion, QStringLiteral("Add to New Customer"));
+    if (answer == vbYes) {
+        NewCustomerMode = 1;
+        frmAddCust window(parent);
+        showModal(window);
+    } else if (answer == vbNo) {
+        frmsearchCust window(parent);
+        showModal(window);
+    }
+    return answer == vbYes || answer == vbNo;
+}
+
 void frmInvoice::Toolbar1_ButtonClick(int place)
 {
     switch (place) {
-    case 2: {
-        const int answer = MsgBox(QStringLiteral("Do you want to add this invoice to a new customer"),
-                                  vbYesNoCancel + vbQuestion, QStringLiteral("Add to New Customer"));
-        if (answer == vbYes) {
-            NewCustomerMode = 1;
-            frmAddCust window(this);
-            showModal(window);
-        } else if (answer == vbNo) {
-            frmsearchCust window(this);
-            showModal(window);
-        } else {
+    case 2:
+        if (!Add_invoice(this))
             return;
-        }
         if (InvoiceSaved == 1) {
             if (!LastInvoiceNo.trimmed().isEmpty())
                 NewInvoice();
@@ -144,7 +149,6 @@ void frmInvoice::Toolbar1_ButtonClick(int place)
                 Load_list();
         }
         break;
-    }
     case 4:
         DeleteInvoice();
         break;

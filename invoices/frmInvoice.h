@@ -8,6 +8,10 @@
 class ListRules;
 class QTreeWidget;
 
+// "Add to New Customer": a new invoice for a new customer, through the customer record,
+// or for one picked from the customer list. False when the user cancels the question.
+bool Add_invoice(QWidget* parent);
+
 class frmInvoice : public QDialog
 {
     Q_OBJECT

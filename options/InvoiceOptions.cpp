@@ -21,29 +21,6 @@
 
 using namespace platform;
 
-namespace
-{
-
-template <class T> T* named(T* widget, const char* name)
-{
-    widget->setObjectName(QLatin1String(name));
-    return widget;
-}
-
-QCheckBox* tick(const char* name, const char* caption, QWidget* parent)
-{
-    return named(new QCheckBox(QLatin1String(caption), parent), name);
-}
-
-QPushButton* button(const char* name, const char* caption, QWidget* parent)
-{
-    auto* b = named(new QPushButton(QLatin1String(caption), parent), name);
-    b->setAutoDefault(false);
-    return b;
-}
-
-} // namespace
-
 bool isOn(const Value& value)
 {
     return !value.isNull() && value.toDouble() == 1;

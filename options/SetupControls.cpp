@@ -5,6 +5,7 @@
 #include "store/Recordset.h"
 
 #include <QCheckBox>
+#include <QPushButton>
 #include <QDialog>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -30,6 +31,18 @@ LimitedTextEdit::LimitedTextEdit(const QString& name, int maxLength, QWidget* pa
         cursor.setPosition(at);
         setTextCursor(cursor);
     });
+}
+
+QCheckBox* tick(const char* name, const char* caption, QWidget* parent)
+{
+    return named(new QCheckBox(QLatin1String(caption), parent), name);
+}
+
+QPushButton* button(const char* name, const char* caption, QWidget* parent)
+{
+    auto* b = named(new QPushButton(QLatin1String(caption), parent), name);
+    b->setAutoDefault(false);
+    return b;
 }
 
 QString Default_reminder(int n)

@@ -1,6 +1,7 @@
 #include "options/frmInvoiceSet.h"
 
 #include "options/InvoiceOptions.h"
+#include "options/SetupControls.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
@@ -13,17 +14,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
-
-namespace
-{
-
-template <class T> T* named(T* widget, const char* name)
-{
-    widget->setObjectName(QLatin1String(name));
-    return widget;
-}
-
-} // namespace
 
 frmInvoiceSet::frmInvoiceSet(QWidget* parent)
     : QDialog(parent), io_(new InvoiceOptions(this, false)), rs_(std::make_unique<Recordset>())
@@ -62,16 +52,11 @@ frmInvoiceSet::frmInvoiceSet(QWidget* parent)
     views->addWidget(InvoiceFrame, 0, 0);
 
     auto* buttons = new QHBoxLayout;
-    auto button = [&](const char* name, const char* caption) {
-        auto* b = named(new QPushButton(QLatin1String(caption), this), name);
-        b->setAutoDefault(false);
-        return b;
-    };
-    customize_cmd = button("customize_cmd", "Customize Invoice");
-    Back_cmd = button("Back_cmd", "&Back");
+    customize_cmd = button("customize_cmd", "Customize Invoice", this);
+    Back_cmd = button("Back_cmd", "&Back", this);
     Back_cmd->hide();
-    ok_cmd = button("ok_cmd", "&Ok");
-    cancel_cmd = button("cancel_cmd", "&Cancel");
+    ok_cmd = button("ok_cmd", "&Ok", this);
+    cancel_cmd = button("cancel_cmd", "&Cancel", this);
     buttons->addWidget(customize_cmd);
     buttons->addWidget(Back_cmd);
     buttons->addStretch();

@@ -301,16 +301,7 @@ void frmMain::Toolbar1_ButtonClick(int index)
         switch (index) {
         case 5: {
             Busy_off();
-            const int answer = MsgBox(QStringLiteral("Do you want to add this invoice to a new customer"),
-                                      vbYesNoCancel + vbQuestion, QStringLiteral("Add to New Customer"));
-            if (answer == vbYes) {
-                NewCustomerMode = 1;
-                frmAddCust window(this);
-                showModal(window);
-            } else if (answer == vbNo) {
-                frmsearchCust window(this);
-                showModal(window);
-            }
+            Add_invoice(this);
             break;
         }
         case 1: {

@@ -166,6 +166,7 @@ private slots:
     void refusals();
     void failures_data();
     void failures();
+    void customizeOpensTheSettings();
 };
 
 void PrintInvoiceTest::eachDesign_data()
@@ -424,6 +425,21 @@ void PrintInvoiceTest::failures()
              qPrintable(ui.shownBoxes.last()));
     QCOMPARE(fileBytes(ui.file("data.mdb")), before);
     ui.clearProblems(); // the failure box is the end of the run
+}
+
+void PrintInvoiceTest::customizeOpensTheSettings()
+{
+    TestUi ui;
+    std::unique_ptr<frmAddInv> w;
+    auto main = openInvoice(ui, printSettings("1"), "CUS1", w);
+    QString title;
+    ui.onModal("frmInvoiceSet", [&](QDialog& d) {
+        title = d.windowTitle();
+        return 0;
+    });
+    child<QAction>(*w, "Toolbar1(10)")->trigger();
+    QCOMPARE(title, QStringLiteral("Customize Options"));
+    VERIFY_UI(ui);
 }
 
 VELK_TEST(PrintInvoiceTest)
