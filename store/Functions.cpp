@@ -8,7 +8,7 @@
 
 #include <QDir>
 #include <QFile>
-#include <QRegularExpression>
+#include <algorithm>
 #include <cmath>
 #include <new>
 
@@ -62,7 +62,7 @@ QString formatDigits(bool negative, QString digits, int exponent, int intDigits,
     if (decDigits > 0)
         text += '.' + fraction;
     // A value that rounds to zero shows no sign.
-    const bool zero = !text.contains(QRegularExpression(QStringLiteral("[1-9]")));
+    const bool zero = std::none_of(text.begin(), text.end(), [](QChar c) { return c >= '1' && c <= '9'; });
     if (negative && !zero)
         text.prepend('-');
     const int width = intDigits + decDigits + (decDigits > 0 ? 1 : 0);
