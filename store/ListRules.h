@@ -66,6 +66,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void sortRows();
     bool matches(QTreeWidgetItem* row, const QString& text) const;
     bool pass(int from, const QString& text);
 
