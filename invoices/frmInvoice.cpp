@@ -26,13 +26,16 @@ enum Column { InvNo, Date, CustId, CustName, Amount, Balance, Notes, Date2, Colu
 QStringList invoiceCells(const Recordset& rs)
 {
     QStringList cells(Columns);
-    const Value date = rs.field(QStringLiteral("DATE"));
+    const Value value = rs.field(QStringLiteral("DATE"));
+    const QDate date = value.isNull() ? QDate() : value.toDate().date();
     cells[InvNo] = rs.field(QStringLiteral("INVNO")).toText();
-    cells[Date] = date.isNull() ? QString() : date.toDate().toString(QStringLiteral("dd/MM/yyyy"));
+    if (date.isValid()) {
+        cells[Date] = QString::asprintf("%02d/%02d/%04d", date.day(), date.month(), date.year());
+        cells[Date2] = QString::asprintf("%04d%02d%02d", date.year(), date.month(), date.day());
+    }
     cells[Amount] = Format_amount(Null_to_zero(rs.field(QStringLiteral("TOTAL"))), 7, 2);
     cells[Balance] = Format_amount(Null_to_zero(rs.field(QStringLiteral("BALANCE"))), 7, 2);
     cells[Notes] = Null_to_text(rs.field(QStringLiteral("NOTES")));
-    cells[Date2] = date.isNull() ? QString() : date.toDate().toString(QStringLiteral("yyyyMMdd"));
     return cells;
 }
 
