@@ -86,6 +86,12 @@ void moveFocus(QWidget* control)
     control->setFocus();
 }
 
+template <class Control> void put(Control* control, const QString& text)
+{
+    if (control->text() != text)
+        control->setText(text);
+}
+
 QString amountText(double value)
 {
     return Format_amount(value, 7, 2);
@@ -557,10 +563,10 @@ bool frmAddInv::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::FocusIn) {
         if (place.field != Field::None)
             lineFocus(place, static_cast<QWidget*>(watched));
-        else if (watched == Discount2_txt || watched == Paid_txt || watched == Writtenoff_txt)
+        else if (watched == Discount2_txt)
             part_frame->hide();
-        else if (watched != Balance_txt)
-            Close_Picker();
+        else if (watched != Paid_txt && watched != Writtenoff_txt && watched != Balance_txt)
+            Close_Picker(); // a header field: the lines are left
     } else if (place.field != Field::None) {
         lineLeft(place);
     } else if (watched == Paid_txt || watched == Writtenoff_txt) {
@@ -573,19 +579,22 @@ bool frmAddInv::eventFilter(QObject* watched, QEvent* event)
     return QDialog::eventFilter(watched, event);
 }
 
+std::array<QWidget*, 7> frmAddInv::rowFields(int i) const
+{
+    return {PartID_txt[i], Blank[i], Qty_txt[i], Desc_txt[i], Amount_txt[i], tota1l_txt[i], tax1[i]};
+}
+
 // The row highlight: the row entered in one colour, the field itself in another.
 void frmAddInv::lineFocus(Place place, QWidget* control)
 {
     for (int i = 0; i < Lines; ++i)
-        for (QWidget* c : std::initializer_list<QWidget*>{PartID_txt[i], Blank[i], Qty_txt[i], Desc_txt[i],
-                                                          Amount_txt[i], tota1l_txt[i], tax1[i]})
+        for (QWidget* c : rowFields(i))
             paint(c, White);
     if (place.field == Field::Check || place.field == Field::Tax)
         return;
     const int i = place.row;
     CurrentLine = qint16(i);
-    for (QWidget* c : std::initializer_list<QWidget*>{PartID_txt[i], Blank[i], Qty_txt[i], Desc_txt[i], Amount_txt[i],
-                                                      tota1l_txt[i], tax1[i]})
+    for (QWidget* c : rowFields(i))
         paint(c, RowColour);
     paint(control, FocusColour);
     auto* e = static_cast<QLineEdit*>(control);
@@ -629,33 +638,36 @@ void frmAddInv::Calc_Totals()
     });
 }
 
+// Each figure is read back from the very text its field is given, held here as that
+// text; a field is written only when its text changes, the pass being run on every key.
 void frmAddInv::Calc()
 {
-    subtotal_txt->setText(QStringLiteral("0"));
     Currency taxSum;
+    const bool taxed = settings.TaxAmount != 0;
     const double rate = Val(taxamount->text());
+    QString subtotal = QStringLiteral("0");
     for (int i = 0; i < Lines; ++i) {
         const double qty = Val(Qty_txt[i]->text());
         const double price = Val(Amount_txt[i]->text());
-        tota1l_txt[i]->setText(amountText(qty == 0 ? price : qty * price));
-        subtotal_txt->setText(amountText(Val(subtotal_txt->text()) + Val(tota1l_txt[i]->text())));
-        if (settings.TaxAmount == 0) {
-            vat_txt->setText(amountText(0));
-        } else if (price > 0 && tax[i]->isChecked()) {
-            const double lineTax = strictNumber(tota1l_txt[i]->text()) / 100 * rate;
-            taxSum += Currency::fromDouble(Val(numberText(lineTax)));
-        }
+        const QString line = amountText(qty == 0 ? price : qty * price);
+        put(tota1l_txt[i], line);
+        subtotal = amountText(Val(subtotal) + Val(line));
+        // A line's tax keeps four decimals, through its general text form.
+        if (taxed && price > 0 && tax[i]->isChecked())
+            taxSum += Currency::fromDouble(Val(numberText(strictNumber(line) / 100 * rate)));
     }
-    if (settings.TaxAmount != 0)
-        vat_txt->setText(Format_amount(taxSum, 7, 2));
-    if (!Discount2_txt->text().isEmpty())
-        Discount_txt->setText(
-            amountText(strictNumber(subtotal_txt->text()) * (strictNumber(Discount2_txt->text()) / 100)).trimmed());
-    else
-        Discount_txt->setText(amountText(0));
-    total_txt->setText(amountText((Val(subtotal_txt->text()) + Val(vat_txt->text())) - Val(Discount_txt->text())));
-    total_txt2->setText(total_txt->text());
-    Balance_txt->setText(amountText((Val(total_txt2->text()) - Val(Writtenoff_txt->text())) - Val(Paid_txt->text())));
+    put(subtotal_txt, subtotal);
+    const QString vat = taxed ? Format_amount(taxSum, 7, 2) : amountText(0);
+    put(vat_txt, vat);
+    const QString percent = Discount2_txt->text();
+    const QString discount = percent.isEmpty()
+                                 ? amountText(0)
+                                 : amountText(strictNumber(subtotal) * (strictNumber(percent) / 100)).trimmed();
+    put(Discount_txt, discount);
+    const QString total = amountText((Val(subtotal) + Val(vat)) - Val(discount));
+    put(total_txt, total);
+    put(total_txt2, total);
+    put(Balance_txt, amountText((Val(total) - Val(Writtenoff_txt->text())) - Val(Paid_txt->text())));
     Show_Balance();
 }
 
@@ -664,7 +676,7 @@ void frmAddInv::Show_Balance()
     const bool total = strictNumber(total_txt->text()) != 0;
     const bool owing = strictNumber(Balance_txt->text()) != 0;
     Paid_lbl->setVisible(total && !owing);
-    StillOwes_lbl->setText(total && owing ? QStringLiteral("BALANCE: ") + Balance_txt->text().trimmed() : QString());
+    put(StillOwes_lbl, total && owing ? QStringLiteral("BALANCE: ") + Balance_txt->text().trimmed() : QString());
     StillOwes_lbl->setVisible(total && owing);
 }
 

@@ -4,6 +4,7 @@
 // window's fields are the invoice: figures live in them as text until a save.
 
 #include <QDialog>
+#include <array>
 
 class ListRules;
 class MemoBox;
@@ -57,6 +58,7 @@ private:
         int row;
     };
     Place placeOf(QObject* control) const;
+    std::array<QWidget*, 7> rowFields(int row) const; // what the row highlight colours
     void lineFocus(Place place, QWidget* control);
     void lineLeft(Place place);
     void clearRow(int row);

@@ -62,6 +62,7 @@ QString formatDigits(bool negative, QString digits, int exponent, int intDigits,
     if (decDigits > 0)
         text += '.' + fraction;
     // A value that rounds to zero shows no sign.
+    // (A plain scan: amounts are formatted on every key release in the invoice window.)
     const bool zero = std::none_of(text.begin(), text.end(), [](QChar c) { return c >= '1' && c <= '9'; });
     if (negative && !zero)
         text.prepend('-');
