@@ -5,13 +5,13 @@
 #include "store/Recordset.h"
 
 #include <QCheckBox>
-#include <QPushButton>
 #include <QDialog>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
