@@ -4,6 +4,7 @@
 #include "customers/frmCustomer.h"
 #include "debtors/frmDebtor.h"
 #include "invoices/frmAddInv.h"
+#include "invoices/frmInvoice.h"
 #include "items/frm_Parts.h"
 #include "platform/Platform.h"
 #include "report/Report.h"
@@ -207,6 +208,17 @@ int main(int argc, char** argv)
                    1));
         figure("sort the customer list by name", timeIt([&] { w.rules()->columnClick(1); }));
     }
+    figure("open the invoice list (30,000 rows)", timeIt([] { frmInvoice w; }));
+    {
+        frmInvoice w;
+        figure("sort the invoice list by Amount", timeIt([&] { w.rules()->columnClick(4); }));
+        figure("sort the invoice list by Date", timeIt([&] { w.rules()->columnClick(1); }));
+        figure("search the invoice list, nothing found (two passes)", timeIt([&] {
+                   w.rules()->SearchPos = 15000;
+                   w.rules()->Find(QStringLiteral("nobody"));
+               }));
+        figure("read the sorted invoice list again", timeIt([&] { w.Load_list(); }));
+    }
     figure("open the item list (2,000 rows)", timeIt([] { frm_Parts w; }));
     {
         frm_Parts w;
@@ -363,6 +375,17 @@ int main(int argc, char** argv)
                            .toLatin1());
         file.close();
         figure("import 10,000 lines of Invoices1.csv", timeIt([] { safety::mnuImport(); }, 1));
+        // One invoice as "Print" shows it, rendered to PDF in place of the preview.
+        settings.InvoiceType = QStringLiteral("1");
+        EditInvoiceMode = 1;
+        OpenInvoiceNo = QStringLiteral("INV012345");
+        QTemporaryDir out;
+        platform::hooks().paperSize = [] { return int(platform::vbPRPSA4); };
+        platform::hooks().showReport = [&](report::Report& r) {
+            report::Layout(r, platform::vbPRPSA4).writePdf(out.filePath(QStringLiteral("invoice.pdf")));
+        };
+        frmAddInv w;
+        figure("print one invoice to PDF (design 1, A4)", timeIt([&] { w.Print_Invoice(); }));
     }
     return 0;
 }

@@ -2,6 +2,7 @@
 
 #include "items/frm_Parts.h"
 #include "options/Numbering.h"
+#include "options/frmInvoiceSet.h"
 #include "platform/Activation.h"
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
@@ -119,9 +120,7 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
         Toolbar1->addSeparator()->setObjectName(indexed("Toolbar1", place++));
         QAction* a = Toolbar1->addAction(style()->standardIcon(icon), QLatin1String(caption));
         a->setObjectName(indexed("Toolbar1", place));
-        // Print and Customize are wired by the printing and customisation code.
-        if (place <= 6)
-            connect(a, &QAction::triggered, this, [this, place] { Toolbar1_ButtonClick(place); });
+        connect(a, &QAction::triggered, this, [this, place] { Toolbar1_ButtonClick(place); });
         ++place;
     }
     layout->addWidget(Toolbar1);
@@ -737,6 +736,14 @@ void frmAddInv::Toolbar1_ButtonClick(int place)
     case 6:
         Clear_All();
         break;
+    case 8:
+        Print_Invoice();
+        break;
+    case 10: {
+        frmInvoiceSet window(this);
+        showModal(window);
+        break;
+    }
     default:
         break;
     }

@@ -37,6 +37,7 @@ public:
     void Clear_Line();
     void Clear_All();
     void Toolbar1_ButtonClick(int place);
+    void Print_Invoice(); // in frmAddInv_Print.cpp
     void Update_cmd_Click();
     int CheckInvNo();
     void Exit_cmd_Click();

@@ -13,6 +13,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -28,6 +29,18 @@ void keepRoomWhenHidden(QWidget* control)
     QSizePolicy policy = control->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     control->setSizePolicy(policy);
+}
+
+QCheckBox* tick(const char* name, const char* caption, QWidget* parent)
+{
+    return named(new QCheckBox(QLatin1String(caption), parent), name);
+}
+
+QPushButton* button(const char* name, const char* caption, QWidget* parent)
+{
+    auto* b = named(new QPushButton(QLatin1String(caption), parent), name);
+    b->setAutoDefault(false);
+    return b;
 }
 
 QString Default_reminder(int n)

@@ -1,5 +1,6 @@
 #include "options/frmOptions.h"
 
+#include "options/InvoiceOptions.h"
 #include "options/Numbering.h"
 #include "options/SetupControls.h"
 #include "platform/Activation.h"
@@ -34,28 +35,11 @@ namespace
 
 const QString Module = QStringLiteral("frmOptions");
 
-template <class T> T* named(T* widget, const char* name)
-{
-    widget->setObjectName(QLatin1String(name));
-    return widget;
-}
-
-QCheckBox* tick(const char* name, const char* caption, QWidget* parent)
-{
-    return named(new QCheckBox(QLatin1String(caption), parent), name);
-}
-
-QPushButton* button(const char* name, const char* caption, QWidget* parent)
-{
-    auto* b = named(new QPushButton(QLatin1String(caption), parent), name);
-    b->setAutoDefault(false);
-    return b;
-}
-
 } // namespace
 
 frmOptions::frmOptions(QWidget* parent)
-    : QDialog(parent), c_(new SetupControls(this, true)), rs_(std::make_unique<Recordset>())
+    : QDialog(parent), c_(new SetupControls(this, true)), io_(new InvoiceOptions(this, true)),
+      rs_(std::make_unique<Recordset>())
 {
     setObjectName(Module);
     setWindowTitle(QStringLiteral("Options"));
@@ -123,7 +107,7 @@ frmOptions::frmOptions(QWidget* parent)
     // Opening: the logo, and the country of the currency in use, as if clicked; what
     // the click writes is overwritten by the row below.
     if (QFileInfo(settings.Logopath).isFile())
-        Load_picture(settings.Logopath);
+        io_->Load_picture(settings.Logopath);
     const int country = settings.Currency == QStringLiteral("$")        ? 0
                         : settings.Currency == QStringLiteral("\u00a3") ? 1
                                                                         : 2;
@@ -142,7 +126,7 @@ void frmOptions::Form_Activate()
          [this] { rs_->open(QStringLiteral("system"), ConnectionString, Recordset::adLockPessimistic); });
     Load_system();
     Settings();
-    Tick_Captions();
+    io_->Tick_Captions();
 }
 
 frmOptions::~frmOptions() = default;
@@ -178,73 +162,18 @@ void frmOptions::buildDefaultsPage(QGroupBox* frame)
 
 void frmOptions::buildInvoicePage(QGroupBox* frame)
 {
-    auto* grid = new QGridLayout(frame);
-    Shipping_chk = tick("Shipping_chk", "Include Delivery Address", frame);
-    Statement_chk = tick("Statement_chk", "Include Statement", frame);
-    Terms_Chk = tick("Terms_Chk", "Include Terms and Conditions", frame);
-    statement_txt = memoBox(QStringLiteral("statement_txt"), 100, frame);
-    terms_txt = memoBox(QStringLiteral("terms_txt"), 200, frame);
-    c_->selectOnFocus(statement_txt);
-    c_->selectOnFocus(terms_txt);
-    grid->addWidget(Shipping_chk, 0, 0);
-    grid->addWidget(Statement_chk, 1, 0);
-    grid->addWidget(Terms_Chk, 2, 0);
-    grid->addWidget(new QLabel(QStringLiteral("Statement at the bottom:"), frame), 3, 0);
-    grid->addWidget(statement_txt, 4, 0);
-    grid->addWidget(new QLabel(QStringLiteral("Terms and Conditions:"), frame), 5, 0);
-    grid->addWidget(terms_txt, 6, 0);
-    for (QCheckBox* b : {Shipping_chk, Statement_chk, Terms_Chk})
-        connect(b, &QCheckBox::clicked, this, &frmOptions::Show_Sample);
-
-    // A small invoice drawn with boxes: each part a shape and its caption.
-    auto* sample = new QGridLayout;
-    auto part = [&](const char* shape, const char* caption, const char* text, int row, int column) {
-        auto* box = named(new QFrame(frame), shape);
-        box->setFrameShape(QFrame::Box);
-        box->setMinimumSize(90, 28);
-        auto* words = named(new QLabel(QLatin1String(text), frame), caption);
-        words->setAlignment(Qt::AlignCenter);
-        sample->addWidget(box, row, column);
-        sample->addWidget(words, row, column);
-        return std::pair<QWidget*, QWidget*>(box, words);
-    };
-    part("company1", "company2", "Company Address", 0, 0);
-    sample->addWidget(named(new QLabel(QStringLiteral("INVOICE"), frame), "Label12"), 0, 1);
-    sample->addWidget(named(new QLabel(QStringLiteral("100001"), frame), "No"), 1, 1);
-    part("billing1", "billing2", "Billing Address", 2, 0);
-    std::tie(shipping1, shipping2) = part("shipping1", "shipping2", "Delivery Address", 2, 1);
-    std::tie(statement1, statement2) = part("statement1", "statement2", "Statement", 3, 0);
-    std::tie(terms1, terms2) = part("terms1", "terms2", "Terms and Conditions", 4, 0);
-    grid->addLayout(sample, 0, 1, 7, 1);
+    io_->buildLayout(frame, 100, 200);
+    c_->selectOnFocus(io_->statement_txt);
+    c_->selectOnFocus(io_->terms_txt);
 }
 
 void frmOptions::buildLayoutPage(QGroupBox* frame)
 {
     auto* grid = new QGridLayout(frame);
     auto* types = named(new QGroupBox(QStringLiteral("Invoice Type"), frame), "Frame3");
-    auto* typesLayout = new QVBoxLayout(types);
-    invoiceTypes_ = new QButtonGroup(this);
-    for (int i = 0; i < 6; ++i) {
-        Opt[i] = new QRadioButton(QStringLiteral("Invoice Type %1").arg(i + 1), types);
-        Opt[i]->setObjectName(QStringLiteral("Opt%1").arg(i + 1));
-        invoiceTypes_->addButton(Opt[i], i + 1);
-        typesLayout->addWidget(Opt[i]);
-    }
+    io_->buildInvoiceTypes(types, "Opt");
     grid->addWidget(types, 0, 0, 3, 1);
-    grid->addWidget(new QLabel(QStringLiteral("Invoice Logo:"), frame), 0, 1);
-    path_lbl = named(new QLabel(frame), "path_lbl");
-    path_lbl->setWordWrap(true);
-    grid->addWidget(path_lbl, 0, 2, 1, 2);
-    logopic = named(new QLabel(frame), "logopic");
-    logopic->setFixedSize(160, 120);
-    logopic->setScaledContents(true);
-    grid->addWidget(logopic, 1, 1, 1, 3);
-    auto* select = button("Select_cmd", "Select Logo", frame);
-    auto* erase = button("Erase_cmd", "Erase Logo", frame);
-    grid->addWidget(select, 2, 1);
-    grid->addWidget(erase, 2, 2);
-    connect(select, &QPushButton::clicked, this, &frmOptions::Select_cmd_Click);
-    connect(erase, &QPushButton::clicked, this, &frmOptions::Erase_cmd_Click);
+    io_->buildLogo(frame, grid, "Label3");
 }
 
 void frmOptions::buildRemindersPage(QGroupBox* frame)
@@ -267,18 +196,7 @@ void frmOptions::buildCustomizePage(QGroupBox* frame)
     auto* layout = new QHBoxLayout(frame);
     auto* invoice = named(new QGroupBox(QStringLiteral("Invoice Screen"), frame), "Frame4");
     auto* invoiceGrid = new QGridLayout(invoice);
-    const char* captions[] = {"Include Sales Person", "Include Sales Order", "Include Shipped By",
-                              "IncludeTracking No"};
-    for (int i = 0; i < 4; ++i) {
-        chk[i] = new QCheckBox(QLatin1String(captions[i]), invoice);
-        chk[i]->setObjectName(QStringLiteral("chk%1").arg(i + 1));
-        Text[i] = new QLineEdit(invoice);
-        Text[i]->setObjectName(QStringLiteral("Text%1").arg(i + 1));
-        Text[i]->setMaxLength(20);
-        invoiceGrid->addWidget(chk[i], i, 0);
-        invoiceGrid->addWidget(Text[i], i, 1);
-        onKeyUp(Text[i], [this](int, int) { Tick_Captions(); });
-    }
+    io_->buildScreenFields(invoice, invoiceGrid, 0);
     auto* customer = named(new QGroupBox(QStringLiteral("Customer Screen"), frame), "Frame5");
     auto* customerLayout = new QVBoxLayout(customer);
     fax_chk = tick("fax_chk", "Include Fax", customer);
@@ -292,23 +210,23 @@ void frmOptions::buildCustomizePage(QGroupBox* frame)
     layout->addWidget(customer);
 }
 
-// The controls of the pages that the wizard does not have, with their columns. The
-// texts here read a Null as empty.
+// The controls of the pages that neither the wizard nor "Customize Options" has, with
+// their columns. The texts here read a Null as empty.
 void frmOptions::bindOwnControls()
 {
-    const std::pair<const char*, QCheckBox*> ticks[] = {
-        {"present", Present_chk},       {"Debtorstart", DebtorStart},      {"ConfirmBackup", confirmBackup_chk},
-        {"ConfirmAll", ConfirmAll_chk}, {"includeshipping", Shipping_chk}, {"includeStatement", Statement_chk},
-        {"includeterms", Terms_Chk},    {"text1Visible", chk[0]},          {"text2Visible", chk[1]},
-        {"text3Visible", chk[2]},       {"text4Visible", chk[3]},          {"FaxVisible", fax_chk},
-        {"phoneVisible", phone_chk},    {"emailVisible", email_chk},       {"shippingVisible", Shipping1_chk},
-        {"mobileVisible", mobile_chk}};
+    const std::pair<const char*, QCheckBox*> ticks[] = {{"present", Present_chk},
+                                                        {"Debtorstart", DebtorStart},
+                                                        {"ConfirmBackup", confirmBackup_chk},
+                                                        {"ConfirmAll", ConfirmAll_chk},
+                                                        {"FaxVisible", fax_chk},
+                                                        {"phoneVisible", phone_chk},
+                                                        {"emailVisible", email_chk},
+                                                        {"shippingVisible", Shipping1_chk},
+                                                        {"mobileVisible", mobile_chk}};
     for (const auto& [column, box] : ticks)
         c_->bind(column, box, Binding::Tick, Binding::Direct);
     const std::pair<const char*, QWidget*> texts[] = {
-        {"Statement", statement_txt}, {"terms1", terms_txt},      {"logopath", path_lbl}, {"Reminder1", Reminder[0]},
-        {"Reminder2", Reminder[1]},   {"Reminder3", Reminder[2]}, {"text1Name", Text[0]}, {"text2Name", Text[1]},
-        {"text3Name", Text[2]},       {"text4Name", Text[3]}};
+        {"Reminder1", Reminder[0]}, {"Reminder2", Reminder[1]}, {"Reminder3", Reminder[2]}};
     for (const auto& [column, box] : texts)
         c_->bind(column, box, Binding::Trim, Binding::Empty);
 }
@@ -331,23 +249,12 @@ bool frmOptions::eventFilter(QObject* watched, QEvent* event)
     return QDialog::eventFilter(watched, event);
 }
 
-void frmOptions::Load_picture(const QString& path)
-{
-    logopic->setPixmap(QPixmap(path));
-}
-
-QString frmOptions::selectedInvoiceType() const
-{
-    const int id = invoiceTypes_->checkedId();
-    return id > 0 ? QString::number(id) : QString();
-}
-
 void frmOptions::Load_system()
 {
     BusyTrap(Module, "Load_system", [this] {
         Recordset& rs = *rs_;
         if (rs.recordCount() <= 0) {
-            Default_Includes();
+            io_->Default_Includes();
             Restore_Reminders();
             return;
         }
@@ -361,15 +268,11 @@ void frmOptions::Load_system()
         DTPicker1->setDate(Value(start.isEmpty() ? QStringLiteral("01/01/2005") : start).toDate().date());
         DTPicker2->setDate(Value(Null_to_text(rs.field(QStringLiteral("DefaultEnd")))).toDate().date());
         DTPicker2->setEnabled(!Present_chk->isChecked());
-        const QString type = Null_to_text(rs.field(QStringLiteral("InvoiceType")));
-        const int chosen = type.isEmpty() ? 1 : QStringList{"1", "2", "3", "4", "5", "6"}.indexOf(type) + 1;
-        invoiceTypes_->setExclusive(false);
-        for (int i = 0; i < 6; ++i)
-            Opt[i]->setChecked(i + 1 == chosen);
-        invoiceTypes_->setExclusive(true);
+        io_->loadLayout(rs);
+        io_->loadScreenFields(rs);
     });
     c_->Show_Number_Boxes();
-    Show_Sample();
+    io_->Show_Sample();
     c_->ShowExamples();
 }
 
@@ -392,13 +295,12 @@ void frmOptions::Settings()
     Trap(Module, "Settings", [this] { copySettings(Option_values()); });
 }
 
-// What OK and Apply save, by column. With no invoice type chosen the type stays as it was.
+// What OK and Apply save, by column.
 SettingsValues frmOptions::Option_values() const
 {
     SettingsValues v = c_->values();
     v += SettingsValues{{"DefaultStart", dateText(DTPicker1->date())}, {"DefaultEnd", dateText(DTPicker2->date())}};
-    if (!selectedInvoiceType().isEmpty())
-        v.append({QStringLiteral("InvoiceType"), selectedInvoiceType()});
+    v += io_->values();
     return v;
 }
 
@@ -406,29 +308,6 @@ void frmOptions::Restore_Reminders()
 {
     for (int i = 0; i < 3; ++i)
         Reminder[i]->setText(Default_reminder(i + 1));
-}
-
-void frmOptions::Default_Includes()
-{
-    Terms_Chk->setChecked(true);
-    Shipping_chk->setChecked(true);
-    Statement_chk->setChecked(true);
-}
-
-void frmOptions::Show_Sample()
-{
-    terms1->setVisible(Terms_Chk->isChecked());
-    terms2->setVisible(Terms_Chk->isChecked());
-    shipping1->setVisible(Shipping_chk->isChecked());
-    shipping2->setVisible(Shipping_chk->isChecked());
-    statement1->setVisible(Statement_chk->isChecked());
-    statement2->setVisible(Statement_chk->isChecked());
-}
-
-void frmOptions::Tick_Captions()
-{
-    for (int i = 0; i < 4; ++i)
-        chk[i]->setText(QStringLiteral("Include ") + Text[i]->text());
 }
 
 // The Prefixes page comes up over the others while the tab strip keeps its tab.
@@ -505,30 +384,6 @@ void frmOptions::cmdCancel_Click()
 {
     rs_->close();
     QDialog::reject();
-}
-
-void frmOptions::Select_cmd_Click()
-{
-    FileDialogRequest request;
-    request.filter = QStringLiteral("Picture File (*.jpg,*.bmp)|*.bmp;*.jpg");
-    request.filterIndex = 1;
-    request.fileName = dialogFileName_;
-    // A cancelled dialog leaves its file name as it was, and that name is taken.
-    if (const auto chosen = ShowOpen(request))
-        dialogFileName_ = *chosen;
-    if (dialogFileName_.size() > 200) {
-        MsgBox(QStringLiteral("Path too long. Move the picture to another location and try again."), vbExclamation,
-               QStringLiteral("Path too Long"));
-        return;
-    }
-    path_lbl->setText(dialogFileName_);
-    Load_picture(dialogFileName_);
-}
-
-void frmOptions::Erase_cmd_Click()
-{
-    path_lbl->clear();
-    logopic->clear();
 }
 
 void frmOptions::RestoreReminders_cmd_Click()

@@ -6,14 +6,13 @@
 #include <QDialog>
 #include <memory>
 
+class InvoiceOptions;
 class MemoBox;
-class QButtonGroup;
 class QCheckBox;
 class QDateEdit;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
-class QRadioButton;
 class QTabBar;
 class Recordset;
 class SetupControls;
@@ -30,9 +29,6 @@ public:
     void Update();
     void Settings();
     void Restore_Reminders();
-    void Default_Includes();
-    void Show_Sample();
-    void Tick_Captions();
     int CheckNumberLength();
     int CheckInvNo();
     int CheckCustNo();
@@ -42,8 +38,6 @@ public:
     void cmdOK_Click();
     void cmdCancel_Click();
     void CheckRanges_cmd_Click();
-    void Select_cmd_Click();
-    void Erase_cmd_Click();
     void RestoreReminders_cmd_Click();
 
 protected:
@@ -63,24 +57,14 @@ private:
     int CheckNo(Series series);
     // The length and in-use checks that Apply, OK and "Check Prefix Numbers" begin with.
     int Check_numbers();
-    void Load_picture(const QString& path);
-    QString selectedInvoiceType() const;
 
     SetupControls* c_;
+    InvoiceOptions* io_;
     QTabBar* tbsOptions;
     QGroupBox* Frame1[8];
     QDateEdit *DTPicker1, *DTPicker2;
     QCheckBox *Present_chk, *DebtorStart, *confirmBackup_chk, *ConfirmAll_chk;
-    QCheckBox *Shipping_chk, *Statement_chk, *Terms_Chk;
-    MemoBox *statement_txt, *terms_txt;
-    QWidget *terms1, *terms2, *shipping1, *shipping2, *statement1, *statement2;
-    QRadioButton* Opt[6];
-    QButtonGroup* invoiceTypes_;
-    QLabel *path_lbl, *logopic;
-    QString dialogFileName_; // the file dialog keeps its last choice while the window is up
     MemoBox* Reminder[3];
-    QCheckBox* chk[4];
-    QLineEdit* Text[4];
     QCheckBox *fax_chk, *phone_chk, *email_chk, *Shipping1_chk, *mobile_chk;
     std::unique_ptr<Recordset> rs_;
 };

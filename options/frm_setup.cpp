@@ -45,14 +45,6 @@ QLabel* heading(const char* name, const char* caption, QWidget* parent)
     return l;
 }
 
-QPushButton* button(const char* name, const char* caption, QWidget* parent)
-{
-    auto* b = new QPushButton(QLatin1String(caption), parent);
-    b->setObjectName(QLatin1String(name));
-    b->setAutoDefault(false);
-    return b;
-}
-
 } // namespace
 
 frm_setup::frm_setup(QWidget* parent)

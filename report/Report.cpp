@@ -122,6 +122,7 @@ std::unique_ptr<Report> Report::load(const QString& path)
             c.fontSize = co.value("size").toInt(9);
             c.bold = co.value("bold").toBool();
             c.visible = co.value("visible").toBool(true);
+            c.shrink = co.value("shrink").toBool();
             s.controls.push_back(std::move(c));
         }
         r->sections.push_back(std::move(s));

@@ -33,6 +33,7 @@ struct Control {
     int fontSize = 9; // points
     bool bold = false;
     bool visible = true;
+    bool shrink = false; // a text too big for its box is printed smaller until it fits
     QImage picture;
 
     void setCaption(const QString& text) { caption = text; }

@@ -230,14 +230,26 @@ void Layout::paint(QPainter& painter, int pageIndex) const
                 }
                 if (text.isEmpty())
                     break;
+                const int flags = int(c.alignment) | Qt::AlignTop | (c.wordWrap ? Qt::TextWordWrap : 0);
                 // Changing the painter's font is costly: only when the control's differs.
-                if (font.pixelSize() != c.fontSize * 20 || font.bold() != c.bold) {
-                    font.setPixelSize(c.fontSize * 20);
-                    font.setBold(c.bold);
-                    painter.setFont(font);
+                auto setSize = [&](int pixels) {
+                    if (font.pixelSize() != pixels || font.bold() != c.bold) {
+                        font.setPixelSize(pixels);
+                        font.setBold(c.bold);
+                        painter.setFont(font);
+                    }
+                };
+                setSize(c.fontSize * 20);
+                if (c.shrink) {
+                    // Half a point at a time, down to 4 points; what is still too big is cut.
+                    for (int pixels = c.fontSize * 20; pixels > 80; pixels -= 10) {
+                        const QRect needed = painter.boundingRect(rect, flags, text);
+                        if (needed.width() <= rect.width() && needed.height() <= rect.height())
+                            break;
+                        setSize(pixels - 10);
+                    }
                 }
                 painter.setPen(Qt::black);
-                const int flags = int(c.alignment) | Qt::AlignTop | (c.wordWrap ? Qt::TextWordWrap : 0);
                 painter.drawText(rect, flags, text);
                 break;
             }

@@ -6,6 +6,7 @@
 #include "debtors/frmDebtor.h"
 #include "help/Help_frm.h"
 #include "help/frmBrowser.h"
+#include "invoices/frmInvoice.h"
 #include "items/frm_Parts.h"
 #include "options/frmOptions.h"
 #include "options/frm_setup.h"
@@ -258,21 +259,18 @@ void frmMain::Toolbar1_ButtonClick(int index)
         switch (index) {
         case 5: {
             Busy_off();
-            const int answer = MsgBox(QStringLiteral("Do you want to add this invoice to a new customer"),
-                                      vbYesNoCancel + vbQuestion, QStringLiteral("Add to New Customer"));
-            if (answer == vbYes) {
-                NewCustomerMode = 1;
-                frmAddCust window(this);
-                showModal(window);
-            } else if (answer == vbNo) {
-                frmsearchCust window(this);
-                showModal(window);
-            }
+            Add_invoice(this);
             break;
         }
         case 1: {
             Busy_off();
             frmCustomer window(this);
+            showModal(window);
+            break;
+        }
+        case 3: {
+            Busy_off();
+            frmInvoice window(this);
             showModal(window);
             break;
         }
@@ -303,8 +301,7 @@ void frmMain::Toolbar1_ButtonClick(int index)
             close();
             break;
         default:
-            // Invoices and Debtors open their windows here
-            // as those windows come; separators do nothing.
+            // Separators do nothing.
             Busy_off();
             break;
         }

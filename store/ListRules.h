@@ -62,6 +62,10 @@ public:
 
     // Adds a row: last in a list never sorted, at its sort place in a sorted one.
     QTreeWidgetItem* addRow(const QStringList& cells, const QString& key = QString());
+    // A whole reload: clears the list and runs fill, whose rows are appended as they
+    // come and then sorted once, if the list is sorted. Placing each row as it comes
+    // costs a shift of the rows below it, which makes a big list's reload quadratic.
+    void reload(const std::function<void()>& fill);
     // Rewrites a row in place; it keeps its position until the next sort.
     static void setRow(QTreeWidgetItem* row, const QStringList& cells);
     // Takes out the selected row and selects the one that then is current.
@@ -91,6 +95,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void sortRows();
     bool matches(QTreeWidgetItem* row, const QString& text) const;
     bool pass(int from, const QString& text);
 
@@ -101,6 +106,7 @@ private:
     QPushButton* button_ = nullptr;
     bool selectOnFocus_ = false;
     bool sorted_ = false;
+    QList<QTreeWidgetItem*>* loading_ = nullptr; // rows of a reload under way
     int sortColumn_ = 0;
     Qt::SortOrder order_ = Qt::AscendingOrder;
     ListSource source_;

@@ -2,6 +2,7 @@
 
 #include "store/Errors.h"
 
+#include <QHash>
 #include <QRegularExpression>
 #include <cmath>
 
@@ -139,7 +140,16 @@ QString isoDateText(const QDateTime& value)
 QDateTime parseIsoDate(const QString& text)
 {
     const QString t = text.trimmed();
-    if (t.size() == 10)
-        return QDateTime(QDate::fromString(t, Qt::ISODate), QTime(0, 0));
+    if (t.size() == 10) {
+        // A local date costs a look at the system's time zone each time it is made; the
+        // dates of a table repeat, so each is made once.
+        static QHash<QString, QDateTime> made;
+        if (const auto it = made.constFind(t); it != made.constEnd())
+            return *it;
+        const QDateTime date(QDate::fromString(t, Qt::ISODate), QTime(0, 0));
+        if (made.size() < 100000)
+            made.insert(t, date);
+        return date;
+    }
     return QDateTime::fromString(t, QStringLiteral("yyyy-MM-dd hh:mm:ss"));
 }

@@ -3,6 +3,7 @@
 
 #include "TestUi.h"
 
+#include "PrintedInk.h"
 #include "invoices/InvoiceLayouts.h"
 #include "shell/frmMain.h"
 
@@ -44,44 +45,64 @@ bool familyB(int type)
     return type == 2 || type == 4;
 }
 
-// Fills every label the way a full invoice would.
+// A text of the length given, of words as a user would type them.
+QString wide(int length, const QString& words = QStringLiteral("WORKSHOP Maximum "))
+{
+    QString text;
+    while (text.size() < length)
+        text += words;
+    return text.left(length).trimmed().leftJustified(length, QLatin1Char('x'));
+}
+
+// Fills every label the way a full invoice with the widest values allowed would: seven
+// integer digits behind the currency sign, 30-character company and tax names,
+// 45-character customer names, 120-character descriptions, every field at its limit.
 void fillEverything(Report& r, int type)
 {
     const QString data = familyB(type) ? QStringLiteral("Section4") : QStringLiteral("Section2");
     auto set = [&](const QString& section, const QString& name, const QString& text) {
         r.control(section, name).setCaption(text);
     };
-    set("Section4", "companyname_lbl", "Hartley & Daughters Joinery");
+    set("Section4", "companyname_lbl", wide(30, "HARTLEY & DAUGHTERS JOINERY "));
+    const QString address = wide(30, "Unit 4 Mill Lane ") + "\n" + wide(29, "Hebden Bridge ") + "\n" +
+                            wide(29, "West Yorkshire ") + "\n" + wide(29, "United Kingdom ") + "\n" +
+                            wide(29, "HX7 8AD ");
     set("Section4", "Companyadd",
-        "Unit 4, Mill Lane\nHebden Bridge\nPhone: 01422 555123  Mobile: 07700 900123\n"
-        "Email: office@hartley.example\nWeb: www.hartley.example\nVat No: GB123456789");
-    set("Section4", "Invoice_Lbl", "INVOICE - INV100042");
-    const QString address = "Customer Name\n12 Long Street Name\nSecond Line\nTown\nCounty\nAB12 3CD";
-    set("Section4", "BillingAdd", address);
-    set("Section4", "ShippingAdd", address);
-    const QStringList values{"INV100042",    "22/11/2026", "CUS100001", "Customer Name",
-                             "Sales Person", "Shipped",    "Order 7",   "TRACK 99"};
+        address + "\nPhone: " + wide(30, "01422 555123 ") + "  Mobile: " + wide(30, "07700 900123 ") +
+            "\nEmail: " + wide(30, "office@hartley.example ") + "\nWeb: " + wide(30, "www.hartley.example ") + "\n" +
+            wide(30, "VALUE ADDED TAX ") + " No: " + wide(30, "GB123456789 "));
+    set("Section4", "Invoice_Lbl", "INVOICE - INV123456789");
+    const QString customer = wide(45, "Alexandra Montgomery-Fotheringham ");
+    QString lines = customer;
+    for (int i = 0; i < 5; ++i)
+        lines += "\n" + wide(50, QStringLiteral("%1 Long Street Name in the Upper Town of Hebden Bridge ").arg(i + 12));
+    set("Section4", "BillingAdd", lines);
+    set("Section4", "ShippingAdd", lines);
+    const QStringList values{
+        "INV123456789",       "22/11/2026",       "CUS123456789",       customer, wide(20, "Sales Person "),
+        wide(20, "Shipped "), wide(20, "Order "), wide(20, "TRACK 99 ")};
     for (int i = 0; i < 8; ++i)
         set(data, DataBlock[i * 2 + 1], values[i]);
+    const QString colon = familyB(type) ? QStringLiteral(":") : QString();
+    for (int i = 4; i < 8; ++i)
+        set(data, DataBlock[i * 2], wide(20, "Tracking Number ") + colon);
     for (int i = 0; i < 8; ++i) {
-        set("Section2", QStringLiteral("Parts%1_lbl").arg(i), QStringLiteral("PRT10000%1").arg(i));
-        set("Section2", QStringLiteral("Qty%1_lbl").arg(i), QStringLiteral("12"));
+        set("Section2", QStringLiteral("Parts%1_lbl").arg(i), QStringLiteral("PRT12345678%1").arg(i));
+        set("Section2", QStringLiteral("Qty%1_lbl").arg(i), QStringLiteral("9999"));
         set("Section2", QStringLiteral("Description%1_lbl").arg(i),
-            QStringLiteral("Row %1 oak skirting board, primed and cut to length on site, with fixings and two coats")
-                .arg(i));
-        set("Section2", QStringLiteral("Amount%1_lbl").arg(i), QStringLiteral("1234.56 "));
-        set("Section2", QStringLiteral("Total%1_lbl").arg(i), QStringLiteral("14814.72*"));
+            QStringLiteral("Row %1 ").arg(i) +
+                wide(114, "OAK skirting board, primed and cut to length on site, with fixings and two coats "));
+        set("Section2", QStringLiteral("Amount%1_lbl").arg(i), QStringLiteral("1234567.89 "));
+        set("Section2", QStringLiteral("Total%1_lbl").arg(i), QStringLiteral("9876543.21*"));
     }
-    set("Section2", "Notes_lbl",
-        "Notes:\nDelivered in two parts; the second part follows next week with the fittings.");
+    set("Section2", "Notes_lbl", "Notes:\n" + wide(150, "Delivered in two parts; the second part follows next week. "));
     set("Section2", "Terms_lbl",
-        "Terms & Conditions:\nPayment within 30 days of the invoice date. Goods remain our "
-        "property until paid in full.");
-    set("Section2", "statment_lbl", "Thank you for your business");
-    set("Section2", "taxname_lbl", "Vat 17.5%");
+        wide(200, "Payment within 30 days of the invoice date. Goods remain ours until paid. "));
+    set("Section2", "statment_lbl", wide(100, "Thank you for your business. "));
+    set("Section2", "taxname_lbl", wide(30, "VALUE ADDED TAX ") + " @ 17.5%");
     for (const char* money : {"Subtotal_lbl", "Tax_lbl", "Discount_lbl", "total11_lbl", "Total10_lbl", "Paid_lbl",
                               "wrttenoff_lbl", "balance_lbl"})
-        set("Section2", QLatin1String(money), QStringLiteral("$118517.76"));
+        set("Section2", QLatin1String(money), QStringLiteral("$1185176.88"));
 }
 
 } // namespace
@@ -228,10 +249,14 @@ void LayoutsTest::onePageOnEachPaper()
     QCOMPARE(ui.reports.size(), 1);
     QCOMPARE(ui.reports[0].pages, 1);
     QCOMPARE(pdfInfo(ui.reports[0].pdf).pages, 1);
+    // Every word printed stands inside its box, over no other.
+    const QStringList ink = inkProblems(*r, paper, ui.reports[0].pdf);
+    QVERIFY2(ink.isEmpty(), qPrintable(ink.join('\n')));
     const QString pdf = pdfText(ui.reports[0].pdf);
-    for (const char* expected : {"INVOICE - INV100042", "Hartley & Daughters Joinery", "* = Non Taxable Items",
-                                 "Thank you for your business", "Payment within 30 days", "Delivered in two parts",
-                                 "PRT100007", "Billing Address:", "TRACK 99", "Balance Due"})
+    for (const char* expected :
+         {"INVOICE - INV123456789", "HARTLEY & DAUGHTERS JOINERY", "* = Non Taxable Items",
+          "Thank you for your business", "Payment within 30 days", "Delivered in two parts", "PRT123456787",
+          "Billing Address:", "TRACK 99", "Balance Due", "$1185176.88", "Customer Name", "9876543.21*"})
         QVERIFY2(pdf.contains(QLatin1String(expected)),
                  qPrintable(QLatin1String(expected) + QStringLiteral(" in:\n") + pdf));
     QCOMPARE(pdf.contains(QStringLiteral("Delivery Address:")), shipping);

@@ -86,6 +86,14 @@ void ListRulesTest::rowsJoinTheirPlace()
     list.setCurrentItem(list.topLevelItem(4));
     rules.removeSelected();
     QCOMPARE(list.currentItem()->text(0), QStringLiteral("B"));
+    // A whole reload of the sorted list: the order of one row at a time, equal keys in
+    // the order read.
+    rules.reload([&] {
+        for (const char* row : {"b 1", "M 2", "B 3", "x 4", "b 5"})
+            rules.addRow(QString::fromLatin1(row).split(' '));
+    });
+    QCOMPARE(column(list, 0), (QStringList{"x", "M", "b", "b", "B"}));
+    QCOMPARE(column(list, 1), (QStringList{"4", "2", "1", "5", "3"}));
 }
 
 void ListRulesTest::searchPasses()

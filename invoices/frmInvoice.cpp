@@ -1,0 +1,279 @@
+#include "invoices/frmInvoice.h"
+
+#include "customers/frmAddCust.h"
+#include "customers/frmsearchCust.h"
+#include "help/Help_frm.h"
+#include "invoices/frmAddInv.h"
+#include "platform/Activation.h"
+#include "platform/Platform.h"
+#include "shell/Globals.h"
+#include "store/Connection.h"
+#include "store/Functions.h"
+#include "store/ListRules.h"
+#include "store/ListWindow.h"
+#include "store/Recordset.h"
+
+#include <QPushButton>
+#include <QTreeWidget>
+
+using namespace platform;
+
+namespace
+{
+
+enum Column { InvNo, Date, CustId, CustName, Amount, Balance, Notes, Date2, Columns };
+
+// The columns an invoice record fills by itself; the customer's two are left to the caller.
+QStringList invoiceCells(const Recordset& rs)
+{
+    QStringList cells(Columns);
+    const Value value = rs.field(QStringLiteral("DATE"));
+    const QDate date = value.isNull() ? QDate() : value.toDate().date();
+    cells[InvNo] = rs.field(QStringLiteral("INVNO")).toText();
+    if (date.isValid()) {
+        cells[Date] = QString::asprintf("%02d/%02d/%04d", date.day(), date.month(), date.year());
+        cells[Date2] = QString::asprintf("%04d%02d%02d", date.year(), date.month(), date.day());
+    }
+    cells[Amount] = Format_amount(Null_to_zero(rs.field(QStringLiteral("TOTAL"))), 7, 2);
+    cells[Balance] = Format_amount(Null_to_zero(rs.field(QStringLiteral("BALANCE"))), 7, 2);
+    cells[Notes] = Null_to_text(rs.field(QStringLiteral("NOTES")));
+    return cells;
+}
+
+// The customer of the invoice as its row is corrected: the ID and the name last name
+// first, when the seek reaches that very customer.
+bool customerCells(Recordset& customers, const QString& custNo, QStringList& cells)
+{
+    if (customers.recordCount() <= 0)
+        return false;
+    customers.seek(custNo);
+    if (customers.eof() || Null_to_text(customers.field(QStringLiteral("CUSTID"))) != custNo)
+        return false;
+    cells[CustId] = customers.field(QStringLiteral("CUSTID")).toText();
+    cells[CustName] = Null_to_text(customers.field(QStringLiteral("LASTNAME"))) + QLatin1Char(' ') +
+                      Null_to_text(customers.field(QStringLiteral("FIRSTNAME")));
+    return true;
+}
+
+} // namespace
+
+frmInvoice::frmInvoice(QWidget* parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("frmInvoice"));
+    onActivate(this, [this] { Form_Activate(); });
+    setWindowTitle(QStringLiteral("Invoices"));
+    resize(900, 540);
+    ListWindowPlan plan;
+    plan.buttons = {{"Add", QStyle::SP_FileIcon},
+                    {"Delete", QStyle::SP_TrashIcon},
+                    {"Edit", QStyle::SP_FileDialogContentsView},
+                    {"Help", QStyle::SP_DialogHelpButton}};
+    plan.onButton = [this](int place) { Toolbar1_ButtonClick(place); };
+    plan.listName = "Inv_lst";
+    plan.headings = {QStringLiteral("Invoice No."),   QStringLiteral("Date"),   QStringLiteral("Cust ID."),
+                     QStringLiteral("Customer Name"), QStringLiteral("Amount"), QStringLiteral("Balance"),
+                     QStringLiteral("Notes"),         QStringLiteral("Date2")};
+    plan.searchName = "Search_txt";
+    plan.onOpen = [this] { OpenInvoice(); };
+    const ListWindow w = buildListWindow(this, plan);
+    w.exit->setObjectName(QStringLiteral("Command1"));
+    Inv_lst = w.list;
+    const int widths[] = {110, 90, 100, 200, 90, 90, 160};
+    for (int c = 0; c < Date2; ++c)
+        Inv_lst->setColumnWidth(c, widths[c]);
+    for (int c : {Amount, Balance})
+        Inv_lst->headerItem()->setTextAlignment(c, Qt::AlignRight);
+    Inv_lst->setColumnWidth(Date2, 0); // sorts the dates, never shows
+
+    ListConfig config;
+    config.replacedColumn = Date;
+    config.replacementColumn = Date2;
+    config.furtherColumns = 4; // the date, the customer and the amount, not balance or notes
+    config.foundLabel = w.found;
+    rules_ = new ListRules(Inv_lst, config, objectName());
+    rules_->attachSearch(w.search, w.searchButton, false);
+
+    InvoiceSaved = 0;
+    Load_list();
+}
+
+// Each time the window comes to the front.
+void frmInvoice::Form_Activate()
+{
+    if (Inv_lst->topLevelItemCount() > 0)
+        Inv_lst->setFocus();
+}
+
+void frmInvoice::Load_list()
+{
+    BusyTrap(objectName(), "Load_list", [this] {
+        Recordset rs;
+        rs.open(QStringLiteral("Invoices"), ConnectionString, Recordset::adLockReadOnly);
+        rules_->reload([&] {
+            if (rs.recordCount() <= 0)
+                return;
+            for (rs.moveFirst(); !rs.eof(); rs.moveNext()) {
+                QStringList cells = invoiceCells(rs);
+                cells[CustId] = Null_to_text(rs.field(QStringLiteral("CUSTNO")));
+                cells[CustName] = Null_to_text(rs.field(QStringLiteral("CustomerName")));
+                rules_->addRow(cells);
+            }
+        });
+        rs.close();
+        if (Inv_lst->topLevelItemCount() > 0)
+            rules_->select(Inv_lst->topLevelItem(0));
+    });
+}
+
+bool Add_invoice(QWidget* parent)
+{
+    const int answer = MsgBox(QStringLiteral("Do you want to add this invoice to a new customer"),
+                              vbYesNoCancel + vbQuestion, QStringLiteral("Add to New Customer"));
+    if (answer == vbYes) {
+        NewCustomerMode = 1;
+        frmAddCust window(parent);
+        showModal(window);
+    } else if (answer == vbNo) {
+        frmsearchCust window(parent);
+        showModal(window);
+    }
+    return answer == vbYes || answer == vbNo;
+}
+
+void frmInvoice::Toolbar1_ButtonClick(int place)
+{
+    switch (place) {
+    case 2:
+        if (!Add_invoice(this))
+            return;
+        if (InvoiceSaved == 1) {
+            if (!LastInvoiceNo.trimmed().isEmpty())
+                NewInvoice();
+            else
+                Load_list();
+        }
+        break;
+    case 4:
+        DeleteInvoice();
+        break;
+    case 6:
+        OpenInvoice();
+        break;
+    case 8:
+        Show_help(this, QStringLiteral("Invoice.htm"));
+        break;
+    default:
+        break;
+    }
+}
+
+// A double click, Enter on a row, or "Edit".
+void frmInvoice::OpenInvoice()
+{
+    if (Inv_lst->topLevelItemCount() < 1 || !rules_->selected())
+        return;
+    OpenInvoiceNo = rules_->selected()->text(InvNo);
+    EditInvoiceMode = 1;
+    {
+        frmAddInv window(this);
+        showModal(window);
+    }
+    if (InvoiceSaved == 1)
+        Changed_Inv();
+}
+
+void frmInvoice::DeleteInvoice()
+{
+    if (Inv_lst->topLevelItemCount() == 0 || !rules_->selected()) {
+        MsgBox(QStringLiteral("No row selected. Please try again."), vbExclamation, QStringLiteral("Please try again"));
+        Busy_off();
+        return;
+    }
+    if (MsgBox(QStringLiteral("Are you sure you want to delete this invoice"), vbYesNo + vbQuestion,
+               QStringLiteral("Confirm")) != vbYes)
+        return;
+    DeleteNo = rules_->selected()->text(InvNo);
+    Delete_item();
+    rules_->removeSelected();
+}
+
+void frmInvoice::Delete_item()
+{
+    Trap(objectName(), "Delete_item", [this] {
+        Recordset invoices, lines;
+        invoices.open(QStringLiteral("Invoices"), ConnectionString, Recordset::adLockPessimistic);
+        lines.open(QStringLiteral("InvoiceD"), ConnectionString, Recordset::adLockPessimistic);
+        lines.setIndex(QStringLiteral("InvNo"));
+        invoices.setIndex(QStringLiteral("invno"));
+        invoices.seek(DeleteNo);
+        invoices.deleteRecord();
+        invoices.close();
+        // The lines of one invoice stand together in the index: stop at the first other.
+        const QString number = DeleteNo.trimmed();
+        for (lines.seek(number); !lines.eof(); lines.moveNext()) {
+            if (Null_to_text(lines.field(QStringLiteral("INVNO"))) != number)
+                break;
+            lines.deleteRecord();
+        }
+        lines.close();
+    });
+}
+
+void frmInvoice::NewInvoice()
+{
+    Trap(objectName(), "NewInvoice", [this] {
+        Recordset invoices, customers;
+        invoices.open(QStringLiteral("Invoices"), ConnectionString, Recordset::adLockReadOnly);
+        invoices.setIndex(QStringLiteral("INVNO"));
+        customers.open(QStringLiteral("Customers"), ConnectionString, Recordset::adLockReadOnly);
+        customers.setIndex(QStringLiteral("CUSTID"));
+        QTreeWidgetItem* row = nullptr;
+        if (invoices.recordCount() > 0) {
+            invoices.seek(LastInvoiceNo.trimmed());
+            if (!invoices.eof()) {
+                QStringList cells = invoiceCells(invoices);
+                customerCells(customers, Null_to_text(invoices.field(QStringLiteral("CUSTNO"))), cells);
+                row = rules_->addRow(cells, QStringLiteral("I") + cells[InvNo]);
+            }
+        }
+        invoices.close();
+        customers.close();
+        if (row) {
+            Inv_lst->clearSelection();
+            rules_->select(row);
+        }
+        LastInvoiceNo = QString();
+    });
+}
+
+void frmInvoice::Changed_Inv()
+{
+    Trap(objectName(), "Changed_Inv", [this] {
+        QTreeWidgetItem* row = rules_->selected();
+        Recordset invoices, customers;
+        invoices.open(QStringLiteral("Invoices"), ConnectionString, Recordset::adLockReadOnly);
+        invoices.setIndex(QStringLiteral("INVNO"));
+        customers.open(QStringLiteral("Customers"), ConnectionString, Recordset::adLockReadOnly);
+        customers.setIndex(QStringLiteral("CUSTID"));
+        if (row && invoices.recordCount() > 0) {
+            invoices.seek(row->text(InvNo));
+            if (!invoices.eof()) {
+                QStringList cells = invoiceCells(invoices);
+                for (int c : {InvNo, Date, Amount, Balance})
+                    row->setText(c, cells[c]);
+                if (customerCells(customers, Null_to_text(invoices.field(QStringLiteral("CUSTNO"))), cells)) {
+                    row->setText(CustId, cells[CustId]);
+                    row->setText(CustName, cells[CustName]);
+                }
+                // An emptied note, and the sort key of a changed date, stay until the
+                // list is read again.
+                if (!cells[Notes].isEmpty())
+                    row->setText(Notes, cells[Notes]);
+            }
+        }
+        invoices.close();
+        customers.close();
+        if (row)
+            rules_->select(row);
+    });
+}
