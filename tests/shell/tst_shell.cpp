@@ -68,8 +68,8 @@ class ShellTest : public QObject
     Q_OBJECT
 private slots:
     void firstStartBuildsTheFileAndTheWindow();
-    void secondStartChangesNothing();
-    void emptySystemTableIsAFirstRun();
+    void laterStart_data();
+    void laterStart();
     void settingsLoadWithTheirWidthsAndConversions();
     void settingsTableMatchesTheRow();
     void badSettingsEndTheProgram_data();
@@ -131,32 +131,34 @@ void ShellTest::firstStartBuildsTheFileAndTheWindow()
     VERIFY_UI(ui);
 }
 
-void ShellTest::secondStartChangesNothing()
+void ShellTest::laterStart_data()
 {
+    QTest::addColumn<bool>("settingsRow");
+    QTest::newRow("settings kept") << true;
+    QTest::newRow("empty System table") << false;
+}
+
+// A later start changes nothing in the file; with no settings row it is a first run.
+void ShellTest::laterStart()
+{
+    QFETCH(bool, settingsRow);
     TestUi ui;
-    makeDataFile(ui, {numbered()});
+    makeDataFile(ui, settingsRow ? QList<QMap<QString, Value>>{numbered()} : QList<QMap<QString, Value>>{});
     const QByteArray before = fileBytes(ui.file(u"data.mdb"_s));
     {
         frmMain w;
         w.MDIForm_Load();
-        QCOMPARE(SetupDone, qint16(1));
-        platform::activate(&w);
-        w.close();
-        QVERIFY(w.unloaded());
+        QCOMPARE(SetupDone, qint16(settingsRow));
+        QCOMPARE(settings.BusinessName.text(), QString(30, ' '));
+        if (settingsRow) {
+            platform::activate(&w);
+            w.close();
+            QVERIFY(w.unloaded());
+        }
     }
     Database::closeAll();
-    QCOMPARE(fileBytes(ui.file(u"data.mdb"_s)), before);
-    VERIFY_UI(ui);
-}
-
-void ShellTest::emptySystemTableIsAFirstRun()
-{
-    TestUi ui;
-    makeDataFile(ui, {});
-    frmMain w;
-    w.MDIForm_Load();
-    QCOMPARE(SetupDone, qint16(0));
-    QCOMPARE(settings.BusinessName.text(), QString(30, ' '));
+    if (settingsRow)
+        QCOMPARE(fileBytes(ui.file(u"data.mdb"_s)), before);
     VERIFY_UI(ui);
 }
 
