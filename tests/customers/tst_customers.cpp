@@ -50,16 +50,6 @@ void trigger(QWidget& w, int place)
     child<QAction>(w, u"Toolbar1(%1)"_s.arg(place))->trigger();
 }
 
-void click(QWidget& w, const QString& name)
-{
-    child<QPushButton>(w, name)->click();
-}
-
-QString text(QWidget& w, const QString& name)
-{
-    return child<QLineEdit>(w, name)->text();
-}
-
 QTreeWidget* custList(QWidget& w)
 {
     return child<QTreeWidget>(w, u"Cust_lst"_s);
@@ -154,7 +144,7 @@ void CustomersTest::searchAndSort()
     auto* found = child<QLabel>(w, u"Found_lbl"_s);
     auto search = [&](const QString& text) {
         type(w, "Search_txt", text);
-        click(w, u"search_cmd"_s);
+        child<QPushButton>(w, u"search_cmd"_s)->click();
         return list->currentItem() ? list->currentItem()->text(0) : QString();
     };
     // From the top, then on to the next match, then round again.
@@ -222,7 +212,7 @@ void CustomersTest::newNumberedCustomer()
         ui.onModal(u"frmAddCust"_s, [&](QDialog& w) {
             [&] {
                 QCOMPARE(w.windowTitle(), u"Customer"_s);
-                QCOMPARE(text(w, u"custid_lbl"_s), proposal);
+                QCOMPARE(child<QLineEdit>(w, u"custid_lbl"_s)->text(), proposal);
                 QVERIFY(!enabled(w, u"custid_lbl"_s));
                 QVERIFY(!enabled(w, u"inv_frame"_s));
                 QCOMPARE(child<QDateEdit>(w, u"DTPicker1"_s)->date(), QDate(2026, 11, 22));
@@ -232,15 +222,15 @@ void CustomersTest::newNumberedCustomer()
             child<MemoBox>(w, u"address1"_s)->setPlainText(u"1 High St "_s);
             type(w, "address3", u"York"_s);
             type(w, "postcode_txt", u"YO1"_s);
-            click(w, u"copy_cmd"_s);
+            child<QPushButton>(w, u"copy_cmd"_s)->click();
             ui.expectBox(u"Saved"_s, Saved, vbOK, vbInformation);
             ui.expectBox(u"Add Invoice"_s, AddInvoice, vbNo);
-            click(w, u"Save_cmd"_s);
+            child<QPushButton>(w, u"Save_cmd"_s)->click();
             [&] {
                 QVERIFY(enabled(w, u"inv_frame"_s));
                 QVERIFY(!static_cast<frmAddCust&>(w).changed());
             }();
-            click(w, u"exit_cmd"_s); // saved: no question
+            child<QPushButton>(w, u"exit_cmd"_s)->click(); // saved: no question
             return 0;
         });
         trigger(list, 2);
@@ -281,21 +271,21 @@ void CustomersTest::newFreeFormCustomerAndClashes()
     ui.onModal(u"frmAddCust"_s, [&](QDialog& w) {
         [&] {
             QVERIFY(enabled(w, u"custid_lbl"_s));
-            QCOMPARE(text(w, u"custid_lbl"_s), QString());
+            QCOMPARE(child<QLineEdit>(w, u"custid_lbl"_s)->text(), QString());
         }();
         fill(w, u"ACME"_s);
         ui.expectBox(u"Customer Number Already In Use"_s, InUse, vbOK, vbExclamation);
         ui.expectBox(u"Customer Number Already In Use"_s, InUse, vbOK, vbExclamation);
-        click(w, u"Save_cmd"_s);
+        child<QPushButton>(w, u"Save_cmd"_s)->click();
         [&] { QCOMPARE(CustomerChanged, qint16(1)); }();
         // An empty id: the other box, then the beep of the required field.
         type(w, "custid_lbl", QString());
         ui.expectBox(u"Enter Customer ID"_s, u" Please enter a Customer ID."_s, vbOK, vbExclamation);
-        click(w, u"Save_cmd"_s);
+        child<QPushButton>(w, u"Save_cmd"_s)->click();
         [&] { QCOMPARE(ui.beeps, 1); }();
         type(w, "custid_lbl", u"ACME"_s);
         ui.expectBox(u"Save Changes"_s, u"Do you wish to save changes?"_s, vbNo);
-        click(w, u"exit_cmd"_s);
+        child<QPushButton>(w, u"exit_cmd"_s)->click();
         return 0;
     });
     trigger(list, 2);
@@ -308,8 +298,8 @@ void CustomersTest::newFreeFormCustomerAndClashes()
         fill(w, u" Shop 7 "_s);
         ui.expectBox(u"Saved"_s, Saved);
         ui.expectBox(u"Add Invoice"_s, AddInvoice, vbNo);
-        click(w, u"Save_cmd"_s);
-        click(w, u"exit_cmd"_s);
+        child<QPushButton>(w, u"Save_cmd"_s)->click();
+        child<QPushButton>(w, u"exit_cmd"_s)->click();
         return 0;
     });
     trigger(list, 2);
@@ -322,7 +312,7 @@ void CustomersTest::newFreeFormCustomerAndClashes()
         ui.expectBox(u"Customer Number Already In Use"_s, InUse);
         ui.expectBox(u"Error Message"_s, errorMessageText(err::DuplicateKey, u"frmAddCust"_s, u"Save_cmd"_s,
                                                           standardErrorText(err::DuplicateKey)));
-        click(w, u"Save_cmd"_s);
+        child<QPushButton>(w, u"Save_cmd"_s)->click();
         return 0;
     });
     QVERIFY(endsProgram([&] { trigger(list, 2); }));
@@ -342,15 +332,15 @@ void CustomersTest::existingCustomerChangesInPlace()
     lst->setCurrentItem(lst->topLevelItem(1));
     ui.onModal(u"frmAddCust"_s, [&](QDialog& w) {
         [&] {
-            QCOMPARE(text(w, u"custid_lbl"_s), u"CUS2"_s);
+            QCOMPARE(child<QLineEdit>(w, u"custid_lbl"_s)->text(), u"CUS2"_s);
             QVERIFY(!enabled(w, u"custid_lbl"_s));
-            QCOMPARE(text(w, u"Lastname_txt"_s), u"Adams"_s);
-            QCOMPARE(text(w, u"Phone_txt"_s), u"0123"_s);
+            QCOMPARE(child<QLineEdit>(w, u"Lastname_txt"_s)->text(), u"Adams"_s);
+            QCOMPARE(child<QLineEdit>(w, u"Phone_txt"_s)->text(), u"0123"_s);
         }();
         type(w, "Lastname_txt", u"Zulu"_s);
         ui.expectBox(u"Saved"_s, Saved);
-        click(w, u"Save_cmd"_s);
-        click(w, u"exit_cmd"_s);
+        child<QPushButton>(w, u"Save_cmd"_s)->click();
+        child<QPushButton>(w, u"exit_cmd"_s)->click();
         return 0;
     });
     trigger(list, 6);
@@ -359,7 +349,7 @@ void CustomersTest::existingCustomerChangesInPlace()
     QCOMPARE(columnValues(u"Customers"_s, u"LastName"_s), (QStringList{"Brown", "Zulu"}));
     // View and Exit without a change leaves the row alone.
     ui.onModal(u"frmAddCust"_s, [&](QDialog& w) {
-        click(w, u"exit_cmd"_s);
+        child<QPushButton>(w, u"exit_cmd"_s)->click();
         return 0;
     });
     list.OpenRow();
@@ -447,7 +437,7 @@ void CustomersTest::invoiceHistory()
     QVERIFY(!(lst->topLevelItem(0)->data(5, Qt::TextAlignmentRole).toInt() & Qt::AlignRight));
     lst->setCurrentItem(lst->topLevelItem(0));
     ui.expectBox(u"Confirm"_s, u"Are you sure you want to delete this invoice"_s, vbYes);
-    click(w, u"Delete_cmd"_s);
+    child<QPushButton>(w, u"Delete_cmd"_s)->click();
     QCOMPARE(child<QLabel>(w, u"Total_lbl"_s)->text(), u"      0.00"_s);
     QCOMPARE(listRows(lst).size(), 1);
     QCOMPARE(columnValues(u"Invoices"_s, u"InvNo"_s), (QStringList{"INV1", "INV3"}));
@@ -475,10 +465,10 @@ void CustomersTest::customisationShowsAtOnce()
         child<QCheckBox>(d, u"fax_chk"_s)->setChecked(false);
         child<QCheckBox>(d, u"mobile_chk"_s)->setChecked(true);
         child<QCheckBox>(d, u"Shipping1_chk"_s)->setChecked(true);
-        click(d, u"ok_cmd"_s);
+        child<QPushButton>(d, u"ok_cmd"_s)->click();
         return 1;
     });
-    click(w, u"Customize_cmd"_s);
+    child<QPushButton>(w, u"Customize_cmd"_s)->click();
     QVERIFY(!child<QLineEdit>(w, u"Fax_txt"_s)->isVisible());
     QVERIFY(child<QLineEdit>(w, u"mobile_txt"_s)->isVisible());
     QVERIFY(child<QLineEdit>(w, u"delpostcode"_s)->isVisible());
@@ -490,10 +480,10 @@ void CustomersTest::customisationShowsAtOnce()
     // Cancel saves nothing.
     ui.onModal(u"frmCustomerSet"_s, [&](QDialog& d) {
         child<QCheckBox>(d, u"phone_chk"_s)->setChecked(false);
-        click(d, u"cancel_cmd"_s);
+        child<QPushButton>(d, u"cancel_cmd"_s)->click();
         return 0;
     });
-    click(w, u"Customize_cmd"_s);
+    child<QPushButton>(w, u"Customize_cmd"_s)->click();
     QCOMPARE(settings.phoneVisible, qint16(1));
     VERIFY_UI(ui);
 }
@@ -560,7 +550,7 @@ void CustomersTest::onlyTypingIsAChange()
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QTest::keyClicks(QApplication::focusWidget(), letters);
     if (copy)
-        click(w, u"copy_cmd"_s);
+        child<QPushButton>(w, u"copy_cmd"_s)->click();
     if (answer)
         ui.expectBox(u"Save Changes"_s, u"Do you wish to save changes?"_s, answer);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::AltModifier); // "&Exit", pressed on screen
@@ -580,8 +570,8 @@ void CustomersTest::closedRecordGivesTheListTheFocus()
         addRow(u"Customers"_s, customer(QLatin1String(id), u"Name "_s + QLatin1String(id)));
     QStringList opened;
     auto record = [&](QDialog& w) {
-        opened << text(w, u"custid_lbl"_s);
-        click(w, u"exit_cmd"_s);
+        opened << child<QLineEdit>(w, u"custid_lbl"_s)->text();
+        child<QPushButton>(w, u"exit_cmd"_s)->click();
         return 0;
     };
     ui.onModal(u"frmCustomer"_s, [&](QDialog& list) {

@@ -32,16 +32,6 @@ void trigger(QWidget& w, int place)
     child<QAction>(w, u"Toolbar1(%1)"_s.arg(place))->trigger();
 }
 
-void click(QWidget& w, const QString& name)
-{
-    child<QPushButton>(w, name)->click();
-}
-
-QString text(QWidget& w, const QString& name)
-{
-    return child<QLineEdit>(w, name)->text();
-}
-
 // Leaving a box, as the focus moving on would.
 void leave(QWidget* box)
 {
@@ -90,10 +80,10 @@ void ItemsTest::listShowsEveryItem()
         }();
         // The price text is searched, "Taxable" is not.
         QTest::keyClicks(child<QLineEdit>(w, u"search_txt"_s), u"9.5"_s);
-        click(w, u"search_cmd"_s);
+        child<QPushButton>(w, u"search_cmd"_s)->click();
         [&] { QCOMPARE(list->currentItem()->text(0), u"P2"_s); }();
         child<QLineEdit>(w, u"search_txt"_s)->setText(u"Yes"_s);
-        click(w, u"search_cmd"_s);
+        child<QPushButton>(w, u"search_cmd"_s)->click();
         [&] { QCOMPARE(child<QLabel>(w, u"Found_lbl"_s)->text(), u"Not Found"_s); }();
         return 0;
     });
@@ -127,7 +117,7 @@ void ItemsTest::newNumberedItem()
     ui.onModal(u"frm_AddPart"_s, [&](QDialog& w) {
         [&] {
             QCOMPARE(w.windowTitle(), u"Add Item"_s);
-            QCOMPARE(text(w, u"Part_lbl"_s), proposal);
+            QCOMPARE(child<QLineEdit>(w, u"Part_lbl"_s)->text(), proposal);
             QVERIFY(!child<QLineEdit>(w, u"Part_lbl"_s)->isEnabled());
             QCOMPARE(child<QLabel>(w, u"count_lbl"_s)->text(), u"120"_s);
         }();
@@ -141,7 +131,7 @@ void ItemsTest::newNumberedItem()
         QTest::keyClicks(child<QLineEdit>(w, u"Price_txt"_s), u"12.5"_s);
         child<QCheckBox>(w, u"tax_chk"_s)->setChecked(true);
         ui.expectBox(u"Continue?"_s, Continue, vbYes, vbYesNo + vbQuestion);
-        click(w, u"Update_cmd"_s);
+        child<QPushButton>(w, u"Update_cmd"_s)->click();
         return w.result();
     });
     trigger(list, 2);
@@ -192,7 +182,7 @@ void ItemsTest::priceEntry()
         QTest::keyClicks(price, typed);
     leave(price);
     QCOMPARE(price->text(), shown);
-    click(w, u"Update_cmd"_s); // no question with ConfirmAll
+    child<QPushButton>(w, u"Update_cmd"_s)->click(); // no question with ConfirmAll
     QCOMPARE(columnValues(u"Parts"_s, u"Price"_s), QStringList{stored});
     QCOMPARE(columnValues(u"Parts"_s, u"Taxable"_s), QStringList{"0"});
     VERIFY_UI(ui);
@@ -210,7 +200,7 @@ void ItemsTest::freeFormAndRefusals()
     QCOMPARE(id->text(), QString());
     auto update = [&](int answer) {
         ui.expectBox(u"Continue?"_s, Continue, answer);
-        click(w, u"Update_cmd"_s);
+        child<QPushButton>(w, u"Update_cmd"_s)->click();
     };
     update(vbNo); // No is the end of it.
     // An id in use in another case.
@@ -218,7 +208,7 @@ void ItemsTest::freeFormAndRefusals()
     ui.expectBox(u"Continue?"_s, Continue, vbYes);
     ui.expectBox(u"Item\\Part Number Already In Use"_s,
                  u"This Item\\Part number has already been used. Please try again!"_s, vbOK, vbExclamation);
-    click(w, u"Update_cmd"_s);
+    child<QPushButton>(w, u"Update_cmd"_s)->click();
     // Required fields beep, with no message.
     id->setText(u"NUT"_s);
     update(vbYes);
@@ -248,14 +238,14 @@ void ItemsTest::editAndDelete()
     lst->setCurrentItem(lst->topLevelItem(1));
     ui.onModal(u"frm_AddPart"_s, [&](QDialog& w) {
         [&] {
-            QCOMPARE(text(w, u"Part_lbl"_s), u"B"_s);
-            QCOMPARE(text(w, u"Price_txt"_s), u"      6.00"_s);
+            QCOMPARE(child<QLineEdit>(w, u"Part_lbl"_s)->text(), u"B"_s);
+            QCOMPARE(child<QLineEdit>(w, u"Price_txt"_s)->text(), u"      6.00"_s);
             QVERIFY(child<QCheckBox>(w, u"tax_chk"_s)->isChecked());
             QCOMPARE(child<QLabel>(w, u"count_lbl"_s)->text(), u"114"_s);
         }();
         child<QCheckBox>(w, u"tax_chk"_s)->setChecked(false);
         child<QLineEdit>(w, u"Short_txt"_s)->setText(u"Changed"_s);
-        click(w, u"Update_cmd"_s);
+        child<QPushButton>(w, u"Update_cmd"_s)->click();
         return 1;
     });
     trigger(list, 6);
@@ -264,7 +254,7 @@ void ItemsTest::editAndDelete()
     // Exit drops what was typed and tells the list nothing was saved.
     ui.onModal(u"frm_AddPart"_s, [&](QDialog& w) {
         child<QLineEdit>(w, u"Short_txt"_s)->setText(u"Dropped"_s);
-        click(w, u"Exit_cmd"_s);
+        child<QPushButton>(w, u"Exit_cmd"_s)->click();
         return 0;
     });
     trigger(list, 6);
