@@ -55,11 +55,6 @@ QTreeWidget* custList(QWidget& w)
     return child<QTreeWidget>(w, u"Cust_lst"_s);
 }
 
-bool enabled(QWidget& w, const QString& name)
-{
-    return child<QWidget>(w, name)->isEnabled();
-}
-
 const QString Saved = u"Customer details have been saved."_s;
 const QString AddInvoice = u"Do you want to add an invoice to this customer?"_s;
 const QString InUse = u"This Customer number has already been used. Please try again!"_s;
@@ -213,8 +208,8 @@ void CustomersTest::newNumberedCustomer()
             [&] {
                 QCOMPARE(w.windowTitle(), u"Customer"_s);
                 QCOMPARE(child<QLineEdit>(w, u"custid_lbl"_s)->text(), proposal);
-                QVERIFY(!enabled(w, u"custid_lbl"_s));
-                QVERIFY(!enabled(w, u"inv_frame"_s));
+                QVERIFY(!child<QWidget>(w, u"custid_lbl"_s)->isEnabled());
+                QVERIFY(!child<QWidget>(w, u"inv_frame"_s)->isEnabled());
                 QCOMPARE(child<QDateEdit>(w, u"DTPicker1"_s)->date(), QDate(2026, 11, 22));
             }();
             type(w, "FirstName_txt", u" Jo "_s);
@@ -227,7 +222,7 @@ void CustomersTest::newNumberedCustomer()
             ui.expectBox(u"Add Invoice"_s, AddInvoice, vbNo);
             child<QPushButton>(w, u"Save_cmd"_s)->click();
             [&] {
-                QVERIFY(enabled(w, u"inv_frame"_s));
+                QVERIFY(child<QWidget>(w, u"inv_frame"_s)->isEnabled());
                 QVERIFY(!static_cast<frmAddCust&>(w).changed());
             }();
             child<QPushButton>(w, u"exit_cmd"_s)->click(); // saved: no question
@@ -270,7 +265,7 @@ void CustomersTest::newFreeFormCustomerAndClashes()
     // The same id: both checks show the box; the window stays, the list hears of the id.
     ui.onModal(u"frmAddCust"_s, [&](QDialog& w) {
         [&] {
-            QVERIFY(enabled(w, u"custid_lbl"_s));
+            QVERIFY(child<QWidget>(w, u"custid_lbl"_s)->isEnabled());
             QCOMPARE(child<QLineEdit>(w, u"custid_lbl"_s)->text(), QString());
         }();
         fill(w, u"ACME"_s);
@@ -333,7 +328,7 @@ void CustomersTest::existingCustomerChangesInPlace()
     ui.onModal(u"frmAddCust"_s, [&](QDialog& w) {
         [&] {
             QCOMPARE(child<QLineEdit>(w, u"custid_lbl"_s)->text(), u"CUS2"_s);
-            QVERIFY(!enabled(w, u"custid_lbl"_s));
+            QVERIFY(!child<QWidget>(w, u"custid_lbl"_s)->isEnabled());
             QCOMPARE(child<QLineEdit>(w, u"Lastname_txt"_s)->text(), u"Adams"_s);
             QCOMPARE(child<QLineEdit>(w, u"Phone_txt"_s)->text(), u"0123"_s);
         }();
