@@ -22,13 +22,14 @@
 #include <QtTest>
 
 using namespace platform;
+using namespace Qt::StringLiterals;
 
 namespace
 {
 
 void trigger(QWidget& w, int place)
 {
-    child<QAction>(w, QStringLiteral("Toolbar1(%1)").arg(place))->trigger();
+    child<QAction>(w, u"Toolbar1(%1)"_s.arg(place))->trigger();
 }
 
 // Leaving a box, as the focus moving on would.
@@ -40,14 +41,11 @@ void leave(QWidget* box)
 
 QMap<QString, Value> item(const QString& id, double price, int taxable = 1)
 {
-    return {{"ID", id},
-            {"ShortDesc", QStringLiteral("Short ") + id},
-            {"Desc", QStringLiteral("Long ") + id},
-            {"Price", price},
-            {"Taxable", taxable}};
+    return {
+        {"ID", id}, {"ShortDesc", u"Short "_s + id}, {"Desc", u"Long "_s + id}, {"Price", price}, {"Taxable", taxable}};
 }
 
-const QString Continue = QStringLiteral("Are you sure you want to update?");
+const QString Continue = u"Are you sure you want to update?"_s;
 
 } // namespace
 
@@ -67,34 +65,32 @@ private slots:
 void ItemsTest::listShowsEveryItem()
 {
     TestUi ui;
-    auto main = startProgram(ui, {{"PartStart", QStringLiteral("1001")}});
-    addRow(QStringLiteral("Parts"), item(QStringLiteral("P1"), 100.0));
-    addRow(QStringLiteral("Parts"), item(QStringLiteral("P2"), 9.5, 2));
-    addRow(QStringLiteral("Parts"),
-           {{"ID", QStringLiteral("P3")}, {"Desc", QStringLiteral("no price")}, {"Price", Value()}});
-    ui.onModal(QStringLiteral("frm_Parts"), [&](QDialog& w) {
-        auto* list = child<QTreeWidget>(w, QStringLiteral("Parts_lst"));
+    auto main = startProgram(ui, {{"PartStart", u"1001"_s}});
+    addRow(u"Parts"_s, item(u"P1"_s, 100.0));
+    addRow(u"Parts"_s, item(u"P2"_s, 9.5, 2));
+    addRow(u"Parts"_s, {{"ID", u"P3"_s}, {"Desc", u"no price"_s}, {"Price", Value()}});
+    ui.onModal(u"frm_Parts"_s, [&](QDialog& w) {
+        auto* list = child<QTreeWidget>(w, u"Parts_lst"_s);
         [&] {
-            QCOMPARE(w.windowTitle(), QStringLiteral("Items"));
-            QCOMPARE(list->headerItem()->text(1), QStringLiteral("Short Descriprtion"));
-            QCOMPARE(listRows(list, QStringLiteral("|")),
+            QCOMPARE(w.windowTitle(), u"Items"_s);
+            QCOMPARE(list->headerItem()->text(1), u"Short Descriprtion"_s);
+            QCOMPARE(listRows(list, u"|"_s),
                      (QStringList{"P1|Short P1|Long P1|       100.00|Yes", "P2|Short P2|Long P2|         9.50|No",
                                   "P3||no price|             |No"}));
         }();
         // The price text is searched, "Taxable" is not.
-        QTest::keyClicks(child<QLineEdit>(w, QStringLiteral("search_txt")), QStringLiteral("9.5"));
-        child<QPushButton>(w, QStringLiteral("search_cmd"))->click();
-        [&] { QCOMPARE(list->currentItem()->text(0), QStringLiteral("P2")); }();
-        child<QLineEdit>(w, QStringLiteral("search_txt"))->setText(QStringLiteral("Yes"));
-        child<QPushButton>(w, QStringLiteral("search_cmd"))->click();
-        [&] { QCOMPARE(child<QLabel>(w, QStringLiteral("Found_lbl"))->text(), QStringLiteral("Not Found")); }();
+        QTest::keyClicks(child<QLineEdit>(w, u"search_txt"_s), u"9.5"_s);
+        child<QPushButton>(w, u"search_cmd"_s)->click();
+        [&] { QCOMPARE(list->currentItem()->text(0), u"P2"_s); }();
+        child<QLineEdit>(w, u"search_txt"_s)->setText(u"Yes"_s);
+        child<QPushButton>(w, u"search_cmd"_s)->click();
+        [&] { QCOMPARE(child<QLabel>(w, u"Found_lbl"_s)->text(), u"Not Found"_s); }();
         return 0;
     });
-    child<QAction>(*main, QStringLiteral("Toolbar1(11)"))->trigger();
+    trigger(*main, 11);
     // A Null long description is a failure of the list.
-    addRow(QStringLiteral("Parts"), {{"ID", QStringLiteral("P4")}});
-    ui.expectBox(QStringLiteral("Error Message"),
-                 errorMessageText(94, QStringLiteral("frm_Parts"), QStringLiteral("Load_list"), standardErrorText(94)));
+    addRow(u"Parts"_s, {{"ID", u"P4"_s}});
+    ui.expectBox(u"Error Message"_s, errorMessageText(94, u"frm_Parts"_s, u"Load_list"_s, standardErrorText(94)));
     QVERIFY(endsProgram([] { frm_Parts w; }));
     VERIFY_UI(ui);
 }
@@ -104,10 +100,8 @@ void ItemsTest::newNumberedItem_data()
     QTest::addColumn<QStringList>("taken");
     QTest::addColumn<QString>("proposal");
     QTest::addColumn<QString>("next");
-    QTest::newRow("nothing taken") << QStringList{} << "PRT100001"
-                                   << "100002";
-    QTest::newRow("skips exact ids") << QStringList{"PRT100001", "PRT100002"} << "PRT100003"
-                                     << "100004";
+    QTest::newRow("nothing taken") << QStringList{} << u"PRT100001"_s << u"100002"_s;
+    QTest::newRow("skips exact ids") << QStringList{"PRT100001", "PRT100002"} << u"PRT100003"_s << u"100004"_s;
 }
 
 void ItemsTest::newNumberedItem()
@@ -116,40 +110,39 @@ void ItemsTest::newNumberedItem()
     QFETCH(QString, proposal);
     QFETCH(QString, next);
     TestUi ui;
-    auto main = startProgram(ui, {{"PartPrefix", QStringLiteral("PRT")}, {"PartStart", QStringLiteral("100001")}});
+    auto main = startProgram(ui, {{"PartPrefix", u"PRT"_s}, {"PartStart", u"100001"_s}});
     for (const QString& id : taken)
-        addRow(QStringLiteral("Parts"), item(id, 1.0));
+        addRow(u"Parts"_s, item(id, 1.0));
     frm_Parts list;
-    ui.onModal(QStringLiteral("frm_AddPart"), [&](QDialog& w) {
+    ui.onModal(u"frm_AddPart"_s, [&](QDialog& w) {
         [&] {
-            QCOMPARE(w.windowTitle(), QStringLiteral("Add Item"));
-            QCOMPARE(child<QLineEdit>(w, QStringLiteral("Part_lbl"))->text(), proposal);
-            QVERIFY(!child<QLineEdit>(w, QStringLiteral("Part_lbl"))->isEnabled());
-            QCOMPARE(child<QLabel>(w, QStringLiteral("count_lbl"))->text(), QStringLiteral("120"));
+            QCOMPARE(w.windowTitle(), u"Add Item"_s);
+            QCOMPARE(child<QLineEdit>(w, u"Part_lbl"_s)->text(), proposal);
+            QVERIFY(!child<QLineEdit>(w, u"Part_lbl"_s)->isEnabled());
+            QCOMPARE(child<QLabel>(w, u"count_lbl"_s)->text(), u"120"_s);
         }();
-        QTest::keyClicks(child<QLineEdit>(w, QStringLiteral("Short_txt")), QStringLiteral("Widget"));
-        auto* longText = child<MemoBox>(w, QStringLiteral("long_txt"));
+        QTest::keyClicks(child<QLineEdit>(w, u"Short_txt"_s), u"Widget"_s);
+        auto* longText = child<MemoBox>(w, u"long_txt"_s);
         QTest::keyClicks(longText, QString(120, 'w'));
         [&] {
-            QCOMPARE(child<QLabel>(w, QStringLiteral("count_lbl"))->text(), QStringLiteral("0"));
+            QCOMPARE(child<QLabel>(w, u"count_lbl"_s)->text(), u"0"_s);
             QCOMPARE(longText->text().size(), 120);
         }();
-        QTest::keyClicks(child<QLineEdit>(w, QStringLiteral("Price_txt")), QStringLiteral("12.5"));
-        child<QCheckBox>(w, QStringLiteral("tax_chk"))->setChecked(true);
-        ui.expectBox(QStringLiteral("Continue?"), Continue, vbYes, vbYesNo + vbQuestion);
-        child<QPushButton>(w, QStringLiteral("Update_cmd"))->click();
+        QTest::keyClicks(child<QLineEdit>(w, u"Price_txt"_s), u"12.5"_s);
+        child<QCheckBox>(w, u"tax_chk"_s)->setChecked(true);
+        ui.expectBox(u"Continue?"_s, Continue, vbYes, vbYesNo + vbQuestion);
+        child<QPushButton>(w, u"Update_cmd"_s)->click();
         return w.result();
     });
     trigger(list, 2);
     QCOMPARE(ItemSaved, qint16(1));
     QCOMPARE(LastItemID.trimmed(), proposal);
     QCOMPARE(settings.PartStart, next);
-    QCOMPARE(columnValues(QStringLiteral("System"), QStringLiteral("PartStart")), QStringList{next});
-    auto* lst = child<QTreeWidget>(list, QStringLiteral("Parts_lst"));
-    QCOMPARE(listRows(lst, QStringLiteral("|")).last(),
-             proposal + QStringLiteral("|Widget|") + QString(120, 'w') + QStringLiteral("|        12.50|Yes"));
+    QCOMPARE(columnValues(u"System"_s, u"PartStart"_s), QStringList{next});
+    auto* lst = child<QTreeWidget>(list, u"Parts_lst"_s);
+    QCOMPARE(listRows(lst, u"|"_s).last(), proposal + u"|Widget|"_s + QString(120, 'w') + u"|        12.50|Yes"_s);
     QCOMPARE(lst->currentItem()->text(0), proposal);
-    QCOMPARE(columnValues(QStringLiteral("Parts"), QStringLiteral("Price")).last(), QStringLiteral("12.5"));
+    QCOMPARE(columnValues(u"Parts"_s, u"Price"_s).last(), u"12.5"_s);
     VERIFY_UI(ui);
 }
 
@@ -159,16 +152,14 @@ void ItemsTest::priceEntry_data()
     QTest::addColumn<bool>("pasted");
     QTest::addColumn<QString>("shown");
     QTest::addColumn<QString>("stored");
-    QTest::newRow("keys filtered") << "1a2.5.0x" << false << "     12.50"
-                                   << "12.5";
-    QTest::newRow("point alone") << "." << false << "         ."
-                                 << "0";
-    QTest::newRow("zero") << "0" << false << "      0.00"
-                          << "0";
-    QTest::newRow("pasted text read up to its number") << "12abc" << true << "     12abc"
-                                                       << "12";
-    QTest::newRow("pasted amount rounded") << "3.14159" << true << "      3.14"
-                                           << "3.14";
+    auto row = [](const char* name, const char* typed, bool pasted, const char* shown, const char* stored) {
+        QTest::newRow(name) << QString(typed) << pasted << QString(shown) << QString(stored);
+    };
+    row("keys filtered", "1a2.5.0x", false, "     12.50", "12.5");
+    row("point alone", ".", false, "         .", "0");
+    row("zero", "0", false, "      0.00", "0");
+    row("pasted text read up to its number", "12abc", true, "     12abc", "12");
+    row("pasted amount rounded", "3.14159", true, "      3.14", "3.14");
 }
 
 void ItemsTest::priceEntry()
@@ -181,105 +172,102 @@ void ItemsTest::priceEntry()
     auto main = startProgram(ui, {{"freeformPart", 1}, {"ConfirmAll", 1}});
     NewItemMode = 1;
     frm_AddPart w;
-    child<QLineEdit>(w, QStringLiteral("Part_lbl"))->setText(QStringLiteral("X1"));
-    child<QLineEdit>(w, QStringLiteral("Short_txt"))->setText(QStringLiteral("s"));
-    child<MemoBox>(w, QStringLiteral("long_txt"))->setText(QStringLiteral("l"));
-    auto* price = child<QLineEdit>(w, QStringLiteral("Price_txt"));
+    child<QLineEdit>(w, u"Part_lbl"_s)->setText(u"X1"_s);
+    child<QLineEdit>(w, u"Short_txt"_s)->setText(u"s"_s);
+    child<MemoBox>(w, u"long_txt"_s)->setText(u"l"_s);
+    auto* price = child<QLineEdit>(w, u"Price_txt"_s);
     if (pasted)
         price->setText(typed);
     else
         QTest::keyClicks(price, typed);
     leave(price);
     QCOMPARE(price->text(), shown);
-    child<QPushButton>(w, QStringLiteral("Update_cmd"))->click(); // no question with ConfirmAll
-    QCOMPARE(columnValues(QStringLiteral("Parts"), QStringLiteral("Price")), QStringList{stored});
-    QCOMPARE(columnValues(QStringLiteral("Parts"), QStringLiteral("Taxable")), QStringList{"0"});
+    child<QPushButton>(w, u"Update_cmd"_s)->click(); // no question with ConfirmAll
+    QCOMPARE(columnValues(u"Parts"_s, u"Price"_s), QStringList{stored});
+    QCOMPARE(columnValues(u"Parts"_s, u"Taxable"_s), QStringList{"0"});
     VERIFY_UI(ui);
 }
 
 void ItemsTest::freeFormAndRefusals()
 {
     TestUi ui;
-    auto main = startProgram(ui, {{"freeformPart", 1}, {"PartStart", QStringLiteral("100001")}});
-    addRow(QStringLiteral("Parts"), item(QStringLiteral("BOLT"), 1.0));
+    auto main = startProgram(ui, {{"freeformPart", 1}, {"PartStart", u"100001"_s}});
+    addRow(u"Parts"_s, item(u"BOLT"_s, 1.0));
     NewItemMode = 1;
     frm_AddPart w;
-    auto* id = child<QLineEdit>(w, QStringLiteral("Part_lbl"));
+    auto* id = child<QLineEdit>(w, u"Part_lbl"_s);
     QVERIFY(id->isEnabled());
     QCOMPARE(id->text(), QString());
-    // No is the end of it.
-    ui.expectBox(QStringLiteral("Continue?"), Continue, vbNo);
-    child<QPushButton>(w, QStringLiteral("Update_cmd"))->click();
+    auto update = [&](int answer) {
+        ui.expectBox(u"Continue?"_s, Continue, answer);
+        child<QPushButton>(w, u"Update_cmd"_s)->click();
+    };
+    update(vbNo); // No is the end of it.
     // An id in use in another case.
-    id->setText(QStringLiteral(" bolt "));
-    ui.expectBox(QStringLiteral("Continue?"), Continue, vbYes);
-    ui.expectBox(QStringLiteral("Item\\Part Number Already In Use"),
-                 QStringLiteral("This Item\\Part number has already been used. Please try again!"), vbOK,
-                 vbExclamation);
-    child<QPushButton>(w, QStringLiteral("Update_cmd"))->click();
+    id->setText(u" bolt "_s);
+    ui.expectBox(u"Continue?"_s, Continue, vbYes);
+    ui.expectBox(u"Item\\Part Number Already In Use"_s,
+                 u"This Item\\Part number has already been used. Please try again!"_s, vbOK, vbExclamation);
+    child<QPushButton>(w, u"Update_cmd"_s)->click();
     // Required fields beep, with no message.
-    id->setText(QStringLiteral("NUT"));
-    ui.expectBox(QStringLiteral("Continue?"), Continue, vbYes);
-    child<QPushButton>(w, QStringLiteral("Update_cmd"))->click();
+    id->setText(u"NUT"_s);
+    update(vbYes);
     QCOMPARE(ui.beeps, 1);
-    child<QLineEdit>(w, QStringLiteral("Short_txt"))->setText(QStringLiteral("Nut"));
-    child<MemoBox>(w, QStringLiteral("long_txt"))->setText(QStringLiteral("M6 nut"));
-    child<QLineEdit>(w, QStringLiteral("Price_txt"))->setText(QStringLiteral("   "));
-    ui.expectBox(QStringLiteral("Continue?"), Continue, vbYes);
-    child<QPushButton>(w, QStringLiteral("Update_cmd"))->click();
+    child<QLineEdit>(w, u"Short_txt"_s)->setText(u"Nut"_s);
+    child<MemoBox>(w, u"long_txt"_s)->setText(u"M6 nut"_s);
+    child<QLineEdit>(w, u"Price_txt"_s)->setText(u"   "_s);
+    update(vbYes);
     QCOMPARE(ui.beeps, 2);
-    QCOMPARE(columnValues(QStringLiteral("Parts"), QStringLiteral("ID")), QStringList{"BOLT"});
-    child<QLineEdit>(w, QStringLiteral("Price_txt"))->setText(QStringLiteral("0.2"));
-    ui.expectBox(QStringLiteral("Continue?"), Continue, vbYes);
-    child<QPushButton>(w, QStringLiteral("Update_cmd"))->click();
-    QCOMPARE(columnValues(QStringLiteral("Parts"), QStringLiteral("ID")), (QStringList{"BOLT", "NUT"}));
-    QCOMPARE(settings.PartStart, QStringLiteral("100001")); // free form leaves the next number
+    QCOMPARE(columnValues(u"Parts"_s, u"ID"_s), QStringList{"BOLT"});
+    child<QLineEdit>(w, u"Price_txt"_s)->setText(u"0.2"_s);
+    update(vbYes);
+    QCOMPARE(columnValues(u"Parts"_s, u"ID"_s), (QStringList{"BOLT", "NUT"}));
+    QCOMPARE(settings.PartStart, u"100001"_s); // free form leaves the next number
     VERIFY_UI(ui);
 }
 
 void ItemsTest::editAndDelete()
 {
     TestUi ui;
-    auto main = startProgram(ui, {{"ConfirmAll", 1}, {"PartStart", QStringLiteral("1001")}});
-    addRow(QStringLiteral("Parts"), item(QStringLiteral("A"), 5.0));
-    addRow(QStringLiteral("Parts"), item(QStringLiteral("B"), 6.0));
-    addRow(QStringLiteral("InvoiceD"), {{"InvNo", QStringLiteral("INV1")}, {"PartID", QStringLiteral("B")}});
+    auto main = startProgram(ui, {{"ConfirmAll", 1}, {"PartStart", u"1001"_s}});
+    addRow(u"Parts"_s, item(u"A"_s, 5.0));
+    addRow(u"Parts"_s, item(u"B"_s, 6.0));
+    addRow(u"InvoiceD"_s, {{"InvNo", u"INV1"_s}, {"PartID", u"B"_s}});
     frm_Parts list;
-    auto* lst = child<QTreeWidget>(list, QStringLiteral("Parts_lst"));
+    auto* lst = child<QTreeWidget>(list, u"Parts_lst"_s);
     lst->setCurrentItem(lst->topLevelItem(1));
-    ui.onModal(QStringLiteral("frm_AddPart"), [&](QDialog& w) {
+    ui.onModal(u"frm_AddPart"_s, [&](QDialog& w) {
         [&] {
-            QCOMPARE(child<QLineEdit>(w, QStringLiteral("Part_lbl"))->text(), QStringLiteral("B"));
-            QCOMPARE(child<QLineEdit>(w, QStringLiteral("Price_txt"))->text(), QStringLiteral("      6.00"));
-            QVERIFY(child<QCheckBox>(w, QStringLiteral("tax_chk"))->isChecked());
-            QCOMPARE(child<QLabel>(w, QStringLiteral("count_lbl"))->text(), QStringLiteral("114"));
+            QCOMPARE(child<QLineEdit>(w, u"Part_lbl"_s)->text(), u"B"_s);
+            QCOMPARE(child<QLineEdit>(w, u"Price_txt"_s)->text(), u"      6.00"_s);
+            QVERIFY(child<QCheckBox>(w, u"tax_chk"_s)->isChecked());
+            QCOMPARE(child<QLabel>(w, u"count_lbl"_s)->text(), u"114"_s);
         }();
-        child<QCheckBox>(w, QStringLiteral("tax_chk"))->setChecked(false);
-        child<QLineEdit>(w, QStringLiteral("Short_txt"))->setText(QStringLiteral("Changed"));
-        child<QPushButton>(w, QStringLiteral("Update_cmd"))->click();
+        child<QCheckBox>(w, u"tax_chk"_s)->setChecked(false);
+        child<QLineEdit>(w, u"Short_txt"_s)->setText(u"Changed"_s);
+        child<QPushButton>(w, u"Update_cmd"_s)->click();
         return 1;
     });
     trigger(list, 6);
-    QCOMPARE(listRows(lst, QStringLiteral("|")),
+    QCOMPARE(listRows(lst, u"|"_s),
              (QStringList{"A|Short A|Long A|         5.00|Yes", "B|Changed|Long B|         6.00|No"}));
     // Exit drops what was typed and tells the list nothing was saved.
-    ui.onModal(QStringLiteral("frm_AddPart"), [&](QDialog& w) {
-        child<QLineEdit>(w, QStringLiteral("Short_txt"))->setText(QStringLiteral("Dropped"));
-        child<QPushButton>(w, QStringLiteral("Exit_cmd"))->click();
+    ui.onModal(u"frm_AddPart"_s, [&](QDialog& w) {
+        child<QLineEdit>(w, u"Short_txt"_s)->setText(u"Dropped"_s);
+        child<QPushButton>(w, u"Exit_cmd"_s)->click();
         return 0;
     });
     trigger(list, 6);
     QCOMPARE(ItemSaved, qint16(0));
-    QCOMPARE(columnValues(QStringLiteral("Parts"), QStringLiteral("ShortDesc")), (QStringList{"Short A", "Changed"}));
+    QCOMPARE(columnValues(u"Parts"_s, u"ShortDesc"_s), (QStringList{"Short A", "Changed"}));
     // An item named by invoice lines can still be deleted; No keeps it.
-    ui.expectBox(QStringLiteral("Confirm"), QStringLiteral("Are you sure you want to delete this item"), vbNo);
+    ui.expectBox(u"Confirm"_s, u"Are you sure you want to delete this item"_s, vbNo);
     trigger(list, 4);
-    ui.expectBox(QStringLiteral("Confirm"), QStringLiteral("Are you sure you want to delete this item"), vbYes,
-                 vbYesNo + vbQuestion);
+    ui.expectBox(u"Confirm"_s, u"Are you sure you want to delete this item"_s, vbYes, vbYesNo + vbQuestion);
     trigger(list, 4);
-    QCOMPARE(columnValues(QStringLiteral("Parts"), QStringLiteral("ID")), QStringList{"A"});
-    QCOMPARE(listRows(lst, QStringLiteral("|")).size(), 1);
-    QCOMPARE(columnValues(QStringLiteral("InvoiceD"), QStringLiteral("PartID")), QStringList{"B"});
+    QCOMPARE(columnValues(u"Parts"_s, u"ID"_s), QStringList{"A"});
+    QCOMPARE(listRows(lst, u"|"_s).size(), 1);
+    QCOMPARE(columnValues(u"InvoiceD"_s, u"PartID"_s), QStringList{"B"});
     VERIFY_UI(ui);
 }
 

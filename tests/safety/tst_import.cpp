@@ -17,6 +17,8 @@
 #include <QtTest>
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -44,7 +46,7 @@ const QStringList LineColumns{"InvNo", "PartID", "Qty", "Description", "Amount",
 
 void writeImportFile(const TestUi& ui, const QByteArray& bytes)
 {
-    QFile f(ui.file(QStringLiteral("Invoices1.csv")));
+    QFile f(ui.file(u"Invoices1.csv"_s));
     QVERIFY(f.open(QIODevice::WriteOnly));
     f.write(bytes);
 }
@@ -104,7 +106,7 @@ void ImportTest::storesEveryFieldAsTheFileSays()
                                                          "I2||1|Visit|20|20", "I3||1|One|9.99|9.99"}));
     // Nothing is numbered by the import.
     QCOMPARE(rows("System", {"Invstart", "CustStart"}), QStringList{"0005|0007"});
-    QCOMPARE(settings.Invstart, QStringLiteral("0005"));
+    QCOMPARE(settings.Invstart, u"0005"_s);
 }
 
 void ImportTest::lineShapes_data()
@@ -149,31 +151,28 @@ void ImportTest::failuresEndTheProgramKeepingEarlierLines_data()
     QTest::addColumn<QStringList>("customers");
     QTest::addColumn<QStringList>("invoices");
     QTest::addColumn<int>("lines");
-    const QStringList two{"C1", "C2"};
-    QTest::newRow("missing file") << QByteArray("missing") << int(err::FileNotFound) << QStringList() << QStringList()
-                                  << 0;
-    QTest::newRow("customer repeated") << Line1 + Line2 + "C1,2026-01-01,I9,A,B,,,,,,5,One,5\r\n"
-                                       << int(err::DuplicateKey) << two << QStringList{"I1", "I2"} << 3;
+    auto row = [](const char* name, const QByteArray& file, int number, const QStringList& customers,
+                  const QStringList& invoices,
+                  int lines) { QTest::newRow(name) << file << number << customers << invoices << lines; };
+    const QByteArray bad = Line1 + "C9,2026-01-01,I9,A,B,,,,,,";
+    row("missing file", "missing", err::FileNotFound, {}, {}, 0);
+    row("customer repeated", Line1 + Line2 + "C1,2026-01-01,I9,A,B,,,,,,5,One,5\r\n", err::DuplicateKey, {"C1", "C2"},
+        {"I1", "I2"}, 3);
     // The customer of the failing line stays without its invoice.
-    QTest::newRow("invoice repeated") << Line1 + "C9,2026-01-01,I1,A,B,,,,,,5,One,5\r\n"
-                                      << int(err::DuplicateKey) << QStringList{"C1", "C9"} << QStringList{"I1"} << 2;
-    QTest::newRow("date the store can't read") << Line1 + "C9,31/02/2026,I9,A,B,,,,,,5,One,5\r\n"
-                                               << int(err::TypeMismatch) << QStringList{"C1"} << QStringList{"I1"} << 2;
-    QTest::newRow("amount not a number") << Line1 + "C9,2026-01-01,I9,A,B,,,,,,5x,One,5\r\n"
-                                         << int(err::TypeMismatch) << QStringList{"C1", "C9"} << QStringList{"I1"} << 2;
-    QTest::newRow("short line") << Line1 + "C9,2026-01-01,I9\r\n"
-                                << int(err::TypeMismatch) << QStringList{"C1", "C9"} << QStringList{"I1"} << 2;
-    QTest::newRow("name too long") << Line1 + "C9,2026-01-01,I9," + QByteArray(51, 'a') + ",B,,,,,,5,One,5\r\n"
-                                   << int(err::FieldTooSmall) << QStringList{"C1"} << QStringList{"I1"} << 2;
+    row("invoice repeated", Line1 + "C9,2026-01-01,I1,A,B,,,,,,5,One,5\r\n", err::DuplicateKey, {"C1", "C9"}, {"I1"},
+        2);
+    row("date the store can't read", Line1 + "C9,31/02/2026,I9,A,B,,,,,,5,One,5\r\n", err::TypeMismatch, {"C1"}, {"I1"},
+        2);
+    row("amount not a number", bad + "5x,One,5\r\n", err::TypeMismatch, {"C1", "C9"}, {"I1"}, 2);
+    row("short line", Line1 + "C9,2026-01-01,I9\r\n", err::TypeMismatch, {"C1", "C9"}, {"I1"}, 2);
+    row("name too long", Line1 + "C9,2026-01-01,I9," + QByteArray(51, 'a') + ",B,,,,,,5,One,5\r\n", err::FieldTooSmall,
+        {"C1"}, {"I1"}, 2);
     // No quoting: the comma inside the quotes moves the amount onto " bolts\"".
-    QTest::newRow("comma in quotes") << Line1 + "C9,2026-01-01,I9,A,B,,,,,,5,\"Nuts, bolts\",5\r\n"
-                                     << int(err::TypeMismatch) << two.mid(0, 1) + QStringList{"C9"}
-                                     << QStringList{"I1", "I9"} << 2;
+    row("comma in quotes", bad + "5,\"Nuts, bolts\",5\r\n", err::TypeMismatch, {"C1", "C9"}, {"I1", "I9"}, 2);
     QByteArray junk;
     for (int i = 0; i < 4096; ++i)
         junk += char((i * 37) & 0xFF);
-    QTest::newRow("binary junk") << Line1 + junk << int(err::FieldTooSmall) << QStringList{"C1"} << QStringList{"I1"}
-                                 << 2;
+    row("binary junk", Line1 + junk, err::FieldTooSmall, {"C1"}, {"I1"}, 2);
 }
 
 void ImportTest::failuresEndTheProgramKeepingEarlierLines()
@@ -187,17 +186,16 @@ void ImportTest::failuresEndTheProgramKeepingEarlierLines()
     auto w = startProgram(ui, {});
     if (file != "missing")
         writeImportFile(ui, file);
-    ui.expectBox(QStringLiteral("Error Message"),
-                 errorMessageText(number, QStringLiteral("frmMain"), QStringLiteral("mnuImport_Click"),
-                                  standardErrorText(number)),
+    ui.expectBox(u"Error Message"_s,
+                 errorMessageText(number, u"frmMain"_s, u"mnuImport_Click"_s, standardErrorText(number)),
                  platform::vbOK, platform::vbExclamation);
     QVERIFY(endsProgram([] { safety::mnuImport(); }));
     VERIFY_UI(ui);
-    QCOMPARE(QDir(ui.file(QStringLiteral("Logs"))).entryList(QDir::Files), QStringList{"20261122103015.log"});
+    QCOMPARE(QDir(ui.file(u"Logs"_s)).entryList(QDir::Files), QStringList{"20261122103015.log"});
     QCOMPARE(busyCount(), qint16(0));
     // What a fresh look at the file finds: whole, with the rows stored before the failure.
-    const QString data = ui.file(QStringLiteral("data.mdb"));
-    QCOMPARE(onDisk(data, "PRAGMA integrity_check"), QStringLiteral("ok"));
+    const QString data = ui.file(u"data.mdb"_s);
+    QCOMPARE(onDisk(data, "PRAGMA integrity_check"), u"ok"_s);
     QCOMPARE(onDisk(data, "SELECT group_concat(CustID) FROM Customers"), customers.join(','));
     QCOMPARE(onDisk(data, "SELECT group_concat(InvNo) FROM Invoices"), invoices.join(','));
     QCOMPARE(onDisk(data, "SELECT count(*) FROM InvoiceD"), QString::number(lines));
@@ -207,9 +205,8 @@ void ImportTest::menuOffersTheImportWhenTheFileIsThere()
 {
     TestUi ui;
     auto w = startProgram(ui, {});
-    auto* tools = child<QMenu>(*w, QStringLiteral("mnuTools"));
-    auto* import = child<QAction>(*w, QStringLiteral("mnuImport"));
-    QCOMPARE(import->text(), QStringLiteral("Import"));
+    auto* tools = child<QMenu>(*w, u"mnuTools"_s);
+    auto* import = child<QAction>(*w, u"mnuImport"_s);
     emit tools->aboutToShow();
     QVERIFY(!import->isEnabled());
     writeImportFile(ui, Line2);

@@ -22,6 +22,7 @@
 #include <QtTest>
 
 using namespace platform;
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -33,12 +34,12 @@ void makeDataFile(TestUi& ui, const QList<QMap<QString, Value>>& rows)
         frmMain first;
         first.MDIForm_Load();
         Recordset rs;
-        rs.open(QStringLiteral("System"), ConnectionString, Recordset::adLockPessimistic);
+        rs.open(u"System"_s, ConnectionString, Recordset::adLockPessimistic);
         for (const auto& row : rows) {
             rs.addNew();
-            rs.setField(QStringLiteral("TaxAmount"), 0.0);
-            rs.setField(QStringLiteral("Text3Name"), QString());
-            rs.setField(QStringLiteral("Text4Name"), QString());
+            rs.setField(u"TaxAmount"_s, 0.0);
+            rs.setField(u"Text3Name"_s, QString());
+            rs.setField(u"Text4Name"_s, QString());
             for (auto it = row.begin(); it != row.end(); ++it)
                 rs.setField(it.key(), it.value());
             rs.update();
@@ -57,7 +58,7 @@ QMap<QString, Value> numbered()
 
 QString errorBox(int number, const QString& procedure, const QString& description)
 {
-    return errorMessageText(number, QStringLiteral("frmMain"), procedure, description);
+    return errorMessageText(number, u"frmMain"_s, procedure, description);
 }
 
 } // namespace
@@ -67,8 +68,8 @@ class ShellTest : public QObject
     Q_OBJECT
 private slots:
     void firstStartBuildsTheFileAndTheWindow();
-    void secondStartChangesNothing();
-    void emptySystemTableIsAFirstRun();
+    void laterStart_data();
+    void laterStart();
     void settingsLoadWithTheirWidthsAndConversions();
     void settingsTableMatchesTheRow();
     void badSettingsEndTheProgram_data();
@@ -86,20 +87,20 @@ void ShellTest::firstStartBuildsTheFileAndTheWindow()
     TestUi ui;
     frmMain w;
     w.MDIForm_Load();
-    QVERIFY(QFileInfo(ui.file(QStringLiteral("data.mdb"))).isFile());
-    QVERIFY(!QFile::exists(ui.file(QStringLiteral("data.mdb.new"))));
+    QVERIFY(QFileInfo(ui.file(u"data.mdb"_s)).isFile());
+    QVERIFY(!QFile::exists(ui.file(u"data.mdb.new"_s)));
     QCOMPARE(SetupDone, qint16(0));
     QVERIFY(PlainConnection.isOpen());
     QVERIFY(ShapeConnection.isOpen());
     QCOMPARE(busyCount(), qint16(0));
-    QCOMPARE(w.windowTitle(), QStringLiteral("Velk Invoice"));
+    QCOMPARE(w.windowTitle(), u"Velk Invoice"_s);
 
     QStringList menus;
     for (QAction* a : w.menuBar()->actions()) {
         QStringList entries;
         for (QAction* e : a->menu()->actions())
-            entries << e->objectName() + '=' + (e->isSeparator() ? QStringLiteral("-") : e->text()) +
-                           (e->isEnabled() ? QString() : QStringLiteral(" (off)"));
+            entries << e->objectName() + '=' + (e->isSeparator() ? u"-"_s : e->text()) +
+                           (e->isEnabled() ? QString() : u" (off)"_s);
         menus << a->menu()->objectName() + '=' + a->text() + ": " + entries.join(", ");
     }
     QCOMPARE(menus,
@@ -108,8 +109,8 @@ void ShellTest::firstStartBuildsTheFileAndTheWindow()
                  "mnuTools=Tools: mnuOptions=&Options, mnuWeb=&Web, mnuImport=Import (off)"}));
 
     QStringList buttons;
-    for (QAction* a : w.findChild<QToolBar*>(QStringLiteral("Toolbar1"))->actions())
-        buttons << a->objectName() + '=' + (a->isSeparator() ? QStringLiteral("-") : a->text());
+    for (QAction* a : w.findChild<QToolBar*>(u"Toolbar1"_s)->actions())
+        buttons << a->objectName() + '=' + (a->isSeparator() ? u"-"_s : a->text());
     QCOMPARE(buttons.join(", "),
              QStringLiteral("Toolbar1(1)=Customers, Toolbar1(2)=-, Toolbar1(3)=Invoices, Toolbar1(4)=-, "
                             "Toolbar1(5)=Add Invoice, Toolbar1(6)=-, Toolbar1(7)=Reports, Toolbar1(8)=-, "
@@ -118,45 +119,46 @@ void ShellTest::firstStartBuildsTheFileAndTheWindow()
 
     const QStringList panels{"Version 1.1", ProductWebSite, "\"Auto invoice routine available in November\""};
     for (int i = 0; i < 3; ++i) {
-        auto* panel = w.findChild<QLabel*>(QStringLiteral("Panel(%1)").arg(i + 1));
-        QVERIFY(panel);
+        auto* panel = child<QLabel>(w, u"Panel(%1)"_s.arg(i + 1));
         QCOMPARE(panel->text(), panels[i]);
         QCOMPARE(panel->toolTip(), panels[i]);
     }
     // A first run opens the setup wizard; cancelling it ends the program.
-    ui.onModal(QStringLiteral("frm_setup"), [](QDialog&) { return 0; });
+    ui.onModal(u"frm_setup"_s, [](QDialog&) { return 0; });
     platform::activate(&w);
     QCOMPARE(FrontCount, 1);
     QVERIFY(w.unloaded());
     VERIFY_UI(ui);
 }
 
-void ShellTest::secondStartChangesNothing()
+void ShellTest::laterStart_data()
 {
+    QTest::addColumn<bool>("settingsRow");
+    QTest::newRow("settings kept") << true;
+    QTest::newRow("empty System table") << false;
+}
+
+// A later start changes nothing in the file; with no settings row it is a first run.
+void ShellTest::laterStart()
+{
+    QFETCH(bool, settingsRow);
     TestUi ui;
-    makeDataFile(ui, {numbered()});
-    const QByteArray before = fileBytes(ui.file(QStringLiteral("data.mdb")));
+    makeDataFile(ui, settingsRow ? QList<QMap<QString, Value>>{numbered()} : QList<QMap<QString, Value>>{});
+    const QByteArray before = fileBytes(ui.file(u"data.mdb"_s));
     {
         frmMain w;
         w.MDIForm_Load();
-        QCOMPARE(SetupDone, qint16(1));
-        platform::activate(&w);
-        w.close();
-        QVERIFY(w.unloaded());
+        QCOMPARE(SetupDone, qint16(settingsRow));
+        QCOMPARE(settings.BusinessName.text(), QString(30, ' '));
+        if (settingsRow) {
+            platform::activate(&w);
+            w.close();
+            QVERIFY(w.unloaded());
+        }
     }
     Database::closeAll();
-    QCOMPARE(fileBytes(ui.file(QStringLiteral("data.mdb"))), before);
-    VERIFY_UI(ui);
-}
-
-void ShellTest::emptySystemTableIsAFirstRun()
-{
-    TestUi ui;
-    makeDataFile(ui, {});
-    frmMain w;
-    w.MDIForm_Load();
-    QCOMPARE(SetupDone, qint16(0));
-    QCOMPARE(settings.BusinessName.text(), QString(30, ' '));
+    if (settingsRow)
+        QCOMPARE(fileBytes(ui.file(u"data.mdb"_s)), before);
     VERIFY_UI(ui);
 }
 
@@ -165,44 +167,41 @@ void ShellTest::settingsLoadWithTheirWidthsAndConversions()
     TestUi ui;
     auto first = numbered();
     first.insert({{"BusinessName", QString(35, 'B')},
-                  {"Address", QStringLiteral("1 High Street\r\nTown")},
-                  {"Currency", QStringLiteral("abc")},
+                  {"Address", u"1 High Street\r\nTown"_s},
+                  {"Currency", u"abc"_s},
                   {"TaxAmount", 17.123456},
                   {"TaxEnabled", 1},
                   {"Debtorstart", 1},
-                  {"Invstart", QStringLiteral("000042")},
+                  {"Invstart", u"000042"_s},
                   {"FreeFormCrd", 1},
                   {"ConfirmBackup", 1},
-                  {"Text1Name", QStringLiteral("  Sales Person  ")},
-                  {"Text3Name", QStringLiteral("Sales No")},
-                  {"InvoiceType", QStringLiteral("3")},
-                  {"logopath", QStringLiteral("/tmp/logo.jpg")}});
+                  {"Text1Name", u"  Sales Person  "_s},
+                  {"Text3Name", u"Sales No"_s},
+                  {"InvoiceType", u"3"_s},
+                  {"logopath", u"/tmp/logo.jpg"_s}});
     auto second = numbered();
-    second.insert(QStringLiteral("BusinessName"), QStringLiteral("Second"));
+    second.insert(u"BusinessName"_s, u"Second"_s);
     makeDataFile(ui, {first, second});
 
     frmMain w;
     w.MDIForm_Load();
     QCOMPARE(SetupDone, qint16(1));
     QCOMPARE(settings.BusinessName.text(), QString(30, 'B'));
-    QCOMPARE(settings.Address, QStringLiteral("1 High Street\r\nTown"));
-    QCOMPARE(settings.Currency.text(), QStringLiteral("a"));
+    QCOMPARE(settings.Address, u"1 High Street\r\nTown"_s);
+    QCOMPARE(settings.Currency.text(), u"a"_s);
     QCOMPARE(settings.TaxAmount, 17.1235);
     QCOMPARE(settings.TaxEnabled, qint16(1));
     QCOMPARE(settings.Debtorstart, qint16(1)); // read from its text column
-    QCOMPARE(settings.Invstart, QStringLiteral("000042"));
+    QCOMPARE(settings.Invstart, u"000042"_s);
     QCOMPARE(settings.FreeformCrd, qint16(1));
-    QCOMPARE(settings.FreeformInv, qint16(0));
     QCOMPARE(settings.ConfirmBackup, qint16(1));
-    QCOMPARE(settings.text1Name.text(), QStringLiteral("Sales Person").leftJustified(30));
-    QCOMPARE(settings.text3Name.trimmed(), QStringLiteral("Sales No"));
+    QCOMPARE(settings.text1Name.text(), u"Sales Person"_s.leftJustified(30));
+    QCOMPARE(settings.text3Name.trimmed(), u"Sales No"_s);
     QCOMPARE(settings.Phone.text(), QString(30, ' ')); // Null reads as empty
-    QCOMPARE(settings.InvoiceType, QStringLiteral("3"));
-    QCOMPARE(settings.Logopath, QStringLiteral("/tmp/logo.jpg"));
-    QCOMPARE(settings.IncludeTerms, qint16(0));
-    QCOMPARE(BackupDone, qint16(0));
+    QCOMPARE(settings.InvoiceType, u"3"_s);
+    QCOMPARE(settings.Logopath, u"/tmp/logo.jpg"_s);
     // The debtor list opens at the first coming to the front only; the count goes up each time.
-    ui.onModal(QStringLiteral("frmDebtor"), [](QDialog&) { return 0; });
+    ui.onModal(u"frmDebtor"_s, [](QDialog&) { return 0; });
     platform::activate(&w);
     platform::activate(&w);
     QCOMPARE(FrontCount, 2);
@@ -213,7 +212,7 @@ void ShellTest::settingsLoadWithTheirWidthsAndConversions()
 // than its column; a copy into the record cuts to the field's width.
 void ShellTest::settingsTableMatchesTheRow()
 {
-    const TableDef* system = schemaTable(QStringLiteral("System"));
+    const TableDef* system = schemaTable(u"System"_s);
     QSet<QString> seen;
     for (const SettingsColumn& c : settingsColumns()) {
         const ColumnDef* column = system->column(QLatin1String(c.column));
@@ -225,11 +224,10 @@ void ShellTest::settingsTableMatchesTheRow()
     }
     QCOMPARE(seen.size(), 54);
     resetGlobals();
-    copySettings({{"text2name", QString(35, 'n')}, {"TAXAMOUNT", 17.5}, {"present", 1}, {"Currency", "abc"}});
+    copySettings({{"text2name", QString(35, 'n')}, {"TAXAMOUNT", 17.5}, {"present", 1}});
     QCOMPARE(settings.text2Name.text(), QString(30, 'n'));
     QCOMPARE(settings.TaxAmount, 17.5);
     QCOMPARE(settings.Present, qint16(1));
-    QCOMPARE(settings.Currency.text(), QStringLiteral("a"));
     resetGlobals();
 }
 
@@ -240,7 +238,7 @@ void ShellTest::badSettingsEndTheProgram_data()
     QTest::addColumn<int>("number");
     QTest::newRow("Null in a free-form column") << "FreeFormInv" << Value() << 94;
     QTest::newRow("Null in another free-form column") << "FreeformPart" << Value() << 94;
-    QTest::newRow("Debtorstart not a number") << "Debtorstart" << Value(QStringLiteral("yes")) << 13;
+    QTest::newRow("Debtorstart not a number") << "Debtorstart" << Value(u"yes"_s) << 13;
     QTest::newRow("flag out of range") << "Present" << Value(qint64(70000)) << 6;
 }
 
@@ -254,11 +252,11 @@ void ShellTest::badSettingsEndTheProgram()
     row.insert(column, value);
     makeDataFile(ui, {row});
     frmMain w;
-    ui.expectBox(QStringLiteral("Error Message"),
-                 errorBox(number, QStringLiteral("Load_settings"), standardErrorText(number)), vbOK, vbExclamation);
+    ui.expectBox(u"Error Message"_s, errorBox(number, u"Load_settings"_s, standardErrorText(number)), vbOK,
+                 vbExclamation);
     QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));
     QCOMPARE(busyCount(), qint16(0));
-    QCOMPARE(QDir(ui.file(QStringLiteral("Logs"))).entryList(QDir::Files), QStringList{"20261122103015.log"});
+    QCOMPARE(QDir(ui.file(u"Logs"_s)).entryList(QDir::Files), QStringList{"20261122103015.log"});
     VERIFY_UI(ui);
 }
 
@@ -274,19 +272,19 @@ void ShellTest::foreignFileIsLeftUntouched()
 {
     QFETCH(QByteArray, content);
     TestUi ui;
-    const QString path = ui.file(QStringLiteral("data.mdb"));
+    const QString path = ui.file(u"data.mdb"_s);
     {
         QFile f(path);
         QVERIFY(f.open(QIODevice::WriteOnly));
         f.write(content);
     }
     frmMain w;
-    ui.expectBox(QStringLiteral("Error Message"), errorBox(err::UnrecognisedDatabase, QStringLiteral("Load"),
-                                                           standardErrorText(err::UnrecognisedDatabase)));
+    ui.expectBox(u"Error Message"_s,
+                 errorBox(err::UnrecognisedDatabase, u"Load"_s, standardErrorText(err::UnrecognisedDatabase)));
     QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));
     QCOMPARE(fileBytes(path), content);
     QCOMPARE(QDir(ui.dir()).entryList(QDir::Files), QStringList{"data.mdb"});
-    QVERIFY(ui.shownBoxes.last().contains(QStringLiteral("Error Code \t: 467259\r\n")));
+    QVERIFY(ui.shownBoxes.last().contains(u"Error Code \t: 467259\r\n"_s));
     VERIFY_UI(ui);
 }
 
@@ -294,50 +292,47 @@ void ShellTest::buildFailureOffersAbortRetryIgnore()
 {
     TestUi ui;
     // A folder where the file should be: it is no data file, and it cannot be replaced.
-    QVERIFY(QDir(ui.dir()).mkdir(QStringLiteral("data.mdb")));
-    const QString box = standardErrorText(err::PathFileAccess) + QStringLiteral("    Error No. 75 \r\n");
-    ui.expectBox(QStringLiteral("Code Gen Error"), box, vbRetry, vbAbortRetryIgnore + vbCritical);
-    ui.expectBox(QStringLiteral("Code Gen Error"), box, vbAbort, vbAbortRetryIgnore + vbCritical);
-    ui.expectBox(QStringLiteral("Error Message"),
-                 errorBox(err::CannotOpenFile, QStringLiteral("Load"), standardErrorText(err::CannotOpenFile)));
+    QVERIFY(QDir(ui.dir()).mkdir(u"data.mdb"_s));
+    const QString box = standardErrorText(err::PathFileAccess) + u"    Error No. 75 \r\n"_s;
+    ui.expectBox(u"Code Gen Error"_s, box, vbRetry, vbAbortRetryIgnore + vbCritical);
+    ui.expectBox(u"Code Gen Error"_s, box, vbAbort, vbAbortRetryIgnore + vbCritical);
+    ui.expectBox(u"Error Message"_s, errorBox(err::CannotOpenFile, u"Load"_s, standardErrorText(err::CannotOpenFile)));
     frmMain w;
     QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));
-    QVERIFY(QFileInfo(ui.file(QStringLiteral("data.mdb"))).isDir());
+    QVERIFY(QFileInfo(ui.file(u"data.mdb"_s)).isDir());
     VERIFY_UI(ui);
 }
 
 void ShellTest::toolbarCommands()
 {
     TestUi ui;
-    auto main = startProgram(ui, {{"CustPrefix", QStringLiteral("CUS")}, {"CustStart", QStringLiteral("100001")}});
+    auto main = startProgram(ui, {{"CustPrefix", u"CUS"_s}, {"CustStart", u"100001"_s}});
     frmMain& w = *main;
-    auto button = [&](int index) { return w.findChild<QAction*>(QStringLiteral("Toolbar1(%1)").arg(index)); };
-    const QString title = QStringLiteral("Add to New Customer");
-    const QString question = QStringLiteral("Do you want to add this invoice to a new customer");
+    auto button = [&](int index) { return w.findChild<QAction*>(u"Toolbar1(%1)"_s.arg(index)); };
+    const QString title = u"Add to New Customer"_s;
+    const QString question = u"Do you want to add this invoice to a new customer"_s;
     ui.expectBox(title, question, vbCancel, vbYesNoCancel + vbQuestion);
     button(5)->trigger();
     QCOMPARE(NewCustomerMode, qint16(0));
     ui.expectBox(title, question, vbYes, vbYesNoCancel + vbQuestion);
     int busyInWindow = -1;
-    ui.onModal(QStringLiteral("frmAddCust"), [&](QDialog&) {
+    ui.onModal(u"frmAddCust"_s, [&](QDialog&) {
         busyInWindow = busyCount();
         return 0;
     });
     button(5)->trigger();
     QCOMPARE(NewCustomerMode, qint16(1));
     QCOMPARE(busyInWindow, 0); // no hourglass over a window
-    ui.onModal(QStringLiteral("frmCustomer"), [](QDialog&) { return 0; });
-    button(1)->trigger();
-    ui.onModal(QStringLiteral("frmInvoice"), [](QDialog&) { return 0; });
-    button(3)->trigger();
-    ui.onModal(QStringLiteral("frm_Parts"), [](QDialog&) { return 0; });
-    button(11)->trigger();
+    for (auto [window, place] : {std::pair{"frmCustomer", 1}, {"frmInvoice", 3}, {"frm_Parts", 11}}) {
+        ui.onModal(QString::fromLatin1(window), [](QDialog&) { return 0; });
+        button(place)->trigger();
+    }
     QCOMPARE(FrontCount, 5); // at the start, and again after each of the four windows
-    ui.onModal(QStringLiteral("Help_frm"), [](QDialog&) { return 0; });
+    ui.onModal(u"Help_frm"_s, [](QDialog&) { return 0; });
     button(13)->trigger();
-    QCOMPARE(HelpTopic.trimmed(), QStringLiteral("help.htm"));
-    ui.onModal(QStringLiteral("frmReports"), [](QDialog&) { return 0; });
-    ui.onModal(QStringLiteral("frmDebtor"), [](QDialog&) { return 0; });
+    QCOMPARE(HelpTopic.trimmed(), u"help.htm"_s);
+    ui.onModal(u"frmReports"_s, [](QDialog&) { return 0; });
+    ui.onModal(u"frmDebtor"_s, [](QDialog&) { return 0; });
     for (int i : {2, 7, 9})
         w.Toolbar1_ButtonClick(i);
     QCOMPARE(busyCount(), qint16(0));
@@ -353,20 +348,20 @@ void ShellTest::exitAsksForABackup()
 {
     TestUi ui;
     auto row = numbered();
-    row.insert(QStringLiteral("ConfirmBackup"), 1);
+    row.insert(u"ConfirmBackup"_s, 1);
     makeDataFile(ui, {row});
-    const QString title = QStringLiteral("Backup?");
-    const QString question = QStringLiteral("Do you wish to backup before exiting?");
+    const QString title = u"Backup?"_s;
+    const QString question = u"Do you wish to backup before exiting?"_s;
     {
         // Yes, then Cancel in the save dialog: no further box, and the exit goes on.
         frmMain w;
         w.MDIForm_Load();
         ui.expectBox(title, question, vbYes, vbYesNo + vbQuestion);
         ui.expectSave(std::nullopt);
-        w.findChild<QAction*>(QStringLiteral("mnuExit"))->trigger();
+        w.findChild<QAction*>(u"mnuExit"_s)->trigger();
         QVERIFY(w.unloaded());
         QCOMPARE(BackupDone, qint16(0));
-        QCOMPARE(ui.dialogs.last().fileName, QStringLiteral("Data.mdb"));
+        QCOMPARE(ui.dialogs.last().fileName, u"Data.mdb"_s);
     }
     {
         frmMain w;
@@ -380,10 +375,10 @@ void ShellTest::exitAsksForABackup()
         // Yes with a target: the backup is made before the program ends.
         frmMain w;
         w.MDIForm_Load();
-        const QString target = ui.file(QStringLiteral("copy.mdb"));
+        const QString target = ui.file(u"copy.mdb"_s);
         ui.expectBox(title, question, vbYes, vbYesNo + vbQuestion);
         ui.expectSave(target);
-        ui.expectBox(QStringLiteral("Successful"), QStringLiteral("Save was Successful"), vbOK, vbInformation);
+        ui.expectBox(u"Successful"_s, u"Save was Successful"_s, vbOK, vbInformation);
         w.close();
         QVERIFY(QFile::exists(target));
     }
@@ -393,13 +388,13 @@ void ShellTest::exitAsksForABackup()
 void ShellTest::autoInvoicePlaceholder()
 {
     frm_AutoInv w;
-    QCOMPARE(w.windowTitle(), QStringLiteral("Auto Invoice"));
+    QCOMPARE(w.windowTitle(), u"Auto Invoice"_s);
     QStringList buttons;
-    for (QAction* a : w.findChild<QToolBar*>(QStringLiteral("Toolbar1"))->actions())
+    for (QAction* a : w.findChild<QToolBar*>(u"Toolbar1"_s)->actions())
         buttons << a->text();
     QCOMPARE(buttons, (QStringList{"Add", "Delete", "Edit", "Help"}));
-    auto* exit = w.findChild<QPushButton*>(QStringLiteral("exit_cmd"));
-    QCOMPARE(exit->text(), QStringLiteral("&Exit"));
+    auto* exit = w.findChild<QPushButton*>(u"exit_cmd"_s);
+    QCOMPARE(exit->text(), u"&Exit"_s);
     w.show();
     exit->click();
     QVERIFY(!w.isVisible());
