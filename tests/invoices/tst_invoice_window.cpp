@@ -12,7 +12,6 @@
 #include "store/Errors.h"
 #include "store/Functions.h"
 #include "store/ListRules.h"
-#include "store/Numbers.h"
 
 #include <QAction>
 #include <QCheckBox>

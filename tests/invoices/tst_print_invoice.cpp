@@ -10,8 +10,6 @@
 #include "report/Report.h"
 #include "shell/Globals.h"
 #include "shell/frmMain.h"
-#include "store/Errors.h"
-#include "store/Functions.h"
 
 #include <QAction>
 #include <QCheckBox>
