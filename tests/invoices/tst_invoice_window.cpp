@@ -51,11 +51,6 @@ QLineEdit* edit(QWidget& w, const QString& name)
     return child<QLineEdit>(w, name);
 }
 
-QCheckBox* tick(QWidget& w, const QString& name)
-{
-    return child<QCheckBox>(w, name);
-}
-
 void type(QWidget& w, const QString& name, const QString& keys)
 {
     edit(w, name)->clear();
@@ -79,7 +74,7 @@ void setLines(QWidget& w, const QString& lines)
         if (rows[i].isEmpty())
             continue;
         const QStringList f = rows[i].split('|');
-        tick(w, at("tax", i))->setChecked(f[2] == QLatin1String("1"));
+        child<QCheckBox>(w, at("tax", i))->setChecked(f[2] == QLatin1String("1"));
         edit(w, at("Qty_txt", i))->setText(f[0]);
         edit(w, at("Amount_txt", i))->setText(f[1]);
     }
