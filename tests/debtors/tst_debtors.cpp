@@ -123,23 +123,16 @@ void DebtorsTest::ageing_data()
     QTest::addColumn<QDateTime>("date");
     QTest::addColumn<QString>("balance");
     QTest::addColumn<int>("period"); // -1: no row and no total
-    auto day = [](int age) { return QDateTime(Today.addDays(-age), QTime(0, 0)); };
-    auto noon = [](int age) { return QDateTime(Today.addDays(-age), QTime(12, 0)); };
-    QTest::newRow("today") << day(0) << "12.5" << 0;
-    QTest::newRow("day 29") << day(29) << "12.5" << 0;
-    QTest::newRow("day 30") << day(30) << "12.5" << -1;
-    QTest::newRow("day 31") << day(31) << "12.5" << 1;
-    QTest::newRow("day 59") << day(59) << "12.5" << 1;
-    QTest::newRow("day 60") << day(60) << "12.5" << -1;
-    QTest::newRow("day 61") << day(61) << "12.5" << 2;
-    QTest::newRow("tomorrow") << day(-1) << "12.5" << -1;
-    // A time of day: 29.5 days rounds to 30, 28.5 to 28, 59.5 to 60, 60.5 to 60.
-    QTest::newRow("29.5 days") << noon(30) << "12.5" << -1;
-    QTest::newRow("28.5 days") << noon(29) << "12.5" << 0;
-    QTest::newRow("59.5 days") << noon(60) << "12.5" << -1;
-    QTest::newRow("60.5 days") << noon(61) << "12.5" << -1;
-    QTest::newRow("paid") << day(3) << "0" << -1;
-    QTest::newRow("credit") << day(3) << "-4" << -1;
+    // Rows "age in days|balance|period"; a half day is an invoice of noon: 29.5 days
+    // rounds to 30, 28.5 to 28, 59.5 to 60, 60.5 to 60. Age -1 is tomorrow.
+    for (const QString row :
+         {"0|12.5|0", "29|12.5|0", "30|12.5|-1", "31|12.5|1", "59|12.5|1", "60|12.5|-1", "61|12.5|2", "-1|12.5|-1",
+          "29.5|12.5|-1", "28.5|12.5|0", "59.5|12.5|-1", "60.5|12.5|-1", "3|0|-1", "3|-4|-1"}) {
+        const QStringList f = row.split('|');
+        const double age = f[0].toDouble();
+        const QDateTime date(Today.addDays(-int(std::ceil(age))), QTime(age == std::floor(age) ? 0 : 12, 0));
+        QTest::newRow(qPrintable(row)) << date << f[1] << f[2].toInt();
+    }
 }
 
 void DebtorsTest::ageing()
