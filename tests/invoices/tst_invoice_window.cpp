@@ -12,7 +12,6 @@
 #include "store/Errors.h"
 #include "store/Functions.h"
 #include "store/ListRules.h"
-#include "store/Numbers.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -52,11 +51,6 @@ QLineEdit* edit(QWidget& w, const QString& name)
     return child<QLineEdit>(w, name);
 }
 
-QCheckBox* tick(QWidget& w, const QString& name)
-{
-    return child<QCheckBox>(w, name);
-}
-
 void type(QWidget& w, const QString& name, const QString& keys)
 {
     edit(w, name)->clear();
@@ -80,7 +74,7 @@ void setLines(QWidget& w, const QString& lines)
         if (rows[i].isEmpty())
             continue;
         const QStringList f = rows[i].split('|');
-        tick(w, at("tax", i))->setChecked(f[2] == QLatin1String("1"));
+        child<QCheckBox>(w, at("tax", i))->setChecked(f[2] == QLatin1String("1"));
         edit(w, at("Qty_txt", i))->setText(f[0]);
         edit(w, at("Amount_txt", i))->setText(f[1]);
     }
@@ -89,21 +83,17 @@ void setLines(QWidget& w, const QString& lines)
 
 QMap<QString, Value> taxed(double rate, int enabled = 1)
 {
-    return {{"TaxAmount", rate},
-            {"TaxEnabled", enabled},
-            {"TaxName", QStringLiteral("VAT")},
-            {"InvPrefix", QStringLiteral("INV")},
-            {"Invstart", QStringLiteral("100001")},
-            {"ConfirmAll", 1}};
+    return {{"TaxAmount", rate},  {"TaxEnabled", enabled}, {"TaxName", "VAT"},
+            {"InvPrefix", "INV"}, {"Invstart", "100001"},  {"ConfirmAll", 1}};
 }
 
 void pickCustomer()
 {
     EditInvoiceMode = 0;
-    PickedCustID = QStringLiteral("CUS1");
-    PickedFirstName = QStringLiteral("Ann");
-    PickedLastName = QStringLiteral("Brown");
-    PickedPhone = QStringLiteral("0123");
+    PickedCustID = "CUS1";
+    PickedFirstName = "Ann";
+    PickedLastName = "Brown";
+    PickedPhone = "0123";
 }
 
 // Rows of a table as "value|value|...", in the order of the columns named "name|name|...".
@@ -118,9 +108,8 @@ void addRows(const char* table, const QString& columns, const QStringList& rows)
     }
 }
 
-const QString CustomerColumns =
-    QStringLiteral("CustID|LastName|FirstName|Phone|Address|Address2|City|address4|Postcode");
-const QString LineColumns = QStringLiteral("InvNo|PartID|Qty|Description|Amount|Total|Taxable");
+const QString CustomerColumns = "CustID|LastName|FirstName|Phone|Address|Address2|City|address4|Postcode";
+const QString LineColumns = "InvNo|PartID|Qty|Description|Amount|Total|Taxable";
 
 // The stored rows of a table, in the same form.
 QStringList stored(const QString& table, const QString& columns)
@@ -138,7 +127,7 @@ QStringList stored(const QString& table, const QString& columns)
     return rows;
 }
 
-const QString Figures = QStringLiteral("subtotal_txt|vat_txt|Discount_txt|total_txt|Balance_txt");
+const QString Figures = "subtotal_txt|vat_txt|Discount_txt|total_txt|Balance_txt";
 
 } // namespace
 
@@ -227,13 +216,13 @@ void InvoiceWindowTest::newInvoiceTypingAndClearing()
 {
     TestUi ui;
     QMap<QString, Value> row = taxed(0);
-    row.insert({{"Text1Visible", 1}, {"Text1Name", QStringLiteral("  Rep  ")}, {"Text2Visible", 2}});
+    row.insert({{"Text1Visible", 1}, {"Text1Name", "  Rep  "}, {"Text2Visible", 2}});
     auto main = startProgram(ui, row);
     pickCustomer();
     frmAddInv w;
     activate(&w);
     QCOMPARE(text(w, "Inv_lbl|Cust_lbl|Customername_lbl|Label16|vat_lbl|SalesPerson_lbl"),
-             QStringLiteral("INV100001|CUS1|Ann Brown|0123|VAT @ 0%|Rep"));
+             "INV100001|CUS1|Ann Brown|0123|VAT @ 0%|Rep");
     QVERIFY(child<QCheckBox>(w, "tax(7)")->isChecked() && child<QLabel>(w, "toptax")->isVisibleTo(&w));
     QVERIFY(edit(w, "SalesPerson_txt")->isVisibleTo(&w) && !child<QLabel>(w, "SalesOrder_lbl")->isVisibleTo(&w));
     setLines(w, ";1|5|0;2|5|0");
@@ -241,11 +230,11 @@ void InvoiceWindowTest::newInvoiceTypingAndClearing()
     type(w, "Qty_txt(0)", "1a2.-3");
     type(w, "Amount_txt(0)", "4.5.0-");
     type(w, "Paid_txt", "1.2.3");
-    QCOMPARE(text(w, "Qty_txt(0)|Amount_txt(0)|Paid_txt|Balance_txt"), QStringLiteral("123|4.50|1.23|    567.27"));
+    QCOMPARE(text(w, "Qty_txt(0)|Amount_txt(0)|Paid_txt|Balance_txt"), "123|4.50|1.23|    567.27");
     // No row visited since opening: row 0 is the one cleared.
     ui.expectBox("Confirm", "Are you sure you want to clear this line?", vbYes);
     child<QAction>(w, "Toolbar1(4)")->trigger();
-    QCOMPARE(text(w, "Qty_txt(0)|Amount_txt(0)|subtotal_txt"), QStringLiteral("||     15.00"));
+    QCOMPARE(text(w, "Qty_txt(0)|Amount_txt(0)|subtotal_txt"), "||     15.00");
     // The row entered; leaving a price or a payment rewrites it as an amount.
     showActive(w);
     edit(w, "Amount_txt(2)")->setFocus();
@@ -254,12 +243,12 @@ void InvoiceWindowTest::newInvoiceTypingAndClearing()
     edit(w, "Writtenoff_txt")->setFocus();
     edit(w, "Amount_txt(3)")->setFocus();
     edit(w, "Desc_txt(2)")->setFocus();
-    QCOMPARE(text(w, "Amount_txt(2)|Writtenoff_txt|Amount_txt(3)"), QStringLiteral("      5.00|      0.00|"));
+    QCOMPARE(text(w, "Amount_txt(2)|Writtenoff_txt|Amount_txt(3)"), "      5.00|      0.00|");
     ui.expectBox("Confirm", "Are you sure you want to clear this line?", vbNo);
     child<QAction>(w, "Toolbar1(4)")->trigger();
     ui.expectBox("Confirm", "Are you very sure you want to clear all lines?", vbYes);
     child<QAction>(w, "Toolbar1(6)")->trigger();
-    QCOMPARE(text(w, "Qty_txt(2)|total_txt"), QStringLiteral("|      0.00"));
+    QCOMPARE(text(w, "Qty_txt(2)|total_txt"), "|      0.00");
     QCOMPARE(busyCount(), qint16(0));
     VERIFY_UI(ui);
 }
@@ -270,12 +259,9 @@ void InvoiceWindowTest::oldInvoiceIsRecomputed_data()
     QTest::addColumn<QString>("storedRate");
     QTest::addColumn<QString>("tax");
     // The stored rate computes; the setting is only the gate.
-    QTest::newRow("at the stored rate") << 20.0 << "10"
-                                        << "1.00";
-    QTest::newRow("no rate in the settings") << 0.0 << "10"
-                                             << "0.00";
-    QTest::newRow("stored without a rate") << 20.0 << "0"
-                                           << "0.00";
+    QTest::newRow("at the stored rate") << 20.0 << QString("10") << QString("1.00");
+    QTest::newRow("no rate in the settings") << 0.0 << QString("10") << QString("0.00");
+    QTest::newRow("stored without a rate") << 20.0 << QString("0") << QString("0.00");
 }
 
 void InvoiceWindowTest::oldInvoiceIsRecomputed()
@@ -293,7 +279,7 @@ void InvoiceWindowTest::oldInvoiceIsRecomputed()
         lines << QStringLiteral("INV7|P%1|%2|d P%1|10|999|%3").arg(i).arg(i == 1 ? 0 : 1).arg(i == 0 ? 1 : 0);
     addRows("InvoiceD", LineColumns, lines << "INV8||2||4|999|0");
     EditInvoiceMode = 1;
-    OpenInvoiceNo = QStringLiteral(" INV7 ");
+    OpenInvoiceNo = " INV7 ";
     frmAddInv w;
     QCOMPARE(text(w, "Inv_lbl|Customername_lbl|vat_lbl|Qty_txt(0)|Qty_txt(1)|PartID_txt(7)|Desc_txt(7)|Amount_txt(7)"),
              "INV7|Ann O'Brien|VAT @ " + storedRate + "%|1||P7|d P7|     10.00");
@@ -307,13 +293,13 @@ void InvoiceWindowTest::oldInvoiceIsRecomputed()
     QCOMPARE(child<QLabel>(w, "toptax")->isVisibleTo(&w), tax != QLatin1String("0.00"));
     // An unknown number rests on the next, whose header shows with no lines; settled
     // there, the tick comes on as a click and pays the written-off part as well.
-    OpenInvoiceNo = QStringLiteral("INV75");
+    OpenInvoiceNo = "INV75";
     frmAddInv next;
-    QCOMPARE(text(next, "Inv_lbl|Qty_txt(0)|total_txt|Balance_txt"), QStringLiteral("INV8||      0.00|     -8.00"));
-    OpenInvoiceNo = QStringLiteral("INV8");
+    QCOMPARE(text(next, "Inv_lbl|Qty_txt(0)|total_txt|Balance_txt"), "INV8||      0.00|     -8.00");
+    OpenInvoiceNo = "INV8";
     frmAddInv settled;
     QVERIFY(child<QCheckBox>(settled, "PaidFull_chk")->isChecked());
-    QCOMPARE(text(settled, "Paid_txt|Balance_txt"), QStringLiteral("      8.00|     -2.00"));
+    QCOMPARE(text(settled, "Paid_txt|Balance_txt"), "      8.00|     -2.00");
     VERIFY_UI(ui);
 }
 
@@ -345,7 +331,7 @@ void InvoiceWindowTest::itemPicker()
         child<QPushButton>(w, "select_cmd")->click();
     else
         QTest::keyClick(list, Qt::Key_X);
-    QCOMPARE(text(w, "PartID_txt(3)|Desc_txt(3)|tota1l_txt(3)"), QStringLiteral("P1|Steel bolt|      2.50"));
+    QCOMPARE(text(w, "PartID_txt(3)|Desc_txt(3)|tota1l_txt(3)"), "P1|Steel bolt|      2.50");
     QCOMPARE(child<QCheckBox>(w, "tax(3)")->isChecked(), taxEnabled == 0);
     QVERIFY(!frame->isVisible() && !child<QCheckBox>(w, "Check1(3)")->isChecked());
     QCOMPARE(QApplication::focusWidget(), edit(w, "Qty_txt(3)"));
@@ -366,22 +352,12 @@ void InvoiceWindowTest::saveWritesRowsAndAdvances_data()
 {
     for (const char* column : {"prefix", "next", "number", "nextAfter"})
         QTest::addColumn<QString>(column);
-    QTest::newRow("width kept") << "INV"
-                                << "00000099"
-                                << "INV00000099"
-                                << "00000100";
-    QTest::newRow("wraps at the width") << "INV"
-                                        << "9999"
-                                        << "INV9999"
-                                        << "0000";
-    QTest::newRow("prefix digit cut off") << "A1"
-                                          << "100001"
-                                          << "A1100001"
-                                          << "100002";
-    QTest::newRow("free form leaves it") << "INV"
-                                         << "100001"
-                                         << "my-1"
-                                         << "100001";
+    for (const QString row :
+         {"width kept|INV|00000099|INV00000099|00000100", "wraps at the width|INV|9999|INV9999|0000",
+          "prefix digit cut off|A1|100001|A1100001|100002", "free form leaves it|INV|100001|my-1|100001"}) {
+        const QStringList f = row.split('|');
+        QTest::newRow(qPrintable(f[0])) << f[1] << f[2] << f[3] << f[4];
+    }
 }
 
 void InvoiceWindowTest::saveWritesRowsAndAdvances()
@@ -401,9 +377,9 @@ void InvoiceWindowTest::saveWritesRowsAndAdvances()
         type(w, "Inv_lbl", number);
     // A quantity alone, a price alone, an empty row, and a taxed line with padded texts.
     setLines(w, "4||0;|5|0;||0;2|0.25|1");
-    edit(w, "PartID_txt(3)")->setText(QStringLiteral(" P9 "));
-    edit(w, "Desc_txt(3)")->setText(QStringLiteral(" two words "));
-    edit(w, "SalesPerson_txt")->setText(QStringLiteral(" Jo "));
+    edit(w, "PartID_txt(3)")->setText(" P9 ");
+    edit(w, "Desc_txt(3)")->setText(" two words ");
+    edit(w, "SalesPerson_txt")->setText(" Jo ");
     type(w, "Discount2_txt", "12.5");
     ui.expectBox("Continue?", "Are you sure you want to update?", vbYes, vbYesNo + vbQuestion);
     child<QPushButton>(w, "update_cmd")->click();
@@ -430,20 +406,15 @@ void InvoiceWindowTest::refusalsAndFailures_data()
     const auto fatal = [](int number) {
         return "Error Message|" + errorMessageText(number, "frmAddInv", "Update_cmd", standardErrorText(number)) + "|1";
     };
-    QTest::newRow("in use, whatever the case") << 1 << "1"
-                                               << "inv1" << QStringList{inUse};
-    QTest::newRow("generated number in use") << 0 << "1"
-                                             << "1" << QStringList{inUse};
-    QTest::newRow("empty free-form number") << 1 << "1"
-                                            << "" << QStringList{empty};
-    QTest::newRow("No to the question") << 0 << "2"
-                                        << "1" << QStringList{"Continue?|Are you sure you want to update?|7"};
+    QTest::newRow("in use, whatever the case") << 1 << QString("1") << QString("inv1") << QStringList{inUse};
+    QTest::newRow("generated number in use") << 0 << QString("1") << QString("1") << QStringList{inUse};
+    QTest::newRow("empty free-form number") << 1 << QString("1") << QString("") << QStringList{empty};
+    QTest::newRow("No to the question") << 0 << QString("2") << QString("1")
+                                        << QStringList{"Continue?|Are you sure you want to update?|7"};
     // The box, then the focus cannot move to the disabled number.
-    QTest::newRow("empty generated number") << 0 << ""
-                                            << "1" << QStringList{empty, fatal(5)};
+    QTest::newRow("empty generated number") << 0 << QString("") << QString("1") << QStringList{empty, fatal(5)};
     // No quantity column holds it: the header and the first line stay written.
-    QTest::newRow("failure mid-save") << 0 << "2"
-                                      << "1e99" << QStringList{fatal(6)};
+    QTest::newRow("failure mid-save") << 0 << QString("2") << QString("1e99") << QStringList{fatal(6)};
 }
 
 void InvoiceWindowTest::refusalsAndFailures()
@@ -455,7 +426,7 @@ void InvoiceWindowTest::refusalsAndFailures()
     TestUi ui;
     QMap<QString, Value> row = taxed(0);
     row.insert({{"FreeFormInv", freeForm},
-                {"InvPrefix", next.isEmpty() ? QString() : QStringLiteral("INV")},
+                {"InvPrefix", next.isEmpty() ? QString() : "INV"},
                 {"Invstart", next},
                 {"ConfirmAll", int(!boxes[0].startsWith(QLatin1String("Continue?")))}});
     auto main = startProgram(ui, row);
@@ -464,7 +435,7 @@ void InvoiceWindowTest::refusalsAndFailures()
     frmAddInv w;
     if (freeForm)
         type(w, "Inv_lbl", typed);
-    setLines(w, "2|3|0;" + (freeForm ? QStringLiteral("1") : typed) + "|1|0");
+    setLines(w, "2|3|0;" + (freeForm ? "1" : typed) + "|1|0");
     for (const QString& b : boxes)
         ui.expectBox(b.section('|', 0, 0), b.section('|', 1, -2), b.section('|', -1).toInt());
     const bool midSave = typed == QLatin1String("1e99");
@@ -488,7 +459,7 @@ void InvoiceWindowTest::roundTripThroughTheCustomer()
     addRows("Invoices", "InvNo", {"INV099"});
     addRows("InvoiceD", LineColumns, {"INV099||1||1|999|0"}); // beside ours in the index, and kept
     NewCustomerMode = 0;
-    SelectedCustID = QStringLiteral("CUS1");
+    SelectedCustID = "CUS1";
     frmAddCust customer;
     ui.onModal("frmAddInv", [&](QDialog& w) {
         setLines(w, "2|10|1;1|3|0;1|4|0");
@@ -497,8 +468,7 @@ void InvoiceWindowTest::roundTripThroughTheCustomer()
     });
     child<QPushButton>(customer, "Add_cmd")->click();
     auto* history = child<QTreeWidget>(customer, "Inv_lst");
-    QCOMPARE(listRows(history).last(),
-             QStringLiteral("22/11/2026 | INV100001 |      29.00 |       0.00 |      29.00 | "));
+    QCOMPARE(listRows(history).last(), "22/11/2026 | INV100001 |      29.00 |       0.00 |      29.00 | ");
     settings.TaxAmount = 20;
     QString reopened;
     ui.onModal("frmAddInv", [&](QDialog& w) {
@@ -511,9 +481,8 @@ void InvoiceWindowTest::roundTripThroughTheCustomer()
         return 1;
     });
     child<QPushButton>(customer, "Edit_cmd")->click();
-    QCOMPARE(reopened, QStringLiteral("INV100001|      2.00|      4.00")); // at the stored 10 %
-    QCOMPARE(listRows(history).last(),
-             QStringLiteral("22/11/2026 | INV100001 |      34.00 |      10.00 |      24.00 | "));
+    QCOMPARE(reopened, "INV100001|      2.00|      4.00"); // at the stored 10 %
+    QCOMPARE(listRows(history).last(), "22/11/2026 | INV100001 |      34.00 |      10.00 |      24.00 | ");
     QCOMPARE(stored("InvoiceD", LineColumns),
              (QStringList{"INV099||1||1|999|0", "INV100001||2||10|20|1", "INV100001||3||4|12|0"}));
     QCOMPARE(columnValues("Invoices", "TaxPer") << settings.Invstart, (QStringList{"0", "20", "100002"}));
@@ -533,12 +502,12 @@ void InvoiceWindowTest::customerPicker()
         ui.onModal("frmsearchCust", [&](QDialog& d) {
             auto* list = child<QTreeWidget>(d, "cust_lst");
             [&] {
-                QCOMPARE(d.windowTitle(), QStringLiteral("Search for a Customer"));
+                QCOMPARE(d.windowTitle(), "Search for a Customer");
                 QCOMPARE(listRows(list).join(','), customers ? "C1 | Smith | Ann | 555,C2 | Brown | Bob | 555" : "");
                 list->header()->sectionClicked(1); // descending, with no mark
                 QCOMPARE(headingMark(list, 1), QString());
             }();
-            edit(d, "search_txt")->setText(QStringLiteral("BRO"));
+            edit(d, "search_txt")->setText("BRO");
             child<QPushButton>(d, "search_cmd")->click();
             if (customers)
                 ui.onModal("frmAddInv", [&](QDialog& w) {
@@ -553,7 +522,7 @@ void InvoiceWindowTest::customerPicker()
         main->Toolbar1_ButtonClick(5);
         VERIFY_UI(ui);
     }
-    QCOMPARE(picked, QStringLiteral("C2|Bob Brown|555"));
+    QCOMPARE(picked, "C2|Bob Brown|555");
 }
 
 VELK_TEST(InvoiceWindowTest)
