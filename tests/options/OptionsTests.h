@@ -17,3 +17,6 @@ void makeDataFile(const QMap<QString, Value>& systemRow = {});
 // A column of the first row of a table, or of the table's row count when it is empty.
 Value firstRowValue(const QString& table, const QString& column);
 int rowCount(const QString& table);
+// "Column=value" texts as a row, and compared with the System row's texts.
+QMap<QString, Value> rowOf(const QStringList& pairs);
+void compareSystemRow(const QStringList& pairs);

@@ -3,6 +3,7 @@
 #include "shell/Globals.h"
 #include "shell/frmMain.h"
 #include "store/Connection.h"
+#include "store/Functions.h"
 #include "store/Recordset.h"
 
 void makeDataFile(const QMap<QString, Value>& systemRow)
@@ -25,6 +26,20 @@ int rowCount(const QString& table)
     Recordset rs;
     rs.open(table, ConnectionString, Recordset::adLockReadOnly);
     return rs.recordCount();
+}
+
+QMap<QString, Value> rowOf(const QStringList& pairs)
+{
+    QMap<QString, Value> row;
+    for (const QString& p : pairs)
+        row.insert(p.section('=', 0, 0), p.section('=', 1));
+    return row;
+}
+
+void compareSystemRow(const QStringList& pairs)
+{
+    for (const QString& p : pairs)
+        QCOMPARE(p.section('=', 0, 0) + '=' + Null_to_text(firstRowValue("System", p.section('=', 0, 0))), p);
 }
 
 static const bool registered =

@@ -22,46 +22,46 @@ namespace
 // A settings row as a user may have it after some use of the program.
 QMap<QString, Value> usedRow()
 {
-    return {{"BusinessName", "Velk Ltd"},
-            {"Address", "1 High St"},
-            {"Phone", "0123"},
-            {"Mobile", "07"},
-            {"Email", "a@b.c"},
-            {"Web", "velk.example"},
-            {"InvPrefix", "INV"},
-            {"CrdPrefix", "CN"},
-            {"CustPrefix", "CUS"},
-            {"PartPrefix", "PRT"},
-            {"CustStart", "100001"},
-            {"Invstart", "100001"},
-            {"CrdStart", "300001"},
-            {"PartStart", "100001"},
-            {"Currency", "\u20ac"},
-            {"TaxName", "VAT"},
-            {"TaxNo", "GB1"},
-            {"TaxAmount", 20.0},
-            {"TaxEnabled", 1},
-            {"DefaultEnd", "31/12/2026"},
-            {"Debtorstart", "0"},
-            {"Reminder1", "Pay"},
-            {"Reminder2", "Pay now"},
-            {"Reminder3", "Last"},
-            {"includeshipping", 0},
-            {"includeterms", 1},
-            {"includestatement", 1},
-            {"Statement", "Thanks"},
-            {"terms1", "30 days"},
-            {"ConfirmExit", 1},
-            {"ConfirmBackup", 0},
-            {"ConfirmAll", 1},
-            {"FaxVisible", 1},
-            {"webVisible", 1},
-            {"Text1Name", "Sales Person"},
-            {"Text1Visible", 1},
-            {"Text2Name", "Order"},
-            {"present", 1},
-            {"InvoiceType", "7"},
-            {"logopath", ""}};
+    return rowOf({"BusinessName=Velk Ltd",
+                  "Address=1 High St",
+                  "Phone=0123",
+                  "Mobile=07",
+                  "Email=a@b.c",
+                  "Web=velk.example",
+                  "InvPrefix=INV",
+                  "CrdPrefix=CN",
+                  "CustPrefix=CUS",
+                  "PartPrefix=PRT",
+                  "CustStart=100001",
+                  "Invstart=100001",
+                  "CrdStart=300001",
+                  "PartStart=100001",
+                  "Currency=\u20ac",
+                  "TaxName=VAT",
+                  "TaxNo=GB1",
+                  "TaxAmount=20",
+                  "TaxEnabled=1",
+                  "DefaultEnd=31/12/2026",
+                  "Debtorstart=0",
+                  "Reminder1=Pay",
+                  "Reminder2=Pay now",
+                  "Reminder3=Last",
+                  "includeshipping=0",
+                  "includeterms=1",
+                  "includestatement=1",
+                  "Statement=Thanks",
+                  "terms1=30 days",
+                  "ConfirmExit=1",
+                  "ConfirmBackup=0",
+                  "ConfirmAll=1",
+                  "FaxVisible=1",
+                  "webVisible=1",
+                  "Text1Name=Sales Person",
+                  "Text1Visible=1",
+                  "Text2Name=Order",
+                  "present=1",
+                  "InvoiceType=7",
+                  "logopath="});
 }
 
 // Starts the program on that row and opens Tools > Options with the handler driving it.
@@ -142,26 +142,10 @@ private slots:
             click(d, "cmdOK");
         });
         VERIFY_UI(ui);
-        const QMap<QString, QString> row{{"BusinessName", "New Name"},
-                                         {"TaxAmount", "12"},
-                                         {"Currency", "\u20ac"},
-                                         {"CrdPrefix", "CRD"},
-                                         {"CrdStart", "200001"},
-                                         {"InvoiceType", "7"},
-                                         {"DefaultStart", "01/01/2005"},
-                                         {"DefaultEnd", "31/12/2026"},
-                                         {"present", "0"},
-                                         {"includeshipping", "1"},
-                                         {"Text3Name", "Van"},
-                                         {"Text3Visible", "0"},
-                                         {"ConfirmExit", "1"},
-                                         {"webVisible", "1"},
-                                         {"ConfirmAll", "1"},
-                                         {"Reminder2", "Pay now"},
-                                         {"logopath", ""},
-                                         {"TaxEnabled", "1"}};
-        for (auto it = row.begin(); it != row.end(); ++it)
-            QCOMPARE(firstRowValue("System", it.key()).toText(), it.value());
+        compareSystemRow({"BusinessName=New Name", "TaxAmount=12", "Currency=\u20ac", "CrdPrefix=CRD",
+                          "CrdStart=200001", "InvoiceType=7", "DefaultStart=01/01/2005", "DefaultEnd=31/12/2026",
+                          "present=0", "includeshipping=1", "Text3Name=Van", "Text3Visible=0", "ConfirmExit=1",
+                          "webVisible=1", "ConfirmAll=1", "Reminder2=Pay now", "logopath=", "TaxEnabled=1"});
         QCOMPARE(settings.BusinessName.trimmed(), "New Name");
         QCOMPARE(settings.TaxAmount, 12.0);
         QCOMPARE(settings.CrdStart, "200001");
@@ -215,48 +199,25 @@ private slots:
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("text");
 
+        auto row = [](const char* name, const char* command, const char* startBox, const char* start,
+                      const char* freeForm, const QString& title, const QString& text) {
+            QTest::newRow(name) << QString(command) << QString(startBox) << QString(start) << QString(freeForm) << title
+                                << text;
+        };
         const QString shortText = "Please enter a number 4 or more numbers long!";
-        QTest::newRow("apply: invoice too short") << "cmdApply"
-                                                  << "InvStart_txt"
-                                                  << "  12"
-                                                  << ""
-                                                  << "Invoice Number" << shortText;
-        QTest::newRow("ok: item too short") << "cmdOK"
-                                            << "PrtStart_txt"
-                                            << "123"
-                                            << ""
-                                            << "Item Number" << shortText;
-        QTest::newRow("ok: invoice in use, other case")
-            << "cmdOK"
-            << "InvStart_txt"
-            << "100007"
-            << ""
-            << "Invoice Number Already In Use"
-            << "This Invoice number has already been used. Please try again!";
-        QTest::newRow("apply: customer in use") << "cmdApply"
-                                                << "CusStart_txt"
-                                                << "100007"
-                                                << ""
-                                                << "Customer Number Already In Use"
-                                                << "This Customer number has already been used. Please try again!";
-        QTest::newRow("check: item in use") << "CheckRanges_cmd"
-                                            << "PrtStart_txt"
-                                            << "100007"
-                                            << ""
-                                            << "Item\\Part Number Already In Use"
-                                            << "This Item\\Part number has already been used. Please try again!";
-        QTest::newRow("check: free form passes") << "CheckRanges_cmd"
-                                                 << "CusStart_txt"
-                                                 << "12"
-                                                 << "Cus_chk"
-                                                 << "All OK"
-                                                 << "All prefix numbers are OK";
-        QTest::newRow("check: credit never checked") << "CheckRanges_cmd"
-                                                     << "CrdStart_txt"
-                                                     << "1"
-                                                     << ""
-                                                     << "All OK"
-                                                     << "All prefix numbers are OK";
+        const QString inUse = "This %1 number has already been used. Please try again!";
+        row("apply: invoice too short", "cmdApply", "InvStart_txt", "  12", "", "Invoice Number", shortText);
+        row("ok: item too short", "cmdOK", "PrtStart_txt", "123", "", "Item Number", shortText);
+        row("ok: invoice in use, other case", "cmdOK", "InvStart_txt", "100007", "", "Invoice Number Already In Use",
+            inUse.arg("Invoice"));
+        row("apply: customer in use", "cmdApply", "CusStart_txt", "100007", "", "Customer Number Already In Use",
+            inUse.arg("Customer"));
+        row("check: item in use", "CheckRanges_cmd", "PrtStart_txt", "100007", "", "Item\\Part Number Already In Use",
+            inUse.arg("Item\\Part"));
+        row("check: free form passes", "CheckRanges_cmd", "CusStart_txt", "12", "Cus_chk", "All OK",
+            "All prefix numbers are OK");
+        row("check: credit never checked", "CheckRanges_cmd", "CrdStart_txt", "1", "", "All OK",
+            "All prefix numbers are OK");
     }
     void checks()
     {
