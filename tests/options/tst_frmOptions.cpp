@@ -176,9 +176,7 @@ private slots:
             click(d, "cmdCancel");
         });
         VERIFY_UI(ui);
-        QCOMPARE(firstRowValue("System", "BusinessName").toText(), "Applied");
-        QCOMPARE(firstRowValue("System", "InvoiceType").toText(), "2");
-        QCOMPARE(firstRowValue("System", "Phone").toText(), "0123");
+        compareSystemRow({"BusinessName=Applied", "InvoiceType=2", "Phone=0123"});
         QCOMPARE(settings.BusinessName.trimmed(), "Applied");
         QCOMPARE(settings.Phone.trimmed(), "0123");
         QCOMPARE(firstRowValue("System", "Reminder1").toText(),
@@ -310,11 +308,7 @@ private slots:
         });
         VERIFY_UI(ui);
         QCOMPARE(rowCount("System"), 1);
-        QCOMPARE(firstRowValue("System", "Currency").toText(), "$");
-        QCOMPARE(firstRowValue("System", "includeterms").toText(), "1");
-        QCOMPARE(firstRowValue("System", "InvPrefix").toText(), "INV");
-        QCOMPARE(firstRowValue("System", "PartPrefix").toText(), "PRT");
-        QCOMPARE(firstRowValue("System", "DefaultEnd").toText(), "22/11/2026");
+        compareSystemRow({"Currency=$", "includeterms=1", "InvPrefix=INV", "PartPrefix=PRT", "DefaultEnd=22/11/2026"});
     }
 
     // Boxes of several lines take no more than their limit, typed or pasted.

@@ -62,21 +62,21 @@ void FunctionsTest::formatAmount()
 
 void FunctionsTest::formatAmountOfCurrency()
 {
-    QCOMPARE(Format_amount(Currency::fromTicks(10050), 7, 2), QStringLiteral("      1.01")); // 1.005
-    QCOMPARE(Format_amount(Currency::fromTicks(-15000), 7, 2), QStringLiteral("     -1.50"));
-    QCOMPARE(Format_amount(Currency::fromTicks(49), 7, 2), QStringLiteral("      0.00"));
-    QCOMPARE(Format_amount(Currency::fromText("922337203685477.5807"), 7, 2), QStringLiteral("3685477.58"));
+    QCOMPARE(Format_amount(Currency::fromTicks(10050), 7, 2), "      1.01"); // 1.005
+    QCOMPARE(Format_amount(Currency::fromTicks(-15000), 7, 2), "     -1.50");
+    QCOMPARE(Format_amount(Currency::fromTicks(49), 7, 2), "      0.00");
+    QCOMPARE(Format_amount(Currency::fromText("922337203685477.5807"), 7, 2), "3685477.58");
 }
 
 void FunctionsTest::padsAndAligns()
 {
-    QCOMPARE(Zero_pad(42, 6), QStringLiteral("000042"));
-    QCOMPARE(Zero_pad(1234567, 6), QStringLiteral("234567"));
-    QCOMPARE(Zero_pad(QStringLiteral(" 10000 "), 4), QStringLiteral("0000")); // the wrap of a full width
-    QCOMPARE(Zero_pad(QString(), 3), QStringLiteral("000"));
-    QCOMPARE(Right_align(QStringLiteral("3021"), 6), QStringLiteral("  3021"));
-    QCOMPARE(Right_align(QStringLiteral("-2147467259"), 6), QStringLiteral("467259"));
-    QCOMPARE(Right_align(QString(), 2), QStringLiteral("  "));
+    QCOMPARE(Zero_pad(42, 6), "000042");
+    QCOMPARE(Zero_pad(1234567, 6), "234567");
+    QCOMPARE(Zero_pad(" 10000 ", 4), "0000"); // the wrap of a full width
+    QCOMPARE(Zero_pad(QString(), 3), "000");
+    QCOMPARE(Right_align("3021", 6), "  3021");
+    QCOMPARE(Right_align("-2147467259", 6), "467259");
+    QCOMPARE(Right_align(QString(), 2), "  ");
 }
 
 void FunctionsTest::csvField_data()
@@ -152,20 +152,19 @@ void FunctionsTest::currencyLimitsAndText()
     };
     QCOMPARE(fails([] { Currency::fromDouble(922337203685478.0); }), int(err::Overflow));
     QCOMPARE(fails([] { Currency::fromDouble(std::nan("")); }), int(err::Overflow));
-    const Currency top = Currency::fromText(QStringLiteral("922337203685477.5807"));
+    const Currency top = Currency::fromText("922337203685477.5807");
     QCOMPARE(top.ticks(), std::numeric_limits<qint64>::max());
     QCOMPARE(fails([&] { top + Currency::fromTicks(1); }), int(err::Overflow));
-    QCOMPARE(Currency::fromText(QStringLiteral("-922337203685477.5808")).toString(),
-             QStringLiteral("-922337203685477.5808"));
-    QCOMPARE(Currency::fromText(QStringLiteral(" 1.00005 ")).ticks(), qint64(10000)); // exact half to even
-    QCOMPARE(Currency::fromText(QStringLiteral("1.00015")).ticks(), qint64(10002));
-    QCOMPARE(Currency::fromText(QStringLiteral("1.000051")).ticks(), qint64(10001));
-    QCOMPARE(Currency::fromText(QStringLiteral("1e3")).ticks(), qint64(10000000));
-    QCOMPARE(fails([] { Currency::fromText(QStringLiteral(".")); }), int(err::TypeMismatch));
-    QCOMPARE(fails([] { Currency::fromText(QStringLiteral("12abc")); }), int(err::TypeMismatch));
-    QCOMPARE(Currency::fromTicks(175000).toString(), QStringLiteral("17.5"));
-    QCOMPARE(Currency::fromTicks(-2500).toString(), QStringLiteral("-0.25"));
-    QCOMPARE(Currency().toString(), QStringLiteral("0"));
+    QCOMPARE(Currency::fromText("-922337203685477.5808").toString(), "-922337203685477.5808");
+    QCOMPARE(Currency::fromText(" 1.00005 ").ticks(), qint64(10000)); // exact half to even
+    QCOMPARE(Currency::fromText("1.00015").ticks(), qint64(10002));
+    QCOMPARE(Currency::fromText("1.000051").ticks(), qint64(10001));
+    QCOMPARE(Currency::fromText("1e3").ticks(), qint64(10000000));
+    QCOMPARE(fails([] { Currency::fromText("."); }), int(err::TypeMismatch));
+    QCOMPARE(fails([] { Currency::fromText("12abc"); }), int(err::TypeMismatch));
+    QCOMPARE(Currency::fromTicks(175000).toString(), "17.5");
+    QCOMPARE(Currency::fromTicks(-2500).toString(), "-0.25");
+    QCOMPARE(Currency().toString(), "0");
     QCOMPARE(Currency::fromTicks(171235).toDouble(), 17.1235);
 }
 
@@ -193,8 +192,8 @@ void FunctionsTest::lenientReading()
 
 void FunctionsTest::strictReading()
 {
-    QCOMPARE(strictNumber(QStringLiteral("  17.5 ")), 17.5);
-    QCOMPARE(strictNumber(QStringLiteral("-.5")), -0.5);
+    QCOMPARE(strictNumber("  17.5 "), 17.5);
+    QCOMPARE(strictNumber("-.5"), -0.5);
     for (const char* bad : {"", ".", "1.2.3", "12abc", "1 2", "-"}) {
         bool failed = false;
         try {
@@ -204,9 +203,9 @@ void FunctionsTest::strictReading()
         }
         QVERIFY2(failed, bad);
     }
-    QCOMPARE(numberText(17.5), QStringLiteral("17.5"));
-    QCOMPARE(numberText(0.1 + 0.2), QStringLiteral("0.3"));
-    QCOMPARE(numberText(1e20), QStringLiteral("1E+20"));
+    QCOMPARE(numberText(17.5), "17.5");
+    QCOMPARE(numberText(0.1 + 0.2), "0.3");
+    QCOMPARE(numberText(1e20), "1E+20");
     QCOMPARE(toInt16(2.5), qint16(2));
     QCOMPARE(toInt16(3.5), qint16(4));
 }
@@ -214,14 +213,14 @@ void FunctionsTest::strictReading()
 void FunctionsTest::nullConversions()
 {
     QCOMPARE(Null_to_text(Value()), QString());
-    QCOMPARE(Null_to_text(Value(qint64(0))), QStringLiteral("0"));
-    QCOMPARE(Null_to_text(Value(QDate(2026, 3, 4))), QStringLiteral("04/03/2026"));
+    QCOMPARE(Null_to_text(Value(qint64(0))), "0");
+    QCOMPARE(Null_to_text(Value(QDate(2026, 3, 4))), "04/03/2026");
     QCOMPARE(Null_to_zero(Value()), Currency());
     QCOMPARE(Null_to_zero(Value(17.123456)).ticks(), qint64(171235));
-    QCOMPARE(Null_to_zero(Value(QStringLiteral("1"))).ticks(), qint64(10000));
+    QCOMPARE(Null_to_zero(Value("1")).ticks(), qint64(10000));
     int number = 0;
     try {
-        Null_to_zero(Value(QStringLiteral("yes")));
+        Null_to_zero(Value("yes"));
     } catch (const VbError& e) {
         number = e.number();
     }
