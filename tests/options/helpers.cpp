@@ -6,6 +6,10 @@
 #include "store/Functions.h"
 #include "store/Recordset.h"
 
+#include <QAbstractButton>
+#include <QDialog>
+#include <QLineEdit>
+
 void makeDataFile(const QMap<QString, Value>& systemRow)
 {
     frmMain w;
@@ -40,6 +44,16 @@ void compareSystemRow(const QStringList& pairs)
 {
     for (const QString& p : pairs)
         QCOMPARE(p.section('=', 0, 0) + '=' + Null_to_text(firstRowValue("System", p.section('=', 0, 0))), p);
+}
+
+void click(QDialog& d, const char* name)
+{
+    child<QAbstractButton>(d, QLatin1String(name))->click();
+}
+
+QLineEdit* box(QDialog& d, const char* name)
+{
+    return child<QLineEdit>(d, QLatin1String(name));
 }
 
 static const bool registered =

@@ -83,14 +83,6 @@ std::unique_ptr<frmMain> openOptions(TestUi& ui, const QMap<QString, Value>& row
     return w;
 }
 
-QLineEdit* box(QDialog& d, const char* name)
-{
-    return child<QLineEdit>(d, QLatin1String(name));
-}
-void click(QDialog& d, const char* name)
-{
-    child<QAbstractButton>(d, QLatin1String(name))->click();
-}
 bool shown(QDialog& d, const QString& name)
 {
     return !child<QWidget>(d, name)->isHidden();

@@ -21,14 +21,6 @@ using namespace platform;
 namespace
 {
 
-void click(QDialog& d, const char* name)
-{
-    child<QAbstractButton>(d, QLatin1String(name))->click();
-}
-QLineEdit* box(QDialog& d, const char* name)
-{
-    return child<QLineEdit>(d, QLatin1String(name));
-}
 QString exampleText(QDialog& d, const char* name)
 {
     return child<QLabel>(d, QLatin1String(name))->text();
