@@ -140,12 +140,9 @@ private slots:
                           "webVisible=1", "ConfirmAll=1", "Reminder2=Pay now", "logopath=", "TaxEnabled=1"});
         QCOMPARE(settings.BusinessName.trimmed(), "New Name");
         QCOMPARE(settings.TaxAmount, 12.0);
-        QCOMPARE(settings.CrdStart, "200001");
-        QCOMPARE(settings.InvoiceType, "7");
         QCOMPARE(settings.text3Name.trimmed(), "Van");
         QCOMPARE(settings.IncludeShipping, 1);
         QCOMPARE(settings.Present, 0);
-        QCOMPARE(settings.DefaultStart, "01/01/2005");
         QCOMPARE(settings.ConfirmExit, 1); // loaded at start, never written
     }
 

@@ -123,13 +123,9 @@ private slots:
         QCOMPARE(settings.BusinessName.text(), QString("Velk Ltd").leftJustified(30));
         QCOMPARE(settings.Phone.trimmed(), "0123");
         QCOMPARE(settings.CrdPrefix, "CN");
-        QCOMPARE(settings.DefaultEnd, "22/11/2026");
         QCOMPARE(settings.TaxAmount, 17.5);
         QCOMPARE(settings.freeformPart, 1);
-        QCOMPARE(settings.Reminder1, Reminder1);
         QCOMPARE(settings.text1Name.trimmed(), "Sales Person");
-        QCOMPARE(settings.ConfirmBackup, 1);
-        QCOMPARE(settings.Present, 1);
     }
 
     // Cancel ends the program and leaves the data file without a row; the next start
