@@ -15,9 +15,6 @@
 #include <QtTest>
 #include <sqlite3.h>
 
-namespace
-{
-
 int failure(const std::function<void()>& f)
 {
     try {
@@ -27,6 +24,9 @@ int failure(const std::function<void()>& f)
     }
     return 0;
 }
+
+namespace
+{
 
 // The values of a column, walking from the first row.
 QStringList walk(Recordset& rs, const char* column)
