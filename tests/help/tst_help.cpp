@@ -136,14 +136,14 @@ void HelpTest::opensOnTheTopicOfItsOpener()
     const bool fromList = !opener.isEmpty() && opener != QLatin1String("frmMain");
     if (fromList)
         ui.onModal(opener, [](QDialog& list) {
-            child<QAction>(list, QStringLiteral("Toolbar1(8)"))->trigger();
+            child<QAction>(list, "Toolbar1(8)")->trigger();
             return 0;
         });
     QString url, name, caption;
-    ui.onModal(QStringLiteral("Help_frm"), [&](QDialog& d) {
-        auto* browser = child<Browser>(d, QStringLiteral("brwWebBrowser"));
+    ui.onModal("Help_frm", [&](QDialog& d) {
+        auto* browser = child<Browser>(d, "brwWebBrowser");
         if (!QTest::qWaitFor([&] { return !browser->Busy(); }, LoadTimeout))
-            url = QStringLiteral("still loading");
+            url = "still loading";
         else
             url = browser->LocationURL();
         name = browser->LocationName();
@@ -155,11 +155,11 @@ void HelpTest::opensOnTheTopicOfItsOpener()
     else if (fromList)
         child<QAction>(*w, opener == "frmCustomer" ? "Toolbar1(1)" : "Toolbar1(11)")->trigger();
     else
-        child<QAction>(*w, QStringLiteral("Toolbar1(13)"))->trigger();
+        child<QAction>(*w, "Toolbar1(13)")->trigger();
     VERIFY_UI(ui);
     QCOMPARE(url, fileUrl(ui, page));
     QCOMPARE(name, title);
-    QCOMPARE(caption, QStringLiteral("Help"));
+    QCOMPARE(caption, "Help");
     QCOMPARE(HelpTopic.trimmed(), page);
 }
 
@@ -167,34 +167,27 @@ void HelpTest::toolbarGoesHomeBackAndForward()
 {
     TestUi ui;
     copyHelpPages(ui);
-    HelpTopic = QStringLiteral("customers.htm");
+    HelpTopic = "customers.htm";
     Help_frm w;
-    auto* browser = child<Browser>(w, QStringLiteral("brwWebBrowser"));
+    auto* browser = child<Browser>(w, "brwWebBrowser");
     QTRY_VERIFY_WITH_TIMEOUT(!browser->Busy(), LoadTimeout);
-    QCOMPARE(browser->LocationName(), QStringLiteral("Customers - Velk Invoice Help"));
+    QCOMPARE(browser->LocationName(), "Customers - Velk Invoice Help");
     // Nothing to go back to: nothing happens, and nothing is said.
     click(w, "Back");
     QVERIFY(!browser->Busy());
     click(w, "Forward");
     QVERIFY(!browser->Busy());
     // Home is the contents page, not the page the window opened on.
-    click(w, "Home");
-    QTRY_COMPARE_WITH_TIMEOUT(browser->LocationURL(), fileUrl(ui, "help.htm"), LoadTimeout);
-    QTRY_VERIFY_WITH_TIMEOUT(!browser->Busy(), LoadTimeout);
-    click(w, "Back");
-    QTRY_COMPARE_WITH_TIMEOUT(browser->LocationURL(), fileUrl(ui, "customers.htm"), LoadTimeout);
-    QTRY_VERIFY_WITH_TIMEOUT(!browser->Busy(), LoadTimeout);
-    click(w, "Forward");
-    QTRY_COMPARE_WITH_TIMEOUT(browser->LocationURL(), fileUrl(ui, "help.htm"), LoadTimeout);
-    QTRY_VERIFY_WITH_TIMEOUT(!browser->Busy(), LoadTimeout);
-    click(w, "Refresh");
-    QTRY_VERIFY_WITH_TIMEOUT(!browser->Busy(), LoadTimeout);
-    QCOMPARE(browser->LocationURL(), fileUrl(ui, "help.htm"));
-    QCOMPARE(w.windowTitle(), QStringLiteral("Help"));
+    for (const auto& [key, page] :
+         {std::pair{"Home", "help.htm"}, {"Back", "customers.htm"}, {"Forward", "help.htm"}, {"Refresh", "help.htm"}}) {
+        click(w, key);
+        QTRY_VERIFY_WITH_TIMEOUT(!browser->Busy() && browser->LocationURL() == fileUrl(ui, page), LoadTimeout);
+    }
+    QCOMPARE(w.windowTitle(), "Help");
     // Stop names the window after the page.
-    w.tbToolBar_ButtonClick(QStringLiteral("Stop"));
-    QCOMPARE(w.windowTitle(), QStringLiteral("Velk Invoice Help"));
-    child<QPushButton>(w, QStringLiteral("Exit_cmd"))->click();
+    w.tbToolBar_ButtonClick("Stop");
+    QCOMPARE(w.windowTitle(), "Velk Invoice Help");
+    child<QPushButton>(w, "Exit_cmd")->click();
     QCOMPARE(w.result(), int(QDialog::Accepted));
     VERIFY_UI(ui);
 }
@@ -202,12 +195,12 @@ void HelpTest::toolbarGoesHomeBackAndForward()
 void HelpTest::missingPageShowsTheEnginesOwnPage()
 {
     TestUi ui;
-    HelpTopic = QStringLiteral("nohelp.htm");
+    HelpTopic = "nohelp.htm";
     Help_frm w;
-    auto* browser = child<Browser>(w, QStringLiteral("brwWebBrowser"));
+    auto* browser = child<Browser>(w, "brwWebBrowser");
     QTRY_VERIFY_WITH_TIMEOUT(!browser->Busy(), LoadTimeout);
     QCOMPARE(browser->LocationURL(), fileUrl(ui, "nohelp.htm"));
-    QCOMPARE(w.windowTitle(), QStringLiteral("Help"));
+    QCOMPARE(w.windowTitle(), "Help");
     VERIFY_UI(ui); // no box of ours
 }
 
@@ -217,7 +210,7 @@ void HelpTest::pagesLinkOnlyToPagesThatExist()
     const QStringList pages = source.entryList({"*.htm"}, QDir::Files);
     QCOMPARE(pages.size(), 5);
     QStringList linkedFromContents;
-    const QRegularExpression href(QStringLiteral("(?:href|src)=\"([^\"#]*)"));
+    const QRegularExpression href("(?:href|src)=\"([^\"#]*)");
     for (const QString& page : pages) {
         QFile f(source.filePath(page));
         QVERIFY(f.open(QIODevice::ReadOnly));
@@ -243,16 +236,16 @@ void HelpTest::webWindowOpensOnTheSite()
     auto w = startProgram(ui, {});
     QString url;
     bool timerAtRest = false;
-    ui.onModal(QStringLiteral("frmBrowser"), [&](QDialog& d) {
-        auto* timer = child<QTimer>(d, QStringLiteral("timTimer"));
+    ui.onModal("frmBrowser", [&](QDialog& d) {
+        auto* timer = child<QTimer>(d, "timTimer");
         timerAtRest = !timer->isActive() && timer->interval() == 5;
         // With no network the engine shows its own error page for the address.
-        auto* browser = child<Browser>(d, QStringLiteral("brwWebBrowser"));
+        auto* browser = child<Browser>(d, "brwWebBrowser");
         if (QTest::qWaitFor([&] { return !browser->Busy(); }, LoadTimeout))
             url = browser->LocationURL();
         return 0;
     });
-    child<QAction>(*w, QStringLiteral("mnuWeb"))->trigger();
+    child<QAction>(*w, "mnuWeb")->trigger();
     VERIFY_UI(ui);
     QVERIFY(timerAtRest);
     QCOMPARE(url, ProductWebSite);
@@ -263,27 +256,27 @@ void HelpTest::webCaptionFollowsTheLoad()
     TestUi ui;
     SlowServer server;
     frmBrowser w;
-    auto* browser = child<Browser>(w, QStringLiteral("brwWebBrowser"));
-    auto* timer = child<QTimer>(w, QStringLiteral("timTimer"));
+    auto* browser = child<Browser>(w, "brwWebBrowser");
+    auto* timer = child<QTimer>(w, "timTimer");
     // A page finished names the window, with no click and so no timer.
     browser->Navigate(server.url("one"));
-    QTRY_COMPARE_WITH_TIMEOUT(w.windowTitle(), QStringLiteral("Page one"), LoadTimeout);
+    QTRY_COMPARE_WITH_TIMEOUT(w.windowTitle(), "Page one", LoadTimeout);
     QVERIFY(!timer->isActive());
 
     // After a click the caption says the page is on its way, then names it.
     server.holding = true;
     click(w, "Refresh");
     QVERIFY(timer->isActive());
-    QTRY_COMPARE_WITH_TIMEOUT(w.windowTitle(), QStringLiteral("Working..."), LoadTimeout);
+    QTRY_COMPARE_WITH_TIMEOUT(w.windowTitle(), "Working...", LoadTimeout);
     server.release();
     QTRY_VERIFY_WITH_TIMEOUT(!timer->isActive(), LoadTimeout);
-    QCOMPARE(w.windowTitle(), QStringLiteral("Page one"));
+    QCOMPARE(w.windowTitle(), "Page one");
 
     // Stop ends the timer at once and names the page the window stopped on.
     server.holding = true;
     click(w, "Refresh");
-    QTRY_COMPARE_WITH_TIMEOUT(w.windowTitle(), QStringLiteral("Working..."), LoadTimeout);
-    w.tbToolBar_ButtonClick(QStringLiteral("Stop"));
+    QTRY_COMPARE_WITH_TIMEOUT(w.windowTitle(), "Working...", LoadTimeout);
+    w.tbToolBar_ButtonClick("Stop");
     QVERIFY(!timer->isActive());
     QVERIFY(!browser->Busy());
     QCOMPARE(w.windowTitle(), browser->LocationName());

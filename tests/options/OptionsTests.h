@@ -7,6 +7,9 @@
 #include <QMap>
 #include <QWidget>
 
+class QDialog;
+class QLineEdit;
+
 QObject* newNumberingTest();
 QObject* newSetupTest();
 QObject* newOptionsTest();
@@ -17,3 +20,9 @@ void makeDataFile(const QMap<QString, Value>& systemRow = {});
 // A column of the first row of a table, or of the table's row count when it is empty.
 Value firstRowValue(const QString& table, const QString& column);
 int rowCount(const QString& table);
+// "Column=value" texts as a row, and compared with the System row's texts.
+QMap<QString, Value> rowOf(const QStringList& pairs);
+void compareSystemRow(const QStringList& pairs);
+// A button of the window pressed, and a box of it by name.
+void click(QDialog& d, const char* name);
+QLineEdit* box(QDialog& d, const char* name);

@@ -56,29 +56,22 @@ private slots:
         QTest::addColumn<QStringList>("taken");
         QTest::addColumn<QString>("number");
 
-        QTest::newRow("invoice: no look-up") << Series::Invoice << "INV"
-                                             << "100001" << false << QStringList{"INV100001"} << "INV100001";
-        QTest::newRow("invoice: parts trimmed") << Series::Invoice << " INV "
-                                                << "0042 " << false << QStringList{} << "INV0042";
-        QTest::newRow("invoice: free form") << Series::Invoice << "INV"
-                                            << "100001" << true << QStringList{} << "";
-        QTest::newRow("customer: taken skipped")
-            << Series::Customer << "CUS"
-            << "100001" << false << QStringList{"CUS100001", "CUS100002", "CUS100004"} << "CUS100003";
-        QTest::newRow("customer: upper-cased") << Series::Customer << "cus"
-                                               << "100001" << false << QStringList{"CUS100001"} << "cus100002";
-        QTest::newRow("customer: width kept") << Series::Customer << "C"
-                                              << "0099" << false << QStringList{"C0099"} << "C0100";
-        QTest::newRow("customer: blank prefix") << Series::Customer << ""
-                                                << "1000" << false << QStringList{"1000"} << "1001";
-        QTest::newRow("customer: free form") << Series::Customer << "CUS"
-                                             << "100001" << true << QStringList{"CUS100001"} << "";
-        QTest::newRow("item: exact match skipped") << Series::Item << "PRT"
-                                                   << "100001" << false << QStringList{"PRT100001"} << "PRT100002";
-        QTest::newRow("item: other case not skipped") << Series::Item << "PRT"
-                                                      << "100001" << false << QStringList{"prt100001"} << "PRT100001";
-        QTest::newRow("item: free form") << Series::Item << "PRT"
-                                         << "100001" << true << QStringList{} << "";
+        auto row = [](const char* name, Series s, const char* prefix, const char* next, bool freeForm,
+                      const QStringList& taken, const char* number) {
+            QTest::newRow(name) << s << QString(prefix) << QString(next) << freeForm << taken << QString(number);
+        };
+        row("invoice: no look-up", Series::Invoice, "INV", "100001", false, {"INV100001"}, "INV100001");
+        row("invoice: parts trimmed", Series::Invoice, " INV ", "0042 ", false, {}, "INV0042");
+        row("invoice: free form", Series::Invoice, "INV", "100001", true, {}, "");
+        row("customer: taken skipped", Series::Customer, "CUS", "100001", false,
+            {"CUS100001", "CUS100002", "CUS100004"}, "CUS100003");
+        row("customer: upper-cased", Series::Customer, "cus", "100001", false, {"CUS100001"}, "cus100002");
+        row("customer: width kept", Series::Customer, "C", "0099", false, {"C0099"}, "C0100");
+        row("customer: blank prefix", Series::Customer, "", "1000", false, {"1000"}, "1001");
+        row("customer: free form", Series::Customer, "CUS", "100001", true, {"CUS100001"}, "");
+        row("item: exact match skipped", Series::Item, "PRT", "100001", false, {"PRT100001"}, "PRT100002");
+        row("item: other case not skipped", Series::Item, "PRT", "100001", false, {"prt100001"}, "PRT100001");
+        row("item: free form", Series::Item, "PRT", "100001", true, {}, "");
     }
     void proposal()
     {
@@ -104,30 +97,17 @@ private slots:
         QTest::addColumn<QString>("saved");
         QTest::addColumn<QString>("advanced");
 
-        QTest::newRow("invoice") << Series::Invoice << "100001"
-                                 << "INV100001"
-                                 << "100002";
-        QTest::newRow("wraps at the width") << Series::Invoice << "9999"
-                                            << "INV9999"
-                                            << "0000";
-        QTest::newRow("leading zeros kept") << Series::Invoice << "0042"
-                                            << "INV0042"
-                                            << "0043";
-        QTest::newRow("short number edited by hand") << Series::Invoice << "99"
-                                                     << "INV99"
-                                                     << "00";
-        QTest::newRow("prefix digits cut off") << Series::Customer << "100001"
-                                               << "A1100001"
-                                               << "100002";
-        QTest::newRow("past a skipped proposal") << Series::Customer << "100001"
-                                                 << "CUS100003"
-                                                 << "100004";
-        QTest::newRow("blank prefix") << Series::Item << "1000"
-                                      << "1000"
-                                      << "1001";
-        QTest::newRow("wider saved number") << Series::Item << "0001"
-                                            << "PRT123456"
-                                            << "3457";
+        auto row = [](const char* name, Series s, const char* next, const char* saved, const char* advanced) {
+            QTest::newRow(name) << s << QString(next) << QString(saved) << QString(advanced);
+        };
+        row("invoice", Series::Invoice, "100001", "INV100001", "100002");
+        row("wraps at the width", Series::Invoice, "9999", "INV9999", "0000");
+        row("leading zeros kept", Series::Invoice, "0042", "INV0042", "0043");
+        row("short number edited by hand", Series::Invoice, "99", "INV99", "00");
+        row("prefix digits cut off", Series::Customer, "100001", "A1100001", "100002");
+        row("past a skipped proposal", Series::Customer, "100001", "CUS100003", "100004");
+        row("blank prefix", Series::Item, "1000", "1000", "1001");
+        row("wider saved number", Series::Item, "0001", "PRT123456", "3457");
     }
     void advance()
     {
@@ -151,24 +131,16 @@ private slots:
         QTest::addColumn<QString>("number");
         QTest::addColumn<QString>("box");
 
-        QTest::newRow("invoice, other case") << Series::Invoice << "INV100001"
-                                             << "inv100001"
-                                             << "Invoice Number Already In Use: This Invoice number has already been "
-                                                "used. Please try again!";
-        QTest::newRow("customer") << Series::Customer << "CUS100001"
-                                  << "CUS100001"
-                                  << "Customer Number Already In Use: This Customer number has already been used. "
-                                     "Please try again!";
-        QTest::newRow("item") << Series::Item << "prt7"
-                              << "PRT7"
-                              << "Item\\Part Number Already In Use: This Item\\Part number has already been used. "
-                                 "Please try again!";
-        QTest::newRow("free: the next key differs") << Series::Customer << "CUS100002"
-                                                    << "CUS100001"
-                                                    << "";
-        QTest::newRow("free: a longer key follows") << Series::Item << "PRT10"
-                                                    << "PRT1"
-                                                    << "";
+        auto row = [](const char* name, Series s, const char* taken, const char* number, const char* what) {
+            const QString box = QStringLiteral("%1 Number Already In Use: This %1 number has already been used. "
+                                               "Please try again!");
+            QTest::newRow(name) << s << QString(taken) << QString(number) << (*what ? box.arg(what) : QString());
+        };
+        row("invoice, other case", Series::Invoice, "INV100001", "inv100001", "Invoice");
+        row("customer", Series::Customer, "CUS100001", "CUS100001", "Customer");
+        row("item", Series::Item, "prt7", "PRT7", "Item\\Part");
+        row("free: the next key differs", Series::Customer, "CUS100002", "CUS100001", "");
+        row("free: a longer key follows", Series::Item, "PRT10", "PRT1", "");
     }
     void inUse()
     {

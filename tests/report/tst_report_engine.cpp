@@ -17,70 +17,64 @@ using namespace report;
 namespace
 {
 
-Control text(const char* name, ControlKind kind, int left, int width, const QString& captionOrField,
-             const QString& format = QString())
+Control control(const char* name, ControlKind kind, int left, int width, const QString& format = QString())
 {
     Control c;
     c.name = QLatin1String(name);
     c.kind = kind;
     c.left = left;
-    c.top = 0;
     c.width = width;
     c.height = 250;
     c.wordWrap = false;
-    if (kind == ControlKind::Label)
-        c.caption = captionOrField;
-    else
-        c.field = captionOrField;
     c.format = format;
+    return c;
+}
+
+Control label(const char* name, int left, int width, const QString& caption)
+{
+    Control c = control(name, ControlKind::Label, left, width);
+    c.caption = caption;
+    return c;
+}
+
+Control field(const char* name, int left, const QString& field, const QString& format = QString())
+{
+    Control c = control(name, ControlKind::Field, left, 2000, format);
+    c.field = field;
     return c;
 }
 
 Control function(const char* name, const char* fn, const QString& field, int left)
 {
-    Control c = text(name, ControlKind::Function, left, 2000, field, QStringLiteral("0.00"));
+    Control c = control(name, ControlKind::Function, left, 2000, fn == QByteArray("Count") ? "" : "0.00");
+    c.field = field;
     c.function = QLatin1String(fn);
-    if (QLatin1String(fn) == QLatin1String("Count"))
-        c.format.clear();
     return c;
+}
+
+Section section(const char* name, SectionKind kind, int height, std::vector<Control> controls)
+{
+    return {QLatin1String(name), kind, height, false, std::move(controls)};
 }
 
 // A list of invoices: title, headings on every page, a row each, totals at the end.
 std::unique_ptr<Report> invoiceList(int width = 9000)
 {
     auto r = std::make_unique<Report>();
-    r->name = QStringLiteral("List_rpt");
+    r->name = "List_rpt";
     r->width = width;
-    r->leftMargin = r->rightMargin = 720;
-    r->topMargin = r->bottomMargin = 720;
+    r->leftMargin = r->rightMargin = r->topMargin = r->bottomMargin = 720;
     r->sections = {
-        {QStringLiteral("Section4"),
-         SectionKind::ReportHeader,
-         400,
-         false,
-         {text("Title_lbl", ControlKind::Label, 0, 6000, QStringLiteral("Invoice List")),
-          text("Date_lbl", ControlKind::Label, 6000, 3000, QStringLiteral("designed date"))}},
-        {QStringLiteral("Section2"),
-         SectionKind::PageHeader,
-         300,
-         false,
-         {text("Head1", ControlKind::Label, 0, 2000, QStringLiteral("Number")),
-          text("Head2", ControlKind::Label, 2000, 2000, QStringLiteral("Dated")),
-          text("Head3", ControlKind::Label, 4000, 2000, QStringLiteral("Owing"))}},
-        {QStringLiteral("Section1"),
-         SectionKind::Detail,
-         300,
-         false,
-         {text("InvNo_txt", ControlKind::Field, 0, 2000, QStringLiteral("InvNo")),
-          text("Date_txt", ControlKind::Field, 2000, 2000, QStringLiteral("Date"), QStringLiteral("MM/dd/yyyy")),
-          text("Balance_txt", ControlKind::Field, 4000, 2000, QStringLiteral("Balance"),
-               QStringLiteral("0.00;(0.00)"))}},
-        {QStringLiteral("Section5"),
-         SectionKind::ReportFooter,
-         300,
-         false,
-         {function("Count_fn", "Count", QStringLiteral("Balance"), 0),
-          function("Sum_fn", "Sum", QStringLiteral("Balance"), 4000)}},
+        section("Section4", SectionKind::ReportHeader, 400,
+                {label("Title_lbl", 0, 6000, "Invoice List"), label("Date_lbl", 6000, 3000, "designed date")}),
+        section("Section2", SectionKind::PageHeader, 300,
+                {label("Head1", 0, 2000, "Number"), label("Head2", 2000, 2000, "Dated"),
+                 label("Head3", 4000, 2000, "Owing")}),
+        section("Section1", SectionKind::Detail, 300,
+                {field("InvNo_txt", 0, "InvNo"), field("Date_txt", 2000, "Date", "MM/dd/yyyy"),
+                 field("Balance_txt", 4000, "Balance", "0.00;(0.00)")}),
+        section("Section5", SectionKind::ReportFooter, 300,
+                {function("Count_fn", "Count", "Balance", 0), function("Sum_fn", "Sum", "Balance", 4000)}),
     };
     return r;
 }
@@ -88,9 +82,9 @@ std::unique_ptr<Report> invoiceList(int width = 9000)
 void addInvoices(int count, const std::function<Value(int)>& balance)
 {
     for (int i = 1; i <= count; ++i)
-        addRow(QStringLiteral("Invoices"), {{"InvNo", QStringLiteral("INV%1").arg(i, 4, 10, QChar('0'))},
-                                            {"Date", QDate(2026, 1, 1).addDays(i)},
-                                            {"Balance", balance(i)}});
+        addRow("Invoices", {{"InvNo", QStringLiteral("INV%1").arg(i, 4, 10, QChar('0'))},
+                            {"Date", QDate(2026, 1, 1).addDays(i)},
+                            {"Balance", balance(i)}});
 }
 
 std::shared_ptr<ShapeRecordset> open(const QString& source)
@@ -122,18 +116,18 @@ void ReportEngineTest::rowsTotalsAndFormats()
     auto main = startProgram(ui, {});
     addInvoices(4, [](int i) { return i == 2 ? Value() : Value(i == 4 ? -5.0 : 10.25); });
     auto r = invoiceList();
-    r->setDataSource(open(QStringLiteral("SHAPE {SELECT * FROM invoices} as details")));
+    r->setDataSource(open("SHAPE {SELECT * FROM invoices} as details"));
     Show(*r);
     QCOMPARE(ui.reports.size(), 1);
     const QString pdf = pdfText(ui.reports[0].pdf);
-    QVERIFY2(pdf.contains(QRegularExpression(QStringLiteral("INV0001\\s+01/02/2026\\s+10.25"))), qPrintable(pdf));
-    QVERIFY(pdf.contains(QRegularExpression(QStringLiteral("INV0002\\s+01/03/2026\\s*\\n")))); // a Null prints blank
-    QVERIFY(pdf.contains(QRegularExpression(QStringLiteral("INV0004\\s+01/05/2026\\s+\\(5.00\\)"))));
+    QVERIFY2(pdf.contains(QRegularExpression("INV0001\\s+01/02/2026\\s+10.25")), qPrintable(pdf));
+    QVERIFY(pdf.contains(QRegularExpression("INV0002\\s+01/03/2026\\s*\\n"))); // a Null prints blank
+    QVERIFY(pdf.contains(QRegularExpression("INV0004\\s+01/05/2026\\s+\\(5.00\\)")));
     // The Null neither adds to the sum nor counts.
-    QVERIFY2(pdf.contains(QRegularExpression(QStringLiteral("\\n\\s*3\\s+15.50"))), qPrintable(pdf));
+    QVERIFY2(pdf.contains(QRegularExpression("\\n\\s*3\\s+15.50")), qPrintable(pdf));
     QCOMPARE(ui.reports[0].pages, 1);
-    QCOMPARE(formatValue(Value(QDate(2026, 3, 4)), QStringLiteral("dd/MM/yyyy")), QStringLiteral("04/03/2026"));
-    QCOMPARE(formatValue(Value(Currency::fromTicks(10050)), QStringLiteral("0.00")), QStringLiteral("1.01"));
+    QCOMPARE(formatValue(Value(QDate(2026, 3, 4)), "dd/MM/yyyy"), "04/03/2026");
+    QCOMPARE(formatValue(Value(Currency::fromTicks(10050)), "0.00"), "1.01");
     VERIFY_UI(ui);
 }
 
@@ -143,7 +137,7 @@ void ReportEngineTest::pagesRepeatTheirHeader()
     auto main = startProgram(ui, {});
     addInvoices(120, [](int) { return Value(1.0); });
     auto r = invoiceList();
-    r->setDataSource(open(QStringLiteral("SHAPE {SELECT * FROM invoices} as details")));
+    r->setDataSource(open("SHAPE {SELECT * FROM invoices} as details"));
     const Layout layout(*r, platform::vbPRPSA4);
     // A4 less the margins holds the header, then rows of 300 under a heading of 300.
     const int perPage = (16838 - 1440 - 300) / 300;
@@ -151,10 +145,10 @@ void ReportEngineTest::pagesRepeatTheirHeader()
     QCOMPARE(int(layout.pages().size()), 1 + (120 - firstPage + perPage - 1) / perPage);
     Show(*r);
     const QString pdf = pdfText(ui.reports[0].pdf);
-    QCOMPARE(pdf.count(QStringLiteral("Number")), ui.reports[0].pages);
-    QCOMPARE(pdf.count(QStringLiteral("Invoice List")), 1);
+    QCOMPARE(pdf.count("Number"), ui.reports[0].pages);
+    QCOMPARE(pdf.count("Invoice List"), 1);
     QCOMPARE(pdfInfo(ui.reports[0].pdf).pages, ui.reports[0].pages);
-    QVERIFY(pdf.contains(QRegularExpression(QStringLiteral("120\\s+120.00"))));
+    QVERIFY(pdf.contains(QRegularExpression("120\\s+120.00")));
     VERIFY_UI(ui);
 }
 
@@ -163,20 +157,19 @@ void ReportEngineTest::runTimeChanges()
     TestUi ui;
     auto main = startProgram(ui, {});
     auto r = invoiceList();
-    r->control(QStringLiteral("SECTION4"), QStringLiteral("date_LBL"))
-        .setCaption(QStringLiteral("01/01/2026 to 31/12/2026"));
-    r->control(QStringLiteral("Section2"), QStringLiteral("Head2")).setVisible(false);
+    r->control("SECTION4", "date_LBL").setCaption("01/01/2026 to 31/12/2026");
+    r->control("Section2", "Head2").setVisible(false);
     r->topMargin = 2000;
-    r->section(QStringLiteral("Section4")).height = 900;
+    r->section("Section4").height = 900;
     Show(*r); // no source: the headers alone
     const QString pdf = pdfText(ui.reports[0].pdf);
-    QVERIFY(pdf.contains(QStringLiteral("01/01/2026 to 31/12/2026")));
-    QVERIFY(!pdf.contains(QStringLiteral("designed date")));
-    QVERIFY(!pdf.contains(QStringLiteral("Dated")));
-    QVERIFY(pdf.contains(QStringLiteral("Owing")));
+    QVERIFY(pdf.contains("01/01/2026 to 31/12/2026"));
+    QVERIFY(!pdf.contains("designed date"));
+    QVERIFY(!pdf.contains("Dated"));
+    QVERIFY(pdf.contains("Owing"));
     int number = 0;
     try {
-        r->control(QStringLiteral("Section2"), QStringLiteral("Nothing"));
+        r->control("Section2", "Nothing");
     } catch (const VbError& e) {
         number = e.number();
     }
@@ -190,31 +183,21 @@ void ReportEngineTest::groupLevels()
     auto main = startProgram(ui, {});
     addInvoices(2, [](int) { return Value(0.0); });
     for (const auto& [no, total] : {std::pair{"INV0001", 2.5}, {"INV0001", 4.0}, {"INV0002", 7.0}})
-        addRow(QStringLiteral("InvoiceD"),
-               {{"InvNo", QLatin1String(no)}, {"Total", total}, {"Description", QStringLiteral("line")}});
+        addRow("InvoiceD", {{"InvNo", QLatin1String(no)}, {"Total", total}, {"Description", "line"}});
     auto r = invoiceList();
     r->sections.insert(r->sections.begin() + 2,
-                       {QStringLiteral("Group"),
-                        SectionKind::GroupHeader,
-                        300,
-                        false,
-                        {text("Group_txt", ControlKind::Field, 0, 3000, QStringLiteral("InvNo"))}});
-    Section& detail = r->section(QStringLiteral("Section1"));
-    detail.controls = {
-        text("Desc_txt", ControlKind::Field, 500, 2000, QStringLiteral("Description")),
-        text("Total_txt", ControlKind::Field, 4000, 2000, QStringLiteral("Total"), QStringLiteral("0.00"))};
-    r->sections.insert(r->sections.begin() + 4, {QStringLiteral("section6"),
-                                                 SectionKind::GroupFooter,
-                                                 300,
-                                                 false,
-                                                 {function("GroupSum", "Sum", QStringLiteral("Total"), 4000)}});
-    r->section(QStringLiteral("Section5")).controls = {function("AllSum", "Sum", QStringLiteral("Total"), 4000)};
-    r->setDataSource(open(QStringLiteral("SHAPE {SELECT * FROM invoices} as main APPEND ({SELECT * FROM invoiceD} as "
-                                         "Details RELATE 'invno' TO 'invno')")));
+                       section("Group", SectionKind::GroupHeader, 300, {field("Group_txt", 0, "InvNo")}));
+    r->section("Section1").controls = {field("Desc_txt", 500, "Description"),
+                                       field("Total_txt", 4000, "Total", "0.00")};
+    r->sections.insert(r->sections.begin() + 4, section("section6", SectionKind::GroupFooter, 300,
+                                                        {function("GroupSum", "Sum", "Total", 4000)}));
+    r->section("Section5").controls = {function("AllSum", "Sum", "Total", 4000)};
+    r->setDataSource(open("SHAPE {SELECT * FROM invoices} as main APPEND ({SELECT * FROM invoiceD} as "
+                          "Details RELATE 'invno' TO 'invno')"));
     Show(*r);
     const QString pdf = pdfText(ui.reports[0].pdf);
     const QRegularExpression expected(
-        QStringLiteral("INV0001\\s+line\\s+2.50\\s+line\\s+4.00\\s+6.50\\s+INV0002\\s+line\\s+7.00\\s+7.00\\s+13.50"));
+        "INV0001\\s+line\\s+2.50\\s+line\\s+4.00\\s+6.50\\s+INV0002\\s+line\\s+7.00\\s+7.00\\s+13.50");
     QVERIFY2(pdf.contains(expected), qPrintable(pdf));
     VERIFY_UI(ui);
 }
@@ -225,12 +208,12 @@ void ReportEngineTest::pagePerRecord()
     auto main = startProgram(ui, {});
     addInvoices(3, [](int) { return Value(1.0); });
     auto r = invoiceList();
-    r->section(QStringLiteral("Section1")).newPageAfter = true;
-    r->setDataSource(open(QStringLiteral("SHAPE {SELECT * FROM invoices} as details")));
+    r->section("Section1").newPageAfter = true;
+    r->setDataSource(open("SHAPE {SELECT * FROM invoices} as details"));
     Show(*r);
     QCOMPARE(ui.reports[0].pages, 3);
     QCOMPARE(pdfInfo(ui.reports[0].pdf).pages, 3);
-    QCOMPARE(pdfText(ui.reports[0].pdf).count(QStringLiteral("Number")), 3);
+    QCOMPARE(pdfText(ui.reports[0].pdf).count("Number"), 3);
     VERIFY_UI(ui);
 }
 
@@ -270,12 +253,12 @@ void ReportEngineTest::pdfThatCannotBeWritten()
     auto main = startProgram(ui, {});
     auto r = invoiceList();
     const Layout layout(*r, platform::vbPRPSA4);
-    QVERIFY(!layout.writePdf(ui.file(QStringLiteral("gone/list.pdf"))));
-    QVERIFY(QDir(ui.dir()).mkdir(QStringLiteral("list.pdf")));
-    QVERIFY(!layout.writePdf(ui.file(QStringLiteral("list.pdf"))));
-    QVERIFY(layout.writePdf(ui.file(QStringLiteral("other.pdf"))));
-    QVERIFY(fileBytes(ui.file(QStringLiteral("other.pdf"))).startsWith("%PDF"));
-    QCOMPARE(QDir(ui.dir()).entryList(QStringList{QStringLiteral("*.pdf*")}, QDir::Files), QStringList{"other.pdf"});
+    QVERIFY(!layout.writePdf(ui.file("gone/list.pdf")));
+    QVERIFY(QDir(ui.dir()).mkdir("list.pdf"));
+    QVERIFY(!layout.writePdf(ui.file("list.pdf")));
+    QVERIFY(layout.writePdf(ui.file("other.pdf")));
+    QVERIFY(fileBytes(ui.file("other.pdf")).startsWith("%PDF"));
+    QCOMPARE(QDir(ui.dir()).entryList(QStringList{"*.pdf*"}, QDir::Files), QStringList{"other.pdf"});
     VERIFY_UI(ui);
 }
 

@@ -16,101 +16,41 @@ inline std::unique_ptr<frmMain> startWithRange(TestUi& ui, int present = 0)
                              {"Present", present}});
 }
 
+// One row per list of values, in the order of the columns named; a short list leaves the
+// columns after it out (their defaults), where a Value() puts a Null.
+inline void addRows(const QString& table, const QStringList& columns, const QList<QList<Value>>& rows)
+{
+    for (const QList<Value>& values : rows) {
+        QMap<QString, Value> row;
+        for (int i = 0; i < values.size(); ++i)
+            row.insert(columns[i], values[i]);
+        addRow(table, row);
+    }
+}
+
 inline void addSampleRows()
 {
-    const QString customers = QStringLiteral("Customers"), invoices = QStringLiteral("Invoices");
-    addRow(customers, {{"CustID", QStringLiteral("CUS1")},
-                       {"Date", QDate(2026, 3, 4)},
-                       {"FirstName", QStringLiteral("Ann")},
-                       {"LastName", QStringLiteral("Smith")},
-                       {"Address", QStringLiteral("1 High St")},
-                       {"Address2", QStringLiteral("Oldtown")},
-                       {"City", QStringLiteral("Leeds")},
-                       {"address4", QStringLiteral("Yorks")},
-                       {"Postcode", QStringLiteral("LS1 1AA")},
-                       {"Phone", QStringLiteral("0113 1")},
-                       {"Mobile", QStringLiteral("07700 1")},
-                       {"Email", QStringLiteral("ann@x.uk")},
-                       {"DelAddress1", QStringLiteral("Dock 4")},
-                       {"notes", QStringLiteral("Good payer")}});
-    // The comma in the name shifts the columns after it.
-    addRow(customers, {{"CustID", QStringLiteral("CUS2")},
-                       {"Date", QDate(2026, 6, 30)},
-                       {"FirstName", QStringLiteral("Bo")},
-                       {"LastName", QStringLiteral("Café, Ltd")}});
-    addRow(customers, {{"CustID", QStringLiteral("CUS3")},
-                       {"Date", QDate(2025, 12, 31)},
-                       {"FirstName", QStringLiteral("Early")},
-                       {"LastName", QStringLiteral("Bird")}});
-    addRow(invoices, {{"InvNo", QStringLiteral("INV001")},
-                      {"Date", QDate(2026, 2, 10)},
-                      {"CustNo", QStringLiteral("CUS1")},
-                      {"CustomerName", QStringLiteral("Ann Smith")},
-                      {"Phone", QStringLiteral("0113 1")},
-                      {"Subtotal", 100.0},
-                      {"Vat", 17.5},
-                      {"Total", 117.5},
-                      {"Paid", 17.5},
-                      {"Balance", 100.0},
-                      {"Notes", QStringLiteral("one")},
-                      {"SalesPerson", QStringLiteral("Jo")}});
-    addRow(invoices, {{"InvNo", QStringLiteral("INV002")},
-                      {"Date", QDate(2026, 6, 30)},
-                      {"CustNo", QStringLiteral("CUS2")},
-                      {"CustomerName", QStringLiteral("Bo Café")},
-                      {"Subtotal", 20.0},
-                      {"Vat", Value()},
-                      {"Total", 20.0},
-                      {"Balance", 0.0},
-                      {"Notes", QString()}});
-    addRow(invoices, {{"InvNo", QStringLiteral("INV003")},
-                      {"Date", QDate(2025, 12, 1)},
-                      {"CustNo", QStringLiteral("CUS1")},
-                      {"CustomerName", QStringLiteral("Ann Smith")},
-                      {"Subtotal", 50.0},
-                      {"Total", 50.0},
-                      {"Balance", 50.0}});
-    addRow(invoices, {{"InvNo", QStringLiteral("INV004")},
-                      {"Date", QDate(2026, 11, 1)},
-                      {"CustNo", QStringLiteral("CUS2")},
-                      {"CustomerName", QStringLiteral("Bo Café")},
-                      {"Subtotal", 30.0},
-                      {"Total", 30.0},
-                      {"Balance", 30.0},
-                      {"Notes", QStringLiteral("€ due")}});
-    const QString lines = QStringLiteral("InvoiceD");
-    addRow(lines, {{"InvNo", QStringLiteral("INV001")},
-                   {"PartID", QStringLiteral("P1")},
-                   {"Qty", 2},
-                   {"Description", QStringLiteral("Widget")},
-                   {"Amount", 25.0},
-                   {"Total", 50.0}});
-    addRow(lines, {{"InvNo", QStringLiteral("INV003")},
-                   {"PartID", QStringLiteral("P1")},
-                   {"Qty", 1},
-                   {"Description", QStringLiteral("Widget")},
-                   {"Amount", 50.0},
-                   {"Total", 50.0}});
-    addRow(lines, {{"InvNo", QStringLiteral("INV001")},
-                   {"PartID", QStringLiteral("P2")},
-                   {"Qty", 1},
-                   {"Description", QStringLiteral("Gadget")},
-                   {"Amount", 12.345},
-                   {"Total", 12.345}});
-    addRow(lines, {{"InvNo", QStringLiteral("INV001")},
-                   {"PartID", QStringLiteral("P1")},
-                   {"Qty", 3},
-                   {"Description", QStringLiteral("Widget")},
-                   {"Amount", 25.0},
-                   {"Total", 75.0}});
-    addRow(QStringLiteral("Parts"), {{"ID", QStringLiteral("P1")},
-                                     {"ShortDesc", QStringLiteral("Widget")},
-                                     {"Desc", QStringLiteral("A widget")},
-                                     {"Price", 25.0},
-                                     {"Taxable", 1}});
-    addRow(QStringLiteral("Parts"), {{"ID", QStringLiteral("P2")},
-                                     {"ShortDesc", QStringLiteral("Gadget")},
-                                     {"Desc", QStringLiteral("A gadget")},
-                                     {"Price", 12.5},
-                                     {"Taxable", Value()}});
+    // The comma in the second name shifts the columns after it.
+    addRows("Customers",
+            {"CustID", "Date", "FirstName", "LastName", "Address", "Address2", "City", "address4", "Postcode", "Phone",
+             "Mobile", "Email", "DelAddress1", "notes"},
+            {{"CUS1", QDate(2026, 3, 4), "Ann", "Smith", "1 High St", "Oldtown", "Leeds", "Yorks", "LS1 1AA", "0113 1",
+              "07700 1", "ann@x.uk", "Dock 4", "Good payer"},
+             {"CUS2", QDate(2026, 6, 30), "Bo", "Café, Ltd"},
+             {"CUS3", QDate(2025, 12, 31), "Early", "Bird"}});
+    addRows(
+        "Invoices",
+        {"InvNo", "Date", "CustNo", "CustomerName", "Subtotal", "Total", "Balance", "Notes", "Vat", "Paid", "Phone",
+         "SalesPerson"},
+        {{"INV001", QDate(2026, 2, 10), "CUS1", "Ann Smith", 100.0, 117.5, 100.0, "one", 17.5, 17.5, "0113 1", "Jo"},
+         {"INV002", QDate(2026, 6, 30), "CUS2", "Bo Café", 20.0, 20.0, 0.0, QString(), Value()},
+         {"INV003", QDate(2025, 12, 1), "CUS1", "Ann Smith", 50.0, 50.0, 50.0},
+         {"INV004", QDate(2026, 11, 1), "CUS2", "Bo Café", 30.0, 30.0, 30.0, "€ due"}});
+    addRows("InvoiceD", {"InvNo", "PartID", "Qty", "Description", "Amount", "Total"},
+            {{"INV001", "P1", 2, "Widget", 25.0, 50.0},
+             {"INV003", "P1", 1, "Widget", 50.0, 50.0},
+             {"INV001", "P2", 1, "Gadget", 12.345, 12.345},
+             {"INV001", "P1", 3, "Widget", 25.0, 75.0}});
+    addRows("Parts", {"ID", "ShortDesc", "Desc", "Price", "Taxable"},
+            {{"P1", "Widget", "A widget", 25.0, 1}, {"P2", "Gadget", "A gadget", 12.5, Value()}});
 }

@@ -20,9 +20,9 @@ namespace
 // Picks an entry and presses "Select"; the text of the report shown, if one was.
 QString selectReport(TestUi& ui, frmReports& w, int index)
 {
-    child<QListWidget>(w, QStringLiteral("list1"))->setCurrentRow(index);
+    child<QListWidget>(w, "list1")->setCurrentRow(index);
     const auto shown = ui.reports.size();
-    child<QPushButton>(w, QStringLiteral("select_cmd"))->click();
+    child<QPushButton>(w, "select_cmd")->click();
     if (ui.reports.size() == shown)
         return QString();
     // The PDF's font joins "ff" and "fi"; the captions are compared as typed.
@@ -31,8 +31,8 @@ QString selectReport(TestUi& ui, frmReports& w, int index)
 
 void setRange(frmReports& w, const QDate& start, const QDate& end)
 {
-    child<QDateEdit>(w, QStringLiteral("DTPicker1"))->setDate(start);
-    child<QDateEdit>(w, QStringLiteral("DTPicker2"))->setDate(end);
+    child<QDateEdit>(w, "DTPicker1")->setDate(start);
+    child<QDateEdit>(w, "DTPicker2")->setDate(end);
 }
 
 } // namespace
@@ -67,39 +67,37 @@ void ReportsTest::opening()
     QFETCH(QDate, end);
     TestUi ui;
     auto main = startWithRange(ui, present);
-    ui.onModal(QStringLiteral("frmReports"), [&](QDialog& w) {
+    ui.onModal("frmReports", [&](QDialog& w) {
         [&] {
-            QCOMPARE(w.windowTitle(), QStringLiteral("Reports"));
-            auto* list = child<QListWidget>(w, QStringLiteral("list1"));
+            QCOMPARE(w.windowTitle(), "Reports");
+            auto* list = child<QListWidget>(w, "list1");
             QStringList entries;
             for (int i = 0; i < list->count(); ++i)
                 entries << list->item(i)->text();
             QCOMPARE(entries, QStringList({"Customers - Summary", "Customers - Detailed", "Invoices - Summary",
                                            "Invoices and Invoice Details", "Items", "Debtors"}));
             QCOMPARE(list->currentRow(), 0);
-            QCOMPARE(child<QDateEdit>(w, QStringLiteral("DTPicker1"))->date(), QDate(2026, 1, 1));
-            QCOMPARE(child<QDateEdit>(w, QStringLiteral("DTPicker2"))->date(), end);
+            QCOMPARE(child<QDateEdit>(w, "DTPicker1")->date(), QDate(2026, 1, 1));
+            QCOMPARE(child<QDateEdit>(w, "DTPicker2")->date(), end);
         }();
         return 0;
     });
-    child<QAction>(*main, QStringLiteral("Toolbar1(7)"))->trigger();
+    child<QAction>(*main, "Toolbar1(7)")->trigger();
     VERIFY_UI(ui);
 }
 
 void ReportsTest::sourceTexts()
 {
     const QDate start(2026, 1, 2), end(2026, 12, 31);
-    QCOMPARE(
-        Customers_source(start, end),
-        QStringLiteral("SHAPE {SELECT * FROM customers where Date BETWEEN #01/02/2026# and #12/31/2026#} as details"));
-    QCOMPARE(
-        Invoices_source(start, end),
-        QStringLiteral("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/02/2026# and #12/31/2026#} as details"));
+    QCOMPARE(Customers_source(start, end),
+             "SHAPE {SELECT * FROM customers where Date BETWEEN #01/02/2026# and #12/31/2026#} as details");
+    QCOMPARE(Invoices_source(start, end),
+             "SHAPE {SELECT * FROM invoices where Date BETWEEN #01/02/2026# and #12/31/2026#} as details");
     QCOMPARE(Invoice_lines_source(start, end),
-             QStringLiteral("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/02/2026# and #12/31/2026#} as main "
-                            "APPEND ({SELECT * FROM invoiceD} as Details RELATE 'invno' TO 'invno')  "));
-    QCOMPARE(Items_source(), QStringLiteral("SHAPE {SELECT * FROM parts} as details"));
-    QCOMPARE(Debtors_source(), QStringLiteral("SHAPE {SELECT * FROM invoices where balance > 0} as details"));
+             "SHAPE {SELECT * FROM invoices where Date BETWEEN #01/02/2026# and #12/31/2026#} as main "
+             "APPEND ({SELECT * FROM invoiceD} as Details RELATE 'invno' TO 'invno')  ");
+    QCOMPARE(Items_source(), "SHAPE {SELECT * FROM parts} as details");
+    QCOMPARE(Debtors_source(), "SHAPE {SELECT * FROM invoices where balance > 0} as details");
 }
 
 void ReportsTest::layouts_data()
@@ -108,12 +106,11 @@ void ReportsTest::layouts_data()
     QTest::addColumn<QStringList>("expected"); // patterns, in this order
     QTest::addColumn<QString>("absent");
     QTest::addColumn<bool>("landscape");
-    const QString range = QStringLiteral("From 01/01/2026 To 30/06/2026");
-    const QString customerHead = QStringLiteral(
-        "Cust ID\\s+Date\\s+Last Name\\s+First Name\\s+Street\\s+Town\\s+City\\s+County\\s+Post/Zip Code");
-    const QString ann =
-        QStringLiteral("CUS1\\s+04/03/2026\\s+Smith\\s+Ann\\s+1 High St\\s+Oldtown\\s+Leeds\\s+Yorks\\s+LS1 1AA");
-    const QString bo = QStringLiteral("CUS2\\s+30/06/2026\\s+Café, Ltd\\s+Bo\\s*\\n");
+    const QString range = "From 01/01/2026 To 30/06/2026";
+    const QString customerHead =
+        "Cust ID\\s+Date\\s+Last Name\\s+First Name\\s+Street\\s+Town\\s+City\\s+County\\s+Post/Zip Code";
+    const QString ann = "CUS1\\s+04/03/2026\\s+Smith\\s+Ann\\s+1 High St\\s+Oldtown\\s+Leeds\\s+Yorks\\s+LS1 1AA";
+    const QString bo = "CUS2\\s+30/06/2026\\s+Café, Ltd\\s+Bo\\s*\\n";
     QTest::newRow("Customers - Summary") << 0
                                          << QStringList{"Customer Information - Summary", range, customerHead, ann, bo,
                                                         "Record Count: 2\\s*\\n"}
@@ -129,10 +126,10 @@ void ReportsTest::layouts_data()
                        "Phone:\\s+Mobile:\\s+Fax:\\s+Email:\\s+Notes:\\s*\\n",
                        "Record Count: 2\\s*\\n"}
         << "CUS3" << true;
-    const QString invoiceHead = QStringLiteral(
-        "Date\\s+Inv No\\s+Cust No\\s+Customer Name\\s+Phone\\s+Sub Total\\s+Vat\\s+Total\\s+Balance\\s+Notes");
+    const QString invoiceHead =
+        "Date\\s+Inv No\\s+Cust No\\s+Customer Name\\s+Phone\\s+Sub Total\\s+Vat\\s+Total\\s+Balance\\s+Notes";
     // The Null VAT of the second invoice prints blank and adds nothing.
-    const QString totals = QStringLiteral("Record Count: 2\\s+120.00\\s+17.50\\s+137.50\\s+100.00\\s*\\n");
+    const QString totals = "Record Count: 2\\s+120.00\\s+17.50\\s+137.50\\s+100.00\\s*\\n";
     QTest::newRow("Invoices - Summary")
         << 2
         << QStringList{"Invoice Summary",
@@ -196,11 +193,11 @@ void ReportsTest::layouts()
     qsizetype at = 0;
     for (const QString& pattern : expected) {
         const auto m = QRegularExpression(pattern).match(pdf, at);
-        QVERIFY2(m.hasMatch(), qPrintable(pattern + QStringLiteral("\nin\n") + pdf));
+        QVERIFY2(m.hasMatch(), qPrintable(pattern + "\nin\n" + pdf));
         at = m.capturedEnd();
     }
     QVERIFY(!pdf.contains(absent));
-    QCOMPARE(pdf.count(QStringLiteral("Record Count:")), 1);
+    QCOMPARE(pdf.count("Record Count:"), 1);
     QCOMPARE(ui.reports.back().landscape, landscape);
     VERIFY_UI(ui);
 }
@@ -212,7 +209,7 @@ void ReportsTest::emptySources_data()
     QTest::addColumn<QString>("expected"); // empty: the "No records to print!" box
     QTest::newRow("customers, empty range") << 0 << QDate(2027, 1, 1) << QString();
     QTest::newRow("detailed customers, empty range") << 1 << QDate(2027, 1, 1) << QString();
-    const QString zero = QStringLiteral("Record Count: 0\\s+0.00\\s+0.00\\s+0.00\\s+0.00\\s*\\n");
+    const QString zero = "Record Count: 0\\s+0.00\\s+0.00\\s+0.00\\s+0.00\\s*\\n";
     QTest::newRow("invoices, empty range") << 2 << QDate(2027, 1, 1) << zero;
     QTest::newRow("invoice details, end before start") << 3 << QDate(2026, 7, 1) << zero;
 }
@@ -228,13 +225,12 @@ void ReportsTest::emptySources()
     frmReports w(main.get());
     setRange(w, start, start.year() == 2027 ? QDate(2027, 12, 31) : QDate(2026, 6, 30));
     if (expected.isEmpty())
-        ui.expectBox(QStringLiteral("Nothing to Print"), QStringLiteral("No records to print!"), vbOK, vbExclamation);
+        ui.expectBox("Nothing to Print", "No records to print!", vbOK, vbExclamation);
     const QString pdf = selectReport(ui, w, index);
     if (expected.isEmpty())
         QVERIFY(ui.reports.isEmpty());
     else
-        QVERIFY2(pdf.contains(QRegularExpression(expected)) && pdf.contains(QStringLiteral("Sub Total")),
-                 qPrintable(pdf));
+        QVERIFY2(pdf.contains(QRegularExpression(expected)) && pdf.contains("Sub Total"), qPrintable(pdf));
     VERIFY_UI(ui);
 }
 
@@ -244,8 +240,7 @@ void ReportsTest::paperRefused()
     ui.paper = 5; // Legal
     auto main = startWithRange(ui);
     frmReports w(main.get());
-    ui.expectBox(QStringLiteral("Change Paper Size"),
-                 QStringLiteral("Please change the paper size on your printer to 'Letter' or 'A4'"), vbOK,
+    ui.expectBox("Change Paper Size", "Please change the paper size on your printer to 'Letter' or 'A4'", vbOK,
                  vbExclamation);
     QVERIFY(selectReport(ui, w, 4).isEmpty());
     QVERIFY(ui.reports.isEmpty());
@@ -276,21 +271,21 @@ void ReportsTest::ageing()
     TestUi ui;
     auto main = startWithRange(ui);
     for (const auto& [no, balance] : {std::pair{"A", 5.0}, {"B", 0.0}})
-        addRow(QStringLiteral("Invoices"), {{"InvNo", QLatin1String(no)},
-                                            {"Date", QDate(2026, 11, 22).addDays(-days)},
-                                            {"Balance", balance},
-                                            {"Balance1", 7.0},
-                                            {"Balance2", 8.0},
-                                            {"Balance3", 9.0}});
+        addRow("Invoices", {{"InvNo", QLatin1String(no)},
+                            {"Date", QDate(2026, 11, 22).addDays(-days)},
+                            {"Balance", balance},
+                            {"Balance1", 7.0},
+                            {"Balance2", 8.0},
+                            {"Balance3", 9.0}});
     Age_invoices(exportRule ? exportAgeing : reportAgeing);
     QStringList owing, settled;
     for (const char* column : {"Balance1", "Balance2", "Balance3"}) {
-        const QStringList values = columnValues(QStringLiteral("Invoices"), QLatin1String(column));
+        const QStringList values = columnValues("Invoices", QLatin1String(column));
         owing << values[0];
         settled << values[1];
     }
     QCOMPARE(owing.join('|'), columns);
-    QCOMPARE(settled.join('|'), QStringLiteral("7|8|9")); // nothing owing: never touched
+    QCOMPARE(settled.join('|'), "7|8|9"); // nothing owing: never touched
     VERIFY_UI(ui);
 }
 

@@ -44,7 +44,7 @@ void ListRulesTest::amountsAndDatesSortAsText()
     ListConfig config;
     config.replacedColumn = 1; // "Date" sorts by the hidden "YYYYMMDD" column
     config.replacementColumn = 3;
-    ListRules rules(&list, config, QStringLiteral("frmInvoice"));
+    ListRules rules(&list, config, "frmInvoice");
     rules.addRow({"A", "02/01/2026", Format_amount(100.0, 7, 2), "20260102"});
     rules.addRow({"B", "01/02/2026", Format_amount(9.0, 7, 2), "20260201"});
     rules.addRow({"C", "31/12/2025", Format_amount(-5.0, 7, 2), "20251231"});
@@ -56,13 +56,13 @@ void ListRulesTest::amountsAndDatesSortAsText()
     QCOMPARE(column(list, 2), (QStringList{"9.00", "-5.00", "100.00"}));
     rules.columnClick(1);
     QCOMPARE(column(list, 0), (QStringList{"B", "A", "C"})); // by the hidden date, descending
-    QCOMPARE(headingMark(&list, 1), QStringLiteral("key1"));
+    QCOMPARE(headingMark(&list, 1), "key1");
     QCOMPARE(headingMark(&list, 3), QString());
     ListConfig plain;
     plain.sortMarks = false;
     QTreeWidget picker;
     picker.setColumnCount(1);
-    ListRules pickerRules(&picker, plain, QStringLiteral("frmsearchCust"));
+    ListRules pickerRules(&picker, plain, "frmsearchCust");
     pickerRules.columnClick(0);
     QCOMPARE(headingMark(&picker, 0), QString());
 }
@@ -72,7 +72,7 @@ void ListRulesTest::rowsJoinTheirPlace()
     TestUi ui;
     QTreeWidget list;
     list.setColumnCount(2);
-    ListRules rules(&list, {}, QStringLiteral("frmCustomer"));
+    ListRules rules(&list, {}, "frmCustomer");
     for (const char* id : {"M", "B", "X"})
         rules.addRow({QLatin1String(id), QString()});
     rules.addRow({"A", QString()});
@@ -82,10 +82,10 @@ void ListRulesTest::rowsJoinTheirPlace()
     QCOMPARE(column(list, 0), (QStringList{"X", "M", "c", "B", "A"}));
     // A row changed in place keeps its position until the next click.
     ListRules::setRow(list.topLevelItem(0), {"AA", QString()});
-    QCOMPARE(column(list, 0).first(), QStringLiteral("AA"));
+    QCOMPARE(column(list, 0).first(), "AA");
     list.setCurrentItem(list.topLevelItem(4));
     rules.removeSelected();
-    QCOMPARE(list.currentItem()->text(0), QStringLiteral("B"));
+    QCOMPARE(list.currentItem()->text(0), "B");
     // A whole reload of the sorted list: the order of one row at a time, equal keys in
     // the order read.
     rules.reload([&] {
@@ -105,7 +105,7 @@ void ListRulesTest::searchPasses()
     ListConfig config;
     config.furtherColumns = 2;
     config.foundLabel = &found;
-    ListRules rules(&list, config, QStringLiteral("frm_Parts"));
+    ListRules rules(&list, config, "frm_Parts");
     rules.addRow({"P1", "bolt", "steel", "zinc"});
     rules.addRow({"P2", "nut", "brass", "zinc"});
     rules.addRow({"P3", "washer", "Steel", "zinc"});
@@ -113,13 +113,13 @@ void ListRulesTest::searchPasses()
         rules.Find(text);
         return list.currentItem() ? list.currentItem()->text(0) : QString();
     };
-    QCOMPARE(find(QStringLiteral("STEEL")), QStringLiteral("P1"));
-    QCOMPARE(find(QStringLiteral("steel")), QStringLiteral("P3"));
-    QCOMPARE(find(QStringLiteral("steel")), QStringLiteral("P1")); // past the end: round again
-    QCOMPARE(find(QStringLiteral("zinc")), QStringLiteral("P1"));  // a column beyond those searched
-    QCOMPARE(found.text(), QStringLiteral("Not Found"));
-    QCOMPARE(find(QString()), QStringLiteral("P1")); // an empty text is in every row
-    QCOMPARE(find(QString()), QStringLiteral("P2"));
+    QCOMPARE(find("STEEL"), "P1");
+    QCOMPARE(find("steel"), "P3");
+    QCOMPARE(find("steel"), "P1"); // past the end: round again
+    QCOMPARE(find("zinc"), "P1");  // a column beyond those searched
+    QCOMPARE(found.text(), "Not Found");
+    QCOMPARE(find(QString()), "P1"); // an empty text is in every row
+    QCOMPARE(find(QString()), "P2");
     QCOMPARE(found.text(), QString());
 }
 
@@ -143,10 +143,7 @@ void ListRulesTest::searchBoxOnTab()
     QFETCH(QString, selected);
     TestUi ui;
     auto main = startProgram(ui, {});
-    addRow(QStringLiteral("Parts"), {{"ID", QStringLiteral("P1")},
-                                     {"ShortDesc", QStringLiteral("bolt")},
-                                     {"Desc", QStringLiteral("steel")},
-                                     {"Price", 9.5}});
+    addRow("Parts", {{"ID", "P1"}, {"ShortDesc", "bolt"}, {"Desc", "steel"}, {"Price", 9.5}});
     std::unique_ptr<QDialog> w;
     if (items)
         w = std::make_unique<frm_Parts>();
@@ -154,14 +151,14 @@ void ListRulesTest::searchBoxOnTab()
         w = std::make_unique<frmCustomer>();
     showUp(*w);
     auto* search = child<QLineEdit>(*w, box);
-    search->setText(QStringLiteral("bolt"));
-    child<QWidget>(*w, QStringLiteral("search_cmd"))->setFocus();
+    search->setText("bolt");
+    child<QWidget>(*w, "search_cmd")->setFocus();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
     QCOMPARE(QApplication::focusWidget(), search);
     QCoreApplication::processEvents();
     QCOMPARE(search->selectedText(), selected);
     if (items) {
-        QTreeWidgetItem* row = child<QTreeWidget>(*w, QStringLiteral("Parts_lst"))->topLevelItem(0);
+        QTreeWidgetItem* row = child<QTreeWidget>(*w, "Parts_lst")->topLevelItem(0);
         QCOMPARE(row->data(3, Qt::TextAlignmentRole).toInt() & Qt::AlignHorizontal_Mask, int(Qt::AlignRight));
         QVERIFY(!(row->data(2, Qt::TextAlignmentRole).toInt() & Qt::AlignRight));
     }

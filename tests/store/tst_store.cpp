@@ -15,9 +15,6 @@
 #include <QtTest>
 #include <sqlite3.h>
 
-namespace
-{
-
 int failure(const std::function<void()>& f)
 {
     try {
@@ -26,6 +23,18 @@ int failure(const std::function<void()>& f)
         return e.number();
     }
     return 0;
+}
+
+namespace
+{
+
+// The values of a column, walking from the first row.
+QStringList walk(Recordset& rs, const char* column)
+{
+    QStringList out;
+    for (rs.moveFirst(); !rs.eof(); rs.moveNext())
+        out << rs.field(column).toText();
+    return out;
 }
 
 // Rows of a query on the data file, each as one text with " | " between the columns.
@@ -40,9 +49,9 @@ QStringList query(const QString& path, const QString& sql)
             QStringList cols;
             for (int i = 0; i < sqlite3_column_count(st); ++i)
                 cols << (sqlite3_column_type(st, i) == SQLITE_NULL
-                             ? QStringLiteral("NULL")
+                             ? "NULL"
                              : QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, i))));
-            rows << cols.join(QStringLiteral(" | "));
+            rows << cols.join(" | ");
         }
     }
     sqlite3_finalize(st);
@@ -69,7 +78,7 @@ private:
     void start(TestUi& ui, frmMain& w)
     {
         w.MDIForm_Load();
-        QVERIFY(QFile::exists(ui.file(QStringLiteral("data.mdb"))));
+        QVERIFY(QFile::exists(ui.file("data.mdb")));
     }
 };
 
@@ -78,7 +87,7 @@ void StoreTest::schemaRoundTrip()
     TestUi ui;
     frmMain w;
     start(ui, w);
-    const QString path = ui.file(QStringLiteral("data.mdb"));
+    const QString path = ui.file("data.mdb");
     QStringList expectedTables;
     for (const TableDef& t : schemaTables()) {
         expectedTables << QLatin1String(t.name);
@@ -90,7 +99,7 @@ void StoreTest::schemaRoundTrip()
             if (c.type == ColumnType::Text)
                 type += QStringLiteral("(%1)").arg(c.size);
             expected << QStringLiteral("%1 | %2 | %3 | %4")
-                            .arg(QLatin1String(c.name), type, c.nullable ? QStringLiteral("0") : QStringLiteral("1"),
+                            .arg(QLatin1String(c.name), type, c.nullable ? "0" : "1",
                                  c.defaultValue ? QLatin1String(c.defaultValue) : QLatin1String("NULL"));
         }
         QCOMPARE(query(path, QStringLiteral("SELECT name, type, \"notnull\", dflt_value FROM pragma_table_info('%1')")
@@ -117,15 +126,13 @@ void StoreTest::schemaRoundTrip()
         QCOMPARE(query(path, QStringLiteral("SELECT count(*) FROM \"%1\"").arg(QLatin1String(t.name))),
                  QStringList{"0"});
     }
-    QCOMPARE(query(path, QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY rowid")),
-             expectedTables);
+    QCOMPARE(query(path, "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY rowid"), expectedTables);
     // Checks against the tables as the program's documents give them, column counts first.
     QCOMPARE(
-        query(path, QStringLiteral("SELECT m.name, count(*) FROM sqlite_master m, pragma_table_info(m.name) "
-                                   "WHERE m.type = 'table' GROUP BY m.name ORDER BY m.rowid")),
+        query(path, "SELECT m.name, count(*) FROM sqlite_master m, pragma_table_info(m.name) "
+                    "WHERE m.type = 'table' GROUP BY m.name ORDER BY m.rowid"),
         (QStringList{"Customers | 20", "InvoiceD | 7", "Invoices | 23", "Letters | 24", "Parts | 5", "System | 64"}));
-    const QString spot =
-        QStringLiteral("SELECT type, \"notnull\", dflt_value FROM pragma_table_info('%1') WHERE name = '%2'");
+    const QString spot = "SELECT type, \"notnull\", dflt_value FROM pragma_table_info('%1') WHERE name = '%2'";
     QCOMPARE(query(path, spot.arg("System", "Address")), QStringList{"VARCHAR(151) | 0 | NULL"});
     QCOMPARE(query(path, spot.arg("System", "TaxAmount")), QStringList{"DOUBLE | 1 | 0"});
     QCOMPARE(query(path, spot.arg("System", "Text3Name")), QStringList{"VARCHAR(50) | 1 | NULL"});
@@ -137,9 +144,8 @@ void StoreTest::schemaRoundTrip()
     QCOMPARE(query(path, spot.arg("InvoiceD", "Amount")), QStringList{"CURRENCY | 0 | 0"});
     QCOMPARE(query(path, spot.arg("Parts", "Desc")), QStringList{"VARCHAR(200) | 0 | NULL"});
     // Invoices has a unique index called PrimaryKey but no key of its own.
-    QCOMPARE(query(path, QStringLiteral("SELECT count(*) FROM pragma_table_info('Invoices') WHERE pk > 0")),
-             QStringList{"0"});
-    QCOMPARE(query(path, QStringLiteral("PRAGMA journal_mode")), QStringList{"delete"});
+    QCOMPARE(query(path, "SELECT count(*) FROM pragma_table_info('Invoices') WHERE pk > 0"), QStringList{"0"});
+    QCOMPARE(query(path, "PRAGMA journal_mode"), QStringList{"delete"});
     VERIFY_UI(ui);
 }
 
@@ -149,58 +155,52 @@ void StoreTest::recordsetWalksAndSeeks()
     frmMain w;
     start(ui, w);
     Recordset rs;
-    rs.open(QStringLiteral("customers"), ConnectionString, Recordset::adLockPessimistic);
+    rs.open("customers", ConnectionString, Recordset::adLockPessimistic);
     QVERIFY(rs.eof());
     QCOMPARE(rs.recordCount(), 0);
     for (const char* id : {"CUS100003", "cus100001", "CUS100005", "A1"}) {
         rs.addNew();
-        rs.setField(QStringLiteral("custid"), QLatin1String(id));
-        rs.setField(QStringLiteral("LastName"), QStringLiteral("Name ") + QLatin1String(id));
+        rs.setField("custid", QLatin1String(id));
+        rs.setField("LastName", "Name " + QLatin1String(id));
         rs.update();
     }
     QCOMPARE(rs.recordCount(), 4);
     // Table order is the order of adding.
-    QStringList walked;
-    for (rs.moveFirst(); !rs.eof(); rs.moveNext())
-        walked << rs.field(QStringLiteral("CUSTID")).toText();
-    QCOMPARE(walked, (QStringList{"CUS100003", "cus100001", "CUS100005", "A1"}));
+    QCOMPARE(walk(rs, "CUSTID"), (QStringList{"CUS100003", "cus100001", "CUS100005", "A1"}));
     // Index order compares without regard to case.
-    rs.setIndex(QStringLiteral("custid"));
-    walked.clear();
-    for (rs.moveFirst(); !rs.eof(); rs.moveNext())
-        walked << rs.field(QStringLiteral("CustID")).toText();
-    QCOMPARE(walked, (QStringList{"A1", "cus100001", "CUS100003", "CUS100005"}));
+    rs.setIndex("custid");
+    QCOMPARE(walk(rs, "CustID"), (QStringList{"A1", "cus100001", "CUS100003", "CUS100005"}));
     // At-or-after: equal (any case), between, past the end.
-    rs.seek(QStringLiteral("CUS100001"));
-    QCOMPARE(rs.field(QStringLiteral("CustID")).toText(), QStringLiteral("cus100001"));
-    rs.seek(QStringLiteral("cus100004"));
-    QCOMPARE(rs.field(QStringLiteral("CustID")).toText(), QStringLiteral("CUS100005"));
+    rs.seek("CUS100001");
+    QCOMPARE(rs.field("CustID").toText(), "cus100001");
+    rs.seek("cus100004");
+    QCOMPARE(rs.field("CustID").toText(), "CUS100005");
     rs.moveNext();
     QVERIFY(rs.eof());
-    rs.seek(QStringLiteral("CUS100006"));
+    rs.seek("CUS100006");
     QVERIFY(rs.eof());
     // The walk goes on from a seek in index order.
-    rs.seek(QStringLiteral("B"));
+    rs.seek("B");
     rs.moveNext();
-    QCOMPARE(rs.field(QStringLiteral("CustID")).toText(), QStringLiteral("CUS100003"));
+    QCOMPARE(rs.field("CustID").toText(), "CUS100003");
     // The equal seek finds only an equal key.
-    rs.seek(QStringLiteral("CUS100002"), Recordset::adSeekFirstEQ);
+    rs.seek("CUS100002", Recordset::adSeekFirstEQ);
     QVERIFY(rs.eof());
-    rs.seek(QStringLiteral("cus100005"), Recordset::adSeekFirstEQ);
-    QCOMPARE(rs.field(QStringLiteral("LastName")).toText(), QStringLiteral("Name CUS100005"));
+    rs.seek("cus100005", Recordset::adSeekFirstEQ);
+    QCOMPARE(rs.field("LastName").toText(), "Name CUS100005");
     rs.moveLast();
-    QCOMPARE(rs.field(QStringLiteral("CustID")).toText(), QStringLiteral("CUS100005"));
+    QCOMPARE(rs.field("CustID").toText(), "CUS100005");
     // A page of rows read ahead is not stale after another recordset writes.
     Recordset other;
-    other.open(QStringLiteral("Customers"), ConnectionString, Recordset::adLockPessimistic);
+    other.open("Customers", ConnectionString, Recordset::adLockPessimistic);
     rs.moveFirst();
-    other.setIndex(QStringLiteral("CUSTID"));
-    other.seek(QStringLiteral("CUS100003"));
-    other.setField(QStringLiteral("LastName"), QStringLiteral("Changed"));
+    other.setIndex("CUSTID");
+    other.seek("CUS100003");
+    other.setField("LastName", "Changed");
     other.update();
     rs.moveNext();
     rs.moveNext();
-    QCOMPARE(rs.field(QStringLiteral("LastName")).toText(), QStringLiteral("Changed"));
+    QCOMPARE(rs.field("LastName").toText(), "Changed");
     VERIFY_UI(ui);
 }
 
@@ -211,32 +211,29 @@ void StoreTest::recordsetRefusals_data()
     using F = std::function<void(Recordset&)>;
     QTest::newRow("text longer than its column") << int(err::FieldTooSmall) << F([](Recordset& rs) {
         rs.addNew();
-        rs.setField(QStringLiteral("FirstName"), QString(51, 'x'));
+        rs.setField("FirstName", QString(51, 'x'));
     });
     QTest::newRow("duplicate key in another case") << int(err::DuplicateKey) << F([](Recordset& rs) {
         rs.addNew();
-        rs.setField(QStringLiteral("CustID"), QStringLiteral("cus1"));
+        rs.setField("CustID", "cus1");
         rs.update();
     });
     QTest::newRow("Null in a required column") << int(err::NullInRequired) << F([](Recordset& rs) {
         rs.addNew();
-        rs.setField(QStringLiteral("LastName"), QStringLiteral("x"));
+        rs.setField("LastName", "x");
         rs.update();
     });
     QTest::newRow("text into a number column")
-        << int(err::TypeMismatch)
-        << F([](Recordset& rs) { rs.setField(QStringLiteral("Discount"), QStringLiteral("ten")); });
+        << int(err::TypeMismatch) << F([](Recordset& rs) { rs.setField("Discount", "ten"); });
     QTest::newRow("field with no current record") << int(err::NoCurrentRecord) << F([](Recordset& rs) {
-        rs.setIndex(QStringLiteral("CUSTID"));
-        rs.seek(QStringLiteral("ZZZ"));
-        rs.field(QStringLiteral("CustID"));
+        rs.setIndex("CUSTID");
+        rs.seek("ZZZ");
+        rs.field("CustID");
     });
-    QTest::newRow("unknown field") << int(err::ItemNotFound)
-                                   << F([](Recordset& rs) { rs.field(QStringLiteral("Nope")); });
-    QTest::newRow("unknown index") << int(err::ItemNotFound)
-                                   << F([](Recordset& rs) { rs.setIndex(QStringLiteral("Nope")); });
+    QTest::newRow("unknown field") << int(err::ItemNotFound) << F([](Recordset& rs) { rs.field("Nope"); });
+    QTest::newRow("unknown index") << int(err::ItemNotFound) << F([](Recordset& rs) { rs.setIndex("Nope"); });
     QTest::newRow("number out of range") << int(err::Overflow)
-                                         << F([](Recordset& rs) { rs.setField(QStringLiteral("Discount"), 3e10); });
+                                         << F([](Recordset& rs) { rs.setField("Discount", 3e10); });
 }
 
 void StoreTest::recordsetRefusals()
@@ -247,17 +244,17 @@ void StoreTest::recordsetRefusals()
     frmMain w;
     start(ui, w);
     Recordset rs;
-    rs.open(QStringLiteral("Customers"), ConnectionString, Recordset::adLockPessimistic);
+    rs.open("Customers", ConnectionString, Recordset::adLockPessimistic);
     rs.addNew();
-    rs.setField(QStringLiteral("CustID"), QStringLiteral("CUS1"));
+    rs.setField("CustID", "CUS1");
     rs.update();
     QCOMPARE(failure([&] { action(rs); }), number);
     // Nothing refused reached the file.
     rs.cancelUpdate();
     QCOMPARE(rs.recordCount(), 1);
     rs.moveFirst();
-    QCOMPARE(rs.field(QStringLiteral("CustID")).toText(), QStringLiteral("CUS1"));
-    QVERIFY(rs.field(QStringLiteral("FirstName")).isNull());
+    QCOMPARE(rs.field("CustID").toText(), "CUS1");
+    QVERIFY(rs.field("FirstName").isNull());
 }
 
 void StoreTest::recordsetWritesAndDeletes()
@@ -266,26 +263,26 @@ void StoreTest::recordsetWritesAndDeletes()
     frmMain w;
     start(ui, w);
     Recordset rs;
-    rs.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockPessimistic);
+    rs.open("invoices", ConnectionString, Recordset::adLockPessimistic);
     for (int i = 1; i <= 5; ++i) {
         rs.addNew();
-        rs.setField(QStringLiteral("InvNo"), QStringLiteral("INV%1").arg(i));
-        rs.setField(QStringLiteral("Date"), QDate(2026, 11, i));
-        rs.setField(QStringLiteral("Total"), 10.005 * i);
-        rs.setField(QStringLiteral("TaxPer"), QStringLiteral("17.5"));
+        rs.setField("InvNo", QStringLiteral("INV%1").arg(i));
+        rs.setField("Date", QDate(2026, 11, i));
+        rs.setField("Total", 10.005 * i);
+        rs.setField("TaxPer", "17.5");
         rs.update();
     }
     // The values come back in their types: money exact, dates as dates, defaults in place.
-    rs.setIndex(QStringLiteral("INVNO"));
-    rs.seek(QStringLiteral("INV3"));
-    QCOMPARE(rs.field(QStringLiteral("Total")).toCurrency().ticks(), qint64(300150));
-    QCOMPARE(rs.field(QStringLiteral("Date")).toDate().date(), QDate(2026, 11, 3));
-    QCOMPARE(rs.field(QStringLiteral("TaxPer")).toDouble(), 17.5);
-    QCOMPARE(rs.field(QStringLiteral("Balance")).toCurrency(), Currency());
-    QVERIFY(rs.field(QStringLiteral("Notes")).isNull());
+    rs.setIndex("INVNO");
+    rs.seek("INV3");
+    QCOMPARE(rs.field("Total").toCurrency().ticks(), qint64(300150));
+    QCOMPARE(rs.field("Date").toDate().date(), QDate(2026, 11, 3));
+    QCOMPARE(rs.field("TaxPer").toDouble(), 17.5);
+    QCOMPARE(rs.field("Balance").toCurrency(), Currency());
+    QVERIFY(rs.field("Notes").isNull());
     // An empty text is stored in a required column; the key compares without regard to case.
     rs.addNew();
-    rs.setField(QStringLiteral("InvNo"), QString());
+    rs.setField("InvNo", QString());
     rs.update();
     QCOMPARE(rs.recordCount(), 6);
     // Delete every other invoice while walking: the walk goes on past each deleted row.
@@ -293,22 +290,18 @@ void StoreTest::recordsetWritesAndDeletes()
     for (rs.moveFirst(); !rs.eof(); rs.moveNext(), odd = !odd)
         if (odd)
             rs.deleteRecord();
-    QStringList left;
-    for (rs.moveFirst(); !rs.eof(); rs.moveNext())
-        left << rs.field(QStringLiteral("InvNo")).toText();
-    QCOMPARE(left, (QStringList{"INV1", "INV3", "INV5"}));
+    QCOMPARE(walk(rs, "InvNo"), (QStringList{"INV1", "INV3", "INV5"}));
     QCOMPARE(failure([&] {
-                 rs.seek(QStringLiteral("INV3"));
+                 rs.seek("INV3");
                  rs.deleteRecord();
-                 rs.field(QStringLiteral("InvNo"));
+                 rs.field("InvNo");
              }),
              int(err::RecordDeleted));
     // A read-only recordset refuses changes.
     Recordset ro;
-    ro.open(QStringLiteral("INVOICES"), ConnectionString, Recordset::adLockReadOnly);
-    QCOMPARE(failure([&] { ro.setField(QStringLiteral("Notes"), QStringLiteral("x")); }), int(err::NotSupported));
-    QCOMPARE(failure([&] { ro.open(QStringLiteral("Nothing"), ConnectionString, Recordset::adLockReadOnly); }),
-             int(err::UnknownTable));
+    ro.open("INVOICES", ConnectionString, Recordset::adLockReadOnly);
+    QCOMPARE(failure([&] { ro.setField("Notes", "x"); }), int(err::NotSupported));
+    QCOMPARE(failure([&] { ro.open("Nothing", ConnectionString, Recordset::adLockReadOnly); }), int(err::UnknownTable));
 }
 
 void StoreTest::shapeSources()
@@ -316,13 +309,13 @@ void StoreTest::shapeSources()
     TestUi ui;
     std::shared_ptr<ShapeRecordset> rs;
     // Without the shape connection nothing is opened and the reference is left alone.
-    QVERIFY(!Open_shape(QStringLiteral("SHAPE {SELECT * FROM invoices} as details"), rs));
+    QVERIFY(!Open_shape("SHAPE {SELECT * FROM invoices} as details", rs));
     frmMain w;
     start(ui, w);
     Recordset inv;
-    inv.open(QStringLiteral("Invoices"), ConnectionString, Recordset::adLockPessimistic);
+    inv.open("Invoices", ConnectionString, Recordset::adLockPessimistic);
     Recordset lines;
-    lines.open(QStringLiteral("InvoiceD"), ConnectionString, Recordset::adLockPessimistic);
+    lines.open("InvoiceD", ConnectionString, Recordset::adLockPessimistic);
     const struct {
         const char* no;
         QDate date;
@@ -331,54 +324,50 @@ void StoreTest::shapeSources()
     } invoices[] = {{"INV1", {2026, 1, 1}, 10, 2}, {"INV2", {2026, 1, 31}, 0, 0}, {"inv3", {2026, 2, 1}, 5.5, 1}};
     for (const auto& i : invoices) {
         inv.addNew();
-        inv.setField(QStringLiteral("InvNo"), QLatin1String(i.no));
-        inv.setField(QStringLiteral("Date"), i.date);
-        inv.setField(QStringLiteral("Balance"), i.balance);
+        inv.setField("InvNo", QLatin1String(i.no));
+        inv.setField("Date", i.date);
+        inv.setField("Balance", i.balance);
         inv.update();
         for (int l = 0; l < i.lines; ++l) {
             lines.addNew();
-            lines.setField(QStringLiteral("InvNo"), QString::fromLatin1(i.no).toUpper());
-            lines.setField(QStringLiteral("Qty"), l + 1);
+            lines.setField("InvNo", QString::fromLatin1(i.no).toUpper());
+            lines.setField("Qty", l + 1);
             lines.update();
         }
     }
     // Date range with both ends included.
-    QVERIFY(Open_shape(
-        QStringLiteral("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/01/2026# and #01/31/2026#} as details"),
-        rs));
+    QVERIFY(
+        Open_shape("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/01/2026# and #01/31/2026#} as details", rs));
     QCOMPARE(rs->recordCount(), 2);
-    QCOMPARE(rs->name(), QStringLiteral("details"));
-    QVERIFY(Open_shape(QStringLiteral("SHAPE {SELECT * FROM invoices where balance > 0} as details"), rs));
+    QCOMPARE(rs->name(), "details");
+    QVERIFY(Open_shape("SHAPE {SELECT * FROM invoices where balance > 0} as details", rs));
     QStringList owing;
     for (rs->moveFirst(); !rs->eof(); rs->moveNext())
-        owing << rs->field(QStringLiteral("INVNO")).toText() + '=' +
-                     rs->field(QStringLiteral("Balance")).toCurrency().toString();
+        owing << rs->field("INVNO").toText() + '=' + rs->field("Balance").toCurrency().toString();
     QCOMPARE(owing, (QStringList{"INV1=10", "inv3=5.5"}));
     // Child rows, related without regard to case.
-    QVERIFY(Open_shape(
-        QStringLiteral("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/01/2026# and #12/31/2026#} as main "
-                       "APPEND ({SELECT * FROM invoiceD} as Details RELATE 'invno' TO 'invno')  "),
-        rs));
+    QVERIFY(Open_shape("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/01/2026# and #12/31/2026#} as main "
+                       "APPEND ({SELECT * FROM invoiceD} as Details RELATE 'invno' TO 'invno')  ",
+                       rs));
     QList<int> childCounts;
     for (rs->moveFirst(); !rs->eof(); rs->moveNext())
-        childCounts << rs->chapter(QStringLiteral("details"))->recordCount();
+        childCounts << rs->chapter("details")->recordCount();
     QCOMPARE(childCounts, (QList<int>{2, 0, 1}));
-    QCOMPARE(rs->chapterName(), QStringLiteral("Details"));
+    QCOMPARE(rs->chapterName(), "Details");
     // The number put in as it stands: an apostrophe breaks the command, silently.
     auto kept = rs;
-    QVERIFY(!Open_shape(QStringLiteral("SHAPE {SELECT * FROM invoices where invno = 'O'Brien'} "), rs));
+    QVERIFY(!Open_shape("SHAPE {SELECT * FROM invoices where invno = 'O'Brien'} ", rs));
     QVERIFY(!rs);
     // Past the count a 16-bit integer holds: false, with every row still there.
     {
-        auto db = Database::open(ui.file(QStringLiteral("data.mdb")));
-        db->exec(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 32765) "
-                                "INSERT INTO Parts (ID) SELECT 'P' || i FROM n"));
+        auto db = Database::open(ui.file("data.mdb"));
+        db->exec("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 32765) "
+                 "INSERT INTO Parts (ID) SELECT 'P' || i FROM n");
     }
-    QVERIFY(Open_shape(QStringLiteral("SHAPE {SELECT * FROM parts} as details"), rs));
+    QVERIFY(Open_shape("SHAPE {SELECT * FROM parts} as details", rs));
     QCOMPARE(rs->recordCount(), 32765);
-    Database::open(ui.file(QStringLiteral("data.mdb")))
-        ->exec(QStringLiteral("INSERT INTO Parts (ID) VALUES ('Q1'), ('Q2'), ('Q3')"));
-    QVERIFY(!Open_shape(QStringLiteral("SHAPE {SELECT * FROM parts} as details"), rs));
+    Database::open(ui.file("data.mdb"))->exec("INSERT INTO Parts (ID) VALUES ('Q1'), ('Q2'), ('Q3')");
+    QVERIFY(!Open_shape("SHAPE {SELECT * FROM parts} as details", rs));
     QCOMPARE(rs->recordCount(), 32768);
     VERIFY_UI(ui);
 }
@@ -386,31 +375,28 @@ void StoreTest::shapeSources()
 void StoreTest::reportError()
 {
     TestUi ui;
-    const QString expected = QStringLiteral(
+    const QString expected =
         "The following error has occurred.\r\n\r\nError Code \t: 5\r\n\r\n"
         "Error Description \t: Invalid procedure call or argument\r\n\r\nModule \t\t: frmCustomer\r\n\r\n"
-        "Procedure \t: Find\r\n\r\nPlease log this error on the website noting the above details.");
-    ui.expectBox(QStringLiteral("Error Message"), expected, platform::vbOK, platform::vbExclamation);
+        "Procedure \t: Find\r\n\r\nPlease log this error on the website noting the above details.";
+    ui.expectBox("Error Message", expected, platform::vbOK, platform::vbExclamation);
     bool after = false;
     QVERIFY(endsProgram([&] {
-        BusyTrap(QStringLiteral("frmCustomer"), "Find", [] { throw VbError(err::InvalidArgument); });
+        BusyTrap("frmCustomer", "Find", [] { throw VbError(err::InvalidArgument); });
         after = true;
     }));
     QVERIFY(!after);
     QCOMPARE(busyCount(), qint16(0));
     // The log is named by the time of the OK, in a folder made for it.
-    QFile log(ui.file(QStringLiteral("Logs/20261122103015.log")));
+    QFile log(ui.file("Logs/20261122103015.log"));
     QVERIFY(log.open(QIODevice::ReadOnly));
-    QCOMPARE(QString::fromUtf8(log.readAll()), expected + QStringLiteral("\r\n"));
-    QCOMPARE(QDir(ui.file(QStringLiteral("Logs"))).entryList(QDir::Files).size(), 1);
+    QCOMPARE(QString::fromUtf8(log.readAll()), expected + "\r\n");
+    QCOMPARE(QDir(ui.file("Logs")).entryList(QDir::Files).size(), 1);
     // A long provider number shows its last six characters; a description given is kept.
-    ui.expectBox(QStringLiteral("Error Message"), errorMessageText(-2147467259, QStringLiteral("frmMain"),
-                                                                   QStringLiteral("Load"), QStringLiteral("Own text")));
-    QVERIFY(endsProgram([] {
-        Report_error(-2147467259, QStringLiteral("frmMain"), QStringLiteral("Load"), QStringLiteral("Own text"));
-    }));
-    QVERIFY(ui.shownBoxes.last().contains(QStringLiteral("Error Code \t: 467259\r\n")));
-    QVERIFY(ui.shownBoxes.last().contains(QStringLiteral("Error Description \t: Own text\r\n")));
+    ui.expectBox("Error Message", errorMessageText(-2147467259, "frmMain", "Load", "Own text"));
+    QVERIFY(endsProgram([] { Report_error(-2147467259, "frmMain", "Load", "Own text"); }));
+    QVERIFY(ui.shownBoxes.last().contains("Error Code \t: 467259\r\n"));
+    QVERIFY(ui.shownBoxes.last().contains("Error Description \t: Own text\r\n"));
     VERIFY_UI(ui);
 }
 
