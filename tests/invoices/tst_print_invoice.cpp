@@ -74,7 +74,7 @@ void fillInvoice(frmAddInv& w)
         set(w, at("Amount_txt", i), f[3]);
         child<QCheckBox>(w, at("tax", i))->setChecked(f[4] == QLatin1String("1"));
     }
-    for (const QString& field :
+    for (const QString field :
          {"SalesPerson_txt=Jo", "SalesOrder_txt=SO-77", "Shipped_txt=DHL", "TrackingNo_txt=TR-9", "Paid_txt=20.00"})
         set(w, field.section('=', 0, 0), field.section('=', 1));
     child<QCheckBox>(w, "Notes_chk")->setChecked(true);
