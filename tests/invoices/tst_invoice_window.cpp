@@ -11,13 +11,10 @@
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
-#include "store/ListRules.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QDateEdit>
-#include <QFrame>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -35,7 +32,12 @@ QString at(const char* name, int i)
     return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i);
 }
 
-// The text of a field or a label; several names give their texts joined by "|".
+QLineEdit* edit(QWidget& w, const QString& name)
+{
+    return child<QLineEdit>(w, name);
+}
+
+// The texts of fields or labels named "name|name|...", joined the same way.
 QString text(QWidget& w, const QString& names)
 {
     QStringList texts;
@@ -46,27 +48,18 @@ QString text(QWidget& w, const QString& names)
     return texts.join('|');
 }
 
-QLineEdit* edit(QWidget& w, const QString& name)
-{
-    return child<QLineEdit>(w, name);
-}
-
 void type(QWidget& w, const QString& name, const QString& keys)
 {
     edit(w, name)->clear();
     QTest::keyClicks(edit(w, name), keys);
 }
 
-// Focus moves need the window shown and active.
-void showActive(QWidget& w)
+void tick(QWidget& w, const QString& name, bool on)
 {
-    w.show();
-    QApplication::setActiveWindow(&w);
-    QVERIFY(QTest::qWaitForWindowActive(&w));
+    child<QCheckBox>(w, name)->setChecked(on);
 }
 
-// Lines as "qty|price|taxed;..." into rows 0, 1, ...; pasted, so a minus sign gets in, and
-// then recomputed.
+// Lines "qty|price|taxed;..." into rows 0, 1, ...; pasted, so a minus sign gets in.
 void setLines(QWidget& w, const QString& lines)
 {
     const QStringList rows = lines.split(';');
@@ -74,42 +67,37 @@ void setLines(QWidget& w, const QString& lines)
         if (rows[i].isEmpty())
             continue;
         const QStringList f = rows[i].split('|');
-        child<QCheckBox>(w, at("tax", i))->setChecked(f[2] == QLatin1String("1"));
+        tick(w, at("tax", i), f[2] == QLatin1String("1"));
         edit(w, at("Qty_txt", i))->setText(f[0]);
         edit(w, at("Amount_txt", i))->setText(f[1]);
     }
     qobject_cast<frmAddInv*>(&w)->Calc_Totals();
 }
 
-QMap<QString, Value> taxed(double rate, int enabled = 1)
+std::unique_ptr<frmMain> start(TestUi& ui, double rate, QMap<QString, Value> more = {})
 {
-    return {{"TaxAmount", rate},  {"TaxEnabled", enabled}, {"TaxName", "VAT"},
-            {"InvPrefix", "INV"}, {"Invstart", "100001"},  {"ConfirmAll", 1}};
-}
-
-void pickCustomer()
-{
+    QMap<QString, Value> row{{"TaxAmount", rate},  {"TaxEnabled", 1},      {"TaxName", "VAT"},
+                             {"InvPrefix", "INV"}, {"Invstart", "100001"}, {"ConfirmAll", 1}};
+    row.insert(more);
+    auto main = startProgram(ui, row);
     EditInvoiceMode = 0;
     PickedCustID = "CUS1";
     PickedFirstName = "Ann";
     PickedLastName = "Brown";
     PickedPhone = "0123";
+    return main;
 }
 
-// Rows of a table as "value|value|...", in the order of the columns named "name|name|...".
+// Rows of a table given as "value|value|..." in the order of the columns "name|name|...".
 void addRows(const char* table, const QString& columns, const QStringList& rows)
 {
-    const QStringList names = columns.split('|');
     for (const QString& row : rows) {
         QMap<QString, Value> values;
-        for (int i = 0; i < names.size(); ++i)
-            values.insert(names[i], row.section('|', i, i));
+        for (int i = 0; i < int(columns.count('|')) + 1; ++i)
+            values.insert(columns.section('|', i, i), row.section('|', i, i));
         addRow(QLatin1String(table), values);
     }
 }
-
-const QString CustomerColumns = "CustID|LastName|FirstName|Phone|Address|Address2|City|address4|Postcode";
-const QString LineColumns = "InvNo|PartID|Qty|Description|Amount|Total|Taxable";
 
 // The stored rows of a table, in the same form.
 QStringList stored(const QString& table, const QString& columns)
@@ -127,7 +115,9 @@ QStringList stored(const QString& table, const QString& columns)
     return rows;
 }
 
+const QString LineColumns = "InvNo|PartID|Qty|Description|Amount|Total|Taxable";
 const QString Figures = "subtotal_txt|vat_txt|Discount_txt|total_txt|Balance_txt";
+const QString ClearLine = "Are you sure you want to clear this line?";
 
 } // namespace
 
@@ -137,21 +127,20 @@ class InvoiceWindowTest : public QObject
 private slots:
     void totals_data();
     void totals();
-    void newInvoiceTypingAndClearing();
+    void typingAndClearing();
     void oldInvoiceIsRecomputed_data();
     void oldInvoiceIsRecomputed();
-    void itemPicker_data();
     void itemPicker();
     void saveWritesRowsAndAdvances_data();
     void saveWritesRowsAndAdvances();
     void refusalsAndFailures_data();
     void refusalsAndFailures();
-    void roundTripThroughTheCustomer();
+    void resaveReplacesLines();
     void customerPicker();
 };
 
 // rate; lines "qty|price|taxed,..."; Discount2_txt|Paid_txt|Writtenoff_txt; the line totals
-// of the rows given and then the five Figures; the banner ("PAID", the StillOwes_lbl caption).
+// then the five Figures; the banner ("PAID", or the StillOwes_lbl caption).
 const char* const TotalsTable = R"(
 empty qty counts one     ; 0    ; |10|0,3||0   ; 0|0|0    ; 10.00|0.00|10.00|0.00|0.00|10.00|10.00 ; BALANCE: 10.00
 3 x 1.125 half away      ; 0    ; 3|1.125|0    ; |0|0     ; 3.38|3.38|0.00|0.00|3.38|3.38 ; BALANCE: 3.38
@@ -185,8 +174,7 @@ void InvoiceWindowTest::totals()
     QFETCH(QString, figures);
     QFETCH(QString, banner);
     TestUi ui;
-    auto main = startProgram(ui, taxed(rate.toDouble()));
-    pickCustomer();
+    auto main = start(ui, rate.toDouble());
     frmAddInv w;
     setLines(w, lines.replace(',', ';'));
     const QStringList e = entries.split('|');
@@ -212,44 +200,38 @@ void InvoiceWindowTest::totals()
     VERIFY_UI(ui);
 }
 
-void InvoiceWindowTest::newInvoiceTypingAndClearing()
+void InvoiceWindowTest::typingAndClearing()
 {
     TestUi ui;
-    QMap<QString, Value> row = taxed(0);
-    row.insert({{"Text1Visible", 1}, {"Text1Name", "  Rep  "}, {"Text2Visible", 2}});
-    auto main = startProgram(ui, row);
-    pickCustomer();
+    auto main = start(ui, 0, {{"Text1Visible", 1}, {"Text1Name", "  Rep  "}});
     frmAddInv w;
     activate(&w);
     QCOMPARE(text(w, "Inv_lbl|Cust_lbl|Customername_lbl|Label16|vat_lbl|SalesPerson_lbl"),
              "INV100001|CUS1|Ann Brown|0123|VAT @ 0%|Rep");
-    QVERIFY(child<QCheckBox>(w, "tax(7)")->isChecked() && child<QLabel>(w, "toptax")->isVisibleTo(&w));
-    QVERIFY(edit(w, "SalesPerson_txt")->isVisibleTo(&w) && !child<QLabel>(w, "SalesOrder_lbl")->isVisibleTo(&w));
     setLines(w, ";1|5|0;2|5|0");
-    // The key filters; every key release recomputes.
+    // The keys are filtered; every key release recomputes.
     type(w, "Qty_txt(0)", "1a2.-3");
     type(w, "Amount_txt(0)", "4.5.0-");
     type(w, "Paid_txt", "1.2.3");
     QCOMPARE(text(w, "Qty_txt(0)|Amount_txt(0)|Paid_txt|Balance_txt"), "123|4.50|1.23|    567.27");
     // No row visited since opening: row 0 is the one cleared.
-    ui.expectBox("Confirm", "Are you sure you want to clear this line?", vbYes);
+    ui.expectBox("Confirm", ClearLine, vbYes);
     child<QAction>(w, "Toolbar1(4)")->trigger();
     QCOMPARE(text(w, "Qty_txt(0)|Amount_txt(0)|subtotal_txt"), "||     15.00");
-    // The row entered; leaving a price or a payment rewrites it as an amount.
-    showActive(w);
+    // Leaving a price or an emptied payment rewrites it as an amount.
+    w.show();
+    QApplication::setActiveWindow(&w);
+    QVERIFY(QTest::qWaitForWindowActive(&w));
     edit(w, "Amount_txt(2)")->setFocus();
-    QCOMPARE(edit(w, "Blank(2)")->palette().color(QPalette::Base), QColor(0xC0, 0xC0, 0xFF));
     edit(w, "Writtenoff_txt")->clear();
     edit(w, "Writtenoff_txt")->setFocus();
-    edit(w, "Amount_txt(3)")->setFocus();
     edit(w, "Desc_txt(2)")->setFocus();
-    QCOMPARE(text(w, "Amount_txt(2)|Writtenoff_txt|Amount_txt(3)"), "      5.00|      0.00|");
-    ui.expectBox("Confirm", "Are you sure you want to clear this line?", vbNo);
+    QCOMPARE(text(w, "Amount_txt(2)|Writtenoff_txt"), "      5.00|      0.00");
+    ui.expectBox("Confirm", ClearLine, vbNo);
     child<QAction>(w, "Toolbar1(4)")->trigger();
     ui.expectBox("Confirm", "Are you very sure you want to clear all lines?", vbYes);
     child<QAction>(w, "Toolbar1(6)")->trigger();
     QCOMPARE(text(w, "Qty_txt(2)|total_txt"), "|      0.00");
-    QCOMPARE(busyCount(), qint16(0));
     VERIFY_UI(ui);
 }
 
@@ -270,7 +252,7 @@ void InvoiceWindowTest::oldInvoiceIsRecomputed()
     QFETCH(QString, storedRate);
     QFETCH(QString, tax);
     TestUi ui;
-    auto main = startProgram(ui, taxed(setting, 0));
+    auto main = start(ui, setting, {{"TaxEnabled", 0}});
     // Stored figures that the lines do not give, a rate of its own, and nine lines.
     addRows("Invoices", "InvNo|CustNo|Date|Subtotal|Paid|WrittenOff|TaxPer|CustomerName",
             {"INV7|CUS1|2026-03-01|1|1|5|" + storedRate + "|Ann O'Brien", "INV8|CUS1|2026-03-01|0|6|2|0|"});
@@ -303,49 +285,25 @@ void InvoiceWindowTest::oldInvoiceIsRecomputed()
     VERIFY_UI(ui);
 }
 
-void InvoiceWindowTest::itemPicker_data()
-{
-    QTest::addColumn<int>("taxEnabled");
-    QTest::newRow("select, the tick follows the item") << 1;
-    QTest::newRow("a key picks, the tick stays") << 0;
-}
-
+// The item fills the line; its tax mark follows only while tax is enabled.
 void InvoiceWindowTest::itemPicker()
 {
-    QFETCH(int, taxEnabled);
-    TestUi ui;
-    auto main = startProgram(ui, taxed(10, taxEnabled));
-    addRows("Parts", "ID|ShortDesc|Desc|Price|Taxable", {"P1|Bolt|Steel bolt|2.5|0", "P2|Nut|Brass nut|100|1"});
-    pickCustomer();
-    frmAddInv w;
-    showActive(w);
-    auto* list = child<QTreeWidget>(w, "parts_lst");
-    QCOMPARE(listRows(list),
-             (QStringList{"P1 | Bolt |       2.50 | Steel bolt | 0", "P2 | Nut |     100.00 | Brass nut | 1"}));
-    auto* frame = child<QFrame>(w, "part_frame");
-    child<QCheckBox>(w, "tax(3)")->setChecked(true);
-    child<QCheckBox>(w, "Check1(3)")->click();
-    QVERIFY(frame->isVisible());
-    list->setCurrentItem(list->topLevelItem(0));
-    if (taxEnabled)
+    for (int taxEnabled : {1, 0}) {
+        TestUi ui;
+        auto main = start(ui, 10, {{"TaxEnabled", taxEnabled}});
+        addRows("Parts", "ID|ShortDesc|Desc|Price|Taxable", {"P1|Bolt|Steel bolt|2.5|0", "P2|Nut|Brass nut|100|1"});
+        frmAddInv w;
+        auto* list = child<QTreeWidget>(w, "parts_lst");
+        QCOMPARE(listRows(list)[1], "P2 | Nut |     100.00 | Brass nut | 1");
+        tick(w, "tax(3)", true);
+        child<QCheckBox>(w, "Check1(3)")->click();
+        list->setCurrentItem(list->topLevelItem(0));
         child<QPushButton>(w, "select_cmd")->click();
-    else
-        QTest::keyClick(list, Qt::Key_X);
-    QCOMPARE(text(w, "PartID_txt(3)|Desc_txt(3)|tota1l_txt(3)"), "P1|Steel bolt|      2.50");
-    QCOMPARE(child<QCheckBox>(w, "tax(3)")->isChecked(), taxEnabled == 0);
-    QVERIFY(!frame->isVisible() && !child<QCheckBox>(w, "Check1(3)")->isChecked());
-    QCOMPARE(QApplication::focusWidget(), edit(w, "Qty_txt(3)"));
-    // The payment fields leave it open; the header fields and a toolbar click close it.
-    child<QCheckBox>(w, "Check1(5)")->click();
-    edit(w, "Paid_txt")->setFocus();
-    QVERIFY(frame->isVisible());
-    child<QDateEdit>(w, "Date_txt")->setFocus();
-    QVERIFY(!frame->isVisible());
-    child<QCheckBox>(w, "Check1(5)")->click();
-    ui.expectBox("Confirm", "Are you sure you want to clear this line?", vbNo);
-    child<QAction>(w, "Toolbar1(4)")->trigger();
-    QVERIFY(!frame->isVisible());
-    VERIFY_UI(ui);
+        QCOMPARE(text(w, "PartID_txt(3)|Desc_txt(3)|tota1l_txt(3)"), "P1|Steel bolt|      2.50");
+        QCOMPARE(child<QCheckBox>(w, "tax(3)")->isChecked(), taxEnabled == 0);
+        QVERIFY(!child<QWidget>(w, "part_frame")->isVisibleTo(&w));
+        VERIFY_UI(ui);
+    }
 }
 
 void InvoiceWindowTest::saveWritesRowsAndAdvances_data()
@@ -368,10 +326,8 @@ void InvoiceWindowTest::saveWritesRowsAndAdvances()
     QFETCH(QString, nextAfter);
     TestUi ui;
     const bool freeForm = !number.startsWith(prefix);
-    QMap<QString, Value> row = taxed(12.5);
-    row.insert({{"InvPrefix", prefix}, {"Invstart", next}, {"FreeFormInv", int(freeForm)}, {"ConfirmAll", 0}});
-    auto main = startProgram(ui, row);
-    pickCustomer();
+    auto main =
+        start(ui, 12.5, {{"InvPrefix", prefix}, {"Invstart", next}, {"FreeFormInv", int(freeForm)}, {"ConfirmAll", 0}});
     frmAddInv w;
     if (freeForm)
         type(w, "Inv_lbl", number);
@@ -424,14 +380,12 @@ void InvoiceWindowTest::refusalsAndFailures()
     QFETCH(QString, typed);
     QFETCH(QStringList, boxes);
     TestUi ui;
-    QMap<QString, Value> row = taxed(0);
-    row.insert({{"FreeFormInv", freeForm},
-                {"InvPrefix", next.isEmpty() ? QString() : "INV"},
-                {"Invstart", next},
-                {"ConfirmAll", int(!boxes[0].startsWith(QLatin1String("Continue?")))}});
-    auto main = startProgram(ui, row);
+    auto main = start(ui, 0,
+                      {{"FreeFormInv", freeForm},
+                       {"InvPrefix", next.isEmpty() ? QString() : "INV"},
+                       {"Invstart", next},
+                       {"ConfirmAll", int(!boxes[0].startsWith(QLatin1String("Continue?")))}});
     addRows("Invoices", "InvNo", {"INV1"});
-    pickCustomer();
     frmAddInv w;
     if (freeForm)
         type(w, "Inv_lbl", typed);
@@ -451,11 +405,11 @@ void InvoiceWindowTest::refusalsAndFailures()
 
 // New from the customer record, saved, opened again, changed and saved at a new tax
 // rate: the history rows follow, the lines are replaced, the number stays.
-void InvoiceWindowTest::roundTripThroughTheCustomer()
+void InvoiceWindowTest::resaveReplacesLines()
 {
     TestUi ui;
-    auto main = startProgram(ui, taxed(10));
-    addRows("Customers", CustomerColumns, {"CUS1|Brown|Ann|555|||||"});
+    auto main = start(ui, 10);
+    addRows("Customers", "CustID|LastName|FirstName|Phone", {"CUS1|Brown|Ann|555"});
     addRows("Invoices", "InvNo", {"INV099"});
     addRows("InvoiceD", LineColumns, {"INV099||1||1|999|0"}); // beside ours in the index, and kept
     NewCustomerMode = 0;
@@ -489,24 +443,18 @@ void InvoiceWindowTest::roundTripThroughTheCustomer()
     VERIFY_UI(ui);
 }
 
+// A new invoice from the main window goes through the picker; with no customers Select
+// does nothing and Cancel opens nothing.
 void InvoiceWindowTest::customerPicker()
 {
     TestUi ui;
-    auto main = startProgram(ui, taxed(0));
-    // No customers: Select does nothing and Cancel opens nothing.
+    auto main = start(ui, 0);
     QString picked;
     for (bool customers : {false, true}) {
         if (customers)
-            addRows("Customers", CustomerColumns, {"C1|Smith|Ann|555|||||", "C2|Brown|Bob|555|||||"});
+            addRows("Customers", "CustID|LastName|FirstName|Phone", {"C1|Smith|Ann|555", "C2|Brown|Bob|555"});
         ui.expectBox("Add to New Customer", "Do you want to add this invoice to a new customer", vbNo);
         ui.onModal("frmsearchCust", [&](QDialog& d) {
-            auto* list = child<QTreeWidget>(d, "cust_lst");
-            [&] {
-                QCOMPARE(d.windowTitle(), "Search for a Customer");
-                QCOMPARE(listRows(list).join(','), customers ? "C1 | Smith | Ann | 555,C2 | Brown | Bob | 555" : "");
-                list->header()->sectionClicked(1); // descending, with no mark
-                QCOMPARE(headingMark(list, 1), QString());
-            }();
             edit(d, "search_txt")->setText("BRO");
             child<QPushButton>(d, "search_cmd")->click();
             if (customers)
