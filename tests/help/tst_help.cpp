@@ -11,11 +11,9 @@
 
 #include <QAction>
 #include <QDir>
-#include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTcpServer>
-#include <QTcpSocket>
 #include <QTimer>
 #include <QtTest>
 
@@ -38,43 +36,6 @@ QString fileUrl(const TestUi& ui, const QString& name)
 {
     return QUrl::fromLocalFile(ui.file(name)).toString();
 }
-
-// A web server on 127.0.0.1 that answers only while not holding, so that a load lasts
-// as long as a test needs.
-class HeldServer : public QTcpServer
-{
-public:
-    HeldServer()
-    {
-        listen(QHostAddress::LocalHost);
-        connect(this, &QTcpServer::newConnection, this, [this] {
-            while (QTcpSocket* s = nextPendingConnection())
-                connect(s, &QTcpSocket::readyRead, this, [this, s] {
-                    s->setProperty("request", s->property("request").toByteArray() + s->readAll());
-                    if (!s->property("request").toByteArray().contains("\r\n\r\n"))
-                        return;
-                    requests_ << s;
-                    if (!holding)
-                        release();
-                });
-        });
-    }
-    QString url() const { return QString("http://127.0.0.1:%1/one").arg(serverPort()); }
-    void release()
-    {
-        holding = false;
-        for (const QPointer<QTcpSocket>& s : std::exchange(requests_, {}))
-            if (s) {
-                s->write("HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nCache-Control: no-store\r\n"
-                         "Connection: close\r\n\r\n<html><head><title>Page one</title></head></html>");
-                s->disconnectFromHost();
-            }
-    }
-    bool holding = false;
-
-private:
-    QList<QPointer<QTcpSocket>> requests_;
-};
 
 } // namespace
 
@@ -181,34 +142,31 @@ private slots:
             QVERIFY2(page == "help.htm" || fromContents.contains(page), qPrintable(page));
     }
 
-    // After a click the caption says the page is on its way, then names it; a finished
-    // load with no click names it at once, and Stop names the page stopped on.
+    // A load with no click names the window at once; after a click the caption says the
+    // page is on its way until it has come, and Stop names the page stopped on.
     void webCaptionFollowsTheLoad()
     {
         TestUi ui;
-        HeldServer server;
+        copyHelpPages(ui);
+        QTcpServer silent; // takes connections and never answers: a load that lasts
+        QVERIFY(silent.listen(QHostAddress::LocalHost));
         frmBrowser w;
         auto* browser = child<Browser>(w, "brwWebBrowser");
         auto* timer = child<QTimer>(w, "timTimer");
-        browser->Navigate(server.url());
-        QTRY_COMPARE_WITH_TIMEOUT(w.windowTitle(), "Page one", LoadTimeout);
+        browser->Navigate(fileUrl(ui, "Items.htm"));
+        QTRY_COMPARE_WITH_TIMEOUT(w.windowTitle(), "Items - Velk Invoice Help", LoadTimeout);
         QVERIFY(!timer->isActive());
-        for (bool stop : {false, true}) {
-            server.holding = true;
-            child<QAction>(w, "Refresh")->trigger();
-            QVERIFY(timer->isActive());
-            QTRY_COMPARE_WITH_TIMEOUT(w.windowTitle(), "Working...", LoadTimeout);
-            if (stop) {
-                w.tbToolBar_ButtonClick("Stop");
-                QVERIFY(!timer->isActive() && !browser->Busy());
-                QCOMPARE(w.windowTitle(), browser->LocationName());
-            } else {
-                server.release();
-                QTRY_VERIFY_WITH_TIMEOUT(!timer->isActive(), LoadTimeout);
-                QCOMPARE(w.windowTitle(), "Page one");
-            }
-        }
-        server.release();
+        w.setWindowTitle("before");
+        child<QAction>(w, "Refresh")->trigger();
+        QVERIFY(timer->isActive());
+        QTRY_VERIFY_WITH_TIMEOUT(!timer->isActive(), LoadTimeout);
+        QCOMPARE(w.windowTitle(), "Items - Velk Invoice Help");
+        browser->Navigate(QString("http://127.0.0.1:%1/").arg(silent.serverPort()));
+        child<QAction>(w, "Forward")->trigger(); // nothing ahead: the load goes on
+        QTRY_COMPARE_WITH_TIMEOUT(w.windowTitle(), "Working...", LoadTimeout);
+        w.tbToolBar_ButtonClick("Stop");
+        QVERIFY(!timer->isActive() && !browser->Busy());
+        QCOMPARE(w.windowTitle(), browser->LocationName());
         VERIFY_UI(ui);
     }
 };

@@ -29,105 +29,14 @@ const QString LongTerms = QString(230, 't') + " end";
 const QString TooShort = "Please enter a number 4 or more numbers long!";
 const QString Update = "Are you sure you want to update?";
 
-// "Column=text|Column=text" as a row.
-QMap<QString, Value> rowOf(const QString& pairs)
-{
-    QMap<QString, Value> row;
-    for (const QString& p : pairs.split('|'))
-        row.insert(p.section('=', 0, 0), p.section('=', 1));
-    return row;
-}
-
-// Makes the data file as a first start does; with a row given, the settings row gets it.
-void makeDataFile(const QString& systemRow = {})
-{
-    frmMain w;
-    w.MDIForm_Load();
-    if (!systemRow.isEmpty())
-        addSettingsRow(rowOf(systemRow));
-}
-
-int settingsRows()
-{
-    return int(columnValues("System", "BusinessName").size());
-}
-
-// Each "Column=text" of the pairs against the settings row.
-void compareSystemRow(const QString& pairs)
-{
-    for (const QString& p : pairs.split('|'))
-        QCOMPARE(p.section('=', 0, 0) + '=' + columnValues("System", p.section('=', 0, 0)).value(0), p);
-}
-
-void click(QWidget& w, const QString& name)
-{
-    child<QAbstractButton>(w, name)->click();
-}
-QLineEdit* box(QWidget& w, const QString& name)
-{
-    return child<QLineEdit>(w, name);
-}
-bool shown(QWidget& w, const QString& name)
-{
-    return !child<QWidget>(w, name)->isHidden();
-}
-
-// The texts of controls by name, whatever their kind.
-QStringList texts(QWidget& w, const QStringList& names)
-{
-    QStringList out;
-    for (const QString& name : names) {
-        QWidget* c = child<QWidget>(w, name);
-        if (auto* e = qobject_cast<QLineEdit*>(c))
-            out << e->text();
-        else if (auto* l = qobject_cast<QLabel*>(c))
-            out << l->text();
-        else if (auto* b = qobject_cast<QAbstractButton*>(c))
-            out << b->text();
-        else
-            out << child<QPlainTextEdit>(w, name)->toPlainText();
-    }
-    return out;
-}
-
-// Of the buttons named, those ticked or selected.
-QStringList ticked(QWidget& w, const QStringList& names)
-{
-    QStringList out;
-    for (const QString& name : names)
-        if (child<QAbstractButton>(w, name)->isChecked())
-            out << name;
-    return out;
-}
-
-// A settings row as a user may have it after some use of the program.
-const QString UsedRow = "BusinessName=Velk Ltd|Address=1 High "
-                        "St|Phone=0123|Mobile=07|Email=a@b.c|Web=velk.example|InvPrefix=INV|CrdPrefix=CN|"
-                        "CustPrefix=CUS|PartPrefix=PRT|CustStart=100001|Invstart=100001|CrdStart=300001|"
-                        "PartStart=100001|Currency=\u20ac|TaxName=VAT|TaxNo=GB1|TaxAmount=20|TaxEnabled=1|"
-                        "DefaultEnd=31/12/2026|Debtorstart=0|Reminder1=Pay|Reminder2=Pay now|Reminder3=Last|"
-                        "includeshipping=0|includeterms=1|includestatement=1|Statement=Thanks|terms1=30 days|"
-                        "ConfirmExit=1|ConfirmBackup=0|ConfirmAll=1|FaxVisible=1|webVisible=1|"
+// A settings row as a user may have it after some use of the program, as "Column=text|...".
+const QString UsedRow = "BusinessName=Velk Ltd|Address=1 High St|Phone=0123|Mobile=07|Email=a@b.c|Web=velk.example|"
+                        "InvPrefix=INV|CrdPrefix=CN|CustPrefix=CUS|PartPrefix=PRT|CustStart=100001|Invstart=100001|"
+                        "CrdStart=300001|PartStart=100001|Currency=\u20ac|TaxName=VAT|TaxNo=GB1|TaxAmount=20|"
+                        "TaxEnabled=1|DefaultEnd=31/12/2026|Debtorstart=0|Reminder1=Pay|Reminder2=Pay now|"
+                        "Reminder3=Last|includeshipping=0|includeterms=1|includestatement=1|Statement=Thanks|"
+                        "terms1=30 days|ConfirmExit=1|ConfirmBackup=0|ConfirmAll=1|FaxVisible=1|webVisible=1|"
                         "Text1Name=Sales Person|Text1Visible=1|Text2Name=Order|present=1|InvoiceType=7|logopath=";
-
-// Starts the program on that row (none: the file as it stands) and opens Tools > Options
-// with the handler driving it.
-std::unique_ptr<frmMain> openOptions(TestUi& ui, const QString& row, const std::function<void(QDialog&)>& drive)
-{
-    if (!row.isEmpty()) {
-        makeDataFile(row);
-        resetGlobals();
-    }
-    auto w = std::make_unique<frmMain>();
-    w->MDIForm_Load();
-    SetupDone = 1; // past the first run: these checks are of the Options window alone
-    ui.onModal("frmOptions", [&](QDialog& d) {
-        drive(d);
-        return d.result();
-    });
-    w->findChild<QAction*>("mnuOptions")->trigger();
-    return w;
-}
 
 QString invoiceRow(const QString& type)
 {
@@ -139,13 +48,74 @@ QString invoiceRow(const QString& type)
 
 } // namespace
 
-class SetupTest : public QObject
+class OptionsTest : public QObject
 {
     Q_OBJECT
+
+    // Makes the data file as a first start does; with a row given, the settings row gets it.
+    static void makeDataFile(const QString& systemRow = {})
+    {
+        frmMain w;
+        w.MDIForm_Load();
+        QMap<QString, Value> row;
+        for (const QString& p : systemRow.split('|', Qt::SkipEmptyParts))
+            row.insert(p.section('=', 0, 0), p.section('=', 1));
+        if (!row.isEmpty())
+            addSettingsRow(row);
+    }
+    // Each "Column=text" of the pairs against the settings row.
+    static void compareSystemRow(const QString& pairs)
+    {
+        for (const QString& p : pairs.split('|'))
+            QCOMPARE(p.section('=', 0, 0) + '=' + columnValues("System", p.section('=', 0, 0)).value(0), p);
+    }
+    static int settingsRows() { return int(columnValues("System", "BusinessName").size()); }
+    static void click(QWidget& w, const QString& name) { child<QAbstractButton>(w, name)->click(); }
+    static QLineEdit* box(QWidget& w, const QString& name) { return child<QLineEdit>(w, name); }
+    static bool shown(QWidget& w, const QString& name) { return !child<QWidget>(w, name)->isHidden(); }
+    // The texts of controls by name, whatever their kind.
+    static QStringList texts(QWidget& w, const QStringList& names)
+    {
+        QStringList out;
+        for (const QString& name : names) {
+            QWidget* c = child<QWidget>(w, name);
+            out << c->property(qobject_cast<QPlainTextEdit*>(c) ? "plainText" : "text").toString();
+        }
+        return out;
+    }
+    // Of the buttons named, those ticked or selected.
+    static QStringList ticked(QWidget& w, const QStringList& names)
+    {
+        QStringList out;
+        for (const QString& name : names)
+            if (child<QAbstractButton>(w, name)->isChecked())
+                out << name;
+        return out;
+    }
+    // Starts the program on that row (none: the file as it stands) and opens Tools > Options
+    // with the handler driving it.
+    static std::unique_ptr<frmMain> openOptions(TestUi& ui, const QString& row,
+                                                const std::function<void(QDialog&)>& drive)
+    {
+        if (!row.isEmpty()) {
+            makeDataFile(row);
+            resetGlobals();
+        }
+        auto w = std::make_unique<frmMain>();
+        w->MDIForm_Load();
+        SetupDone = 1; // past the first run: these checks are of the Options window alone
+        ui.onModal("frmOptions", [&](QDialog& d) {
+            drive(d);
+            return d.result();
+        });
+        w->findChild<QAction*>("mnuOptions")->trigger();
+        return w;
+    }
+
 private slots:
     // A first start: the wizard's pages, and Finish writing the row and the record; the
     // user goes on in the same run.
-    void firstRunFinish()
+    void wizardFinish()
     {
         TestUi ui;
         frmMain w;
@@ -188,8 +158,7 @@ private slots:
         });
         platform::activate(&w);
         VERIFY_UI(ui);
-        QVERIFY(SetupDone == 1 && !w.unloaded() && FrontCount == 1);
-        QCOMPARE(settingsRows(), 1);
+        QVERIFY(SetupDone == 1 && !w.unloaded() && FrontCount == 1 && settingsRows() == 1);
         // The credit prefix stays out of the row; it lasts for this run in the record.
         compareSystemRow("BusinessName=Velk Ltd|Address= 1 High St|Phone= 0123 |Currency=\u00a3|TaxName=Vat|"
                          "TaxAmount=17.5|TaxNo=GB 123|TaxEnabled=1|InvPrefix=INV|PartPrefix=ITE|CustPrefix=CUS|"
@@ -200,119 +169,101 @@ private slots:
                          "terms1=Terms & Conditions:\nTo edit terms & conditions goto Options on the main menu and "
                          "select the Invoice tab.|ConfirmExit=0|mobileVisible=1|text4Visible=1|text2Name=Shipping No|"
                          "text3Name=Sales No|present=1|InvoiceType=1");
-        QCOMPARE(settings.BusinessName.text(), QString("Velk Ltd").leftJustified(30));
-        QCOMPARE(settings.CrdPrefix, "CN");
-        QCOMPARE(settings.TaxAmount, 17.5);
-        QCOMPARE(settings.freeformPart, 1);
-        QCOMPARE(settings.text1Name.trimmed(), "Sales Person");
+        const SettingsRecord& s = settings;
+        QCOMPARE((QStringList{s.BusinessName.text(), s.CrdPrefix, s.text1Name.trimmed()}),
+                 (QStringList{QString("Velk Ltd").leftJustified(30), "CN", "Sales Person"}));
+        QVERIFY(s.TaxAmount == 17.5 && s.freeformPart == 1);
     }
 
     // Cancel ends the program and leaves the file without a row; the next start asks again.
-    void firstRunCancel()
+    void wizardCancel()
     {
-        for (bool fileExists : {false, true}) {
-            TestUi ui;
-            if (fileExists) {
-                makeDataFile();
-                resetGlobals();
-            }
-            for (int start = 0; start < 2; ++start) {
-                frmMain w;
-                w.MDIForm_Load();
-                ui.onModal("frm_setup", [&](QDialog& d) {
-                    for (int answer : start == 0 ? QList<int>{vbNo, vbYes} : QList<int>{vbYes}) {
-                        ui.expectBox("Cancel?", "Are you sure you want to cancel?", answer, vbYesNo + vbQuestion);
-                        click(d, "Cancel_cmd");
-                    }
-                    return d.result();
-                });
-                platform::activate(&w);
-                VERIFY_UI(ui);
-                QVERIFY(SetupDone == 0 && w.unloaded() && QFile::exists(ui.file("data.mdb")));
-                QCOMPARE(settingsRows(), 0);
-                resetGlobals();
-            }
+        TestUi ui;
+        for (int start = 0; start < 2; ++start) {
+            frmMain w;
+            w.MDIForm_Load();
+            ui.onModal("frm_setup", [&](QDialog& d) {
+                for (int answer : start == 0 ? QList<int>{vbNo, vbYes} : QList<int>{vbYes}) {
+                    ui.expectBox("Cancel?", "Are you sure you want to cancel?", answer, vbYesNo + vbQuestion);
+                    click(d, "Cancel_cmd");
+                }
+                return d.result();
+            });
+            platform::activate(&w);
+            VERIFY_UI(ui);
+            QVERIFY(SetupDone == 0 && w.unloaded() && QFile::exists(ui.file("data.mdb")) && settingsRows() == 0);
+            resetGlobals();
         }
     }
 
     // Finish checks the length of the invoice, item and customer numbers, in that order.
-    void finishLengthCheck()
+    void wizardLengthCheck()
     {
-        const struct {
-            const char *box, *typed, *freeForm, *title; // no title: accepted
-        } rows[] = {{"InvStart_txt", "123", "", "Invoice Number"},
-                    {"InvStart_txt", "123", "Inv_chk", ""},
-                    {"PrtStart_txt", "999", "", "Item Number"},
-                    {"CusStart_txt", "12", "", "Customer Number"},
-                    {"CrdStart_txt", "1", "", ""},
-                    {"InvStart_txt", "0001", "", ""}};
-        for (const auto& r : rows) {
+        const char* const rows[][4] = {// start box, typed, free-form tick, title of the box (none: accepted)
+                                       {"InvStart_txt", "123", "", "Invoice Number"},
+                                       {"InvStart_txt", "123", "Inv_chk", ""},
+                                       {"PrtStart_txt", "999", "", "Item Number"},
+                                       {"CusStart_txt", "12", "", "Customer Number"},
+                                       {"CrdStart_txt", "1", "", ""},
+                                       {"InvStart_txt", "0001", "", ""}};
+        for (const auto& [start, typed, freeForm, title] : rows) {
             TestUi ui;
             makeDataFile();
             frm_setup d;
             showUp(d);
             click(d, "Next_cmd");
             click(d, "Next_cmd");
-            if (*r.freeForm) {
+            if (*freeForm) {
                 // The tick closes its row's boxes and leaves their text and example alone.
-                click(d, r.freeForm);
+                click(d, freeForm);
                 QVERIFY(!box(d, "InvPrefix_txt")->isEnabled() && !box(d, "InvStart_txt")->isEnabled());
                 QCOMPARE(texts(d, {"InvExample_lbl"}), QStringList{"INV100001"});
             }
             // A short customer number shows that later series wait their turn.
-            box(d, "CusStart_txt")->setText(*r.title ? "12" : "100001");
-            box(d, r.box)->setText(r.typed);
-            ui.expectBox(*r.title ? r.title : "Update?", *r.title ? TooShort : Update, *r.title ? vbOK : vbNo);
+            box(d, "CusStart_txt")->setText(*title ? "12" : "100001");
+            box(d, start)->setText(typed);
+            ui.expectBox(*title ? title : "Update?", *title ? TooShort : Update, *title ? vbOK : vbNo);
             click(d, "Finish_cmd");
             VERIFY_UI(ui);
-            QVERIFY2(d.isVisible() && settingsRows() == 0 && SetupDone == 0, r.typed);
-            QVERIFY2(!*r.title || QApplication::focusWidget() == box(d, r.box), r.title);
+            QVERIFY2(d.isVisible() && settingsRows() == 0 && SetupDone == 0, typed);
+            QVERIFY2(!*title || QApplication::focusWidget() == box(d, start), title);
         }
     }
 
     // What the keys leave in the boxes, backspace included, and the example that follows.
-    void keys()
+    void wizardKeys()
     {
-        const struct {
-            const char *box, *typed, *text, *example;
-        } rows[] = {
-            {"InvStart_txt", "12a-3 4.5", "12345", "InvExample_lbl=INV12345"},
-            {"CusStart_txt", "1234567890", "12345678", "CusExample_lbl=CUS12345678"},
-            {"CrdStart_txt", "2x", "2", "CrdExample_lbl=CRD2"},
-            {"PrtPrefix_txt", "a 1bX", "a 1b", "PrtExample_lbl=a 1b100001"},
-            {"TaxAmount_txt", "17.5.x", "17.5", ""},
-            {"TaxAmount_txt", "123456", "12345", ""},
-            {"currency_txt", "EUR", "E", ""},
-            {"TaxName_txt", "GoodsAndServices", "GoodsAndSe", ""},
-        };
+        const char* const rows[][4] = {{"InvStart_txt", "12a-3 4.5", "12345", "InvExample_lbl=INV12345"},
+                                       {"CusStart_txt", "1234567890", "12345678", "CusExample_lbl=CUS12345678"},
+                                       {"CrdStart_txt", "2x", "2", "CrdExample_lbl=CRD2"},
+                                       {"PrtPrefix_txt", "a 1bX", "a 1b", "PrtExample_lbl=a 1b100001"},
+                                       {"TaxAmount_txt", "17.5.x", "17.5", ""},
+                                       {"TaxAmount_txt", "123456", "12345", ""},
+                                       {"currency_txt", "EUR", "E", ""},
+                                       {"TaxName_txt", "GoodsAndServices", "GoodsAndSe", ""}};
         TestUi ui;
         makeDataFile();
         frm_setup d;
-        for (const auto& r : rows) {
-            QLineEdit* b = box(d, r.box);
+        for (const auto& [name, typed, text, example] : rows) {
+            QLineEdit* b = box(d, name);
             b->clear();
-            QTest::keyClicks(b, r.typed);
-            QString seen = QString(r.box) + ": " + b->text();
+            QTest::keyClicks(b, typed);
+            QString seen = QString(name) + ": " + b->text();
             QTest::keyClick(b, Qt::Key_Backspace);
             seen += " / " + b->text();
-            QTest::keyClicks(b, QString(r.text).right(1));
-            const QString label = QString(r.example).section('=', 0, 0);
+            QTest::keyClicks(b, QString(text).right(1));
+            const QString label = QString(example).section('=', 0, 0);
             if (!label.isEmpty())
                 seen += " / " + label + '=' + texts(d, {label}).value(0);
-            QCOMPARE(seen, QString(r.box) + ": " + r.text + " / " + QString(r.text).chopped(1) +
-                               (*r.example ? QString(" / ") + r.example : QString()));
+            QCOMPARE(seen, QString(name) + ": " + text + " / " + QString(text).chopped(1) +
+                               (*example ? QString(" / ") + example : QString()));
         }
         VERIFY_UI(ui);
     }
-};
 
-class OptionsTest : public QObject
-{
-    Q_OBJECT
-private slots:
     // The row comes up in the controls, and OK writes it back with the designed credit
     // series over the one stored.
-    void loadAndSave()
+    void optionsLoadAndSave()
     {
         TestUi ui;
         auto w = openOptions(ui, UsedRow, [&](QDialog& d) {
@@ -323,9 +274,9 @@ private slots:
             QCOMPARE(ticked(d, {"Option1", "Option2", "Option3", "Opt1", "Opt2", "Opt3", "Opt4", "Opt5", "Opt6",
                                 "Present_chk", "fax_chk", "phone_chk"}),
                      (QStringList{"Option3", "Present_chk", "fax_chk"}));
-            QCOMPARE(child<QDateEdit>(d, "DTPicker1")->date(), QDate(2005, 1, 1));
-            QCOMPARE(child<QDateEdit>(d, "DTPicker2")->date(), QDate(2026, 12, 31));
-            QVERIFY(!child<QDateEdit>(d, "DTPicker2")->isEnabled());
+            auto* end = child<QDateEdit>(d, "DTPicker2");
+            QVERIFY(child<QDateEdit>(d, "DTPicker1")->date() == QDate(2005, 1, 1) && !end->isEnabled());
+            QCOMPARE(end->date(), QDate(2026, 12, 31));
             QVERIFY(shown(d, "TaxName_txt") && !shown(d, "shipping1") && shown(d, "terms2"));
             QCOMPARE(settings.CrdPrefix, "CRD"); // the record follows the controls at opening
 
@@ -337,7 +288,7 @@ private slots:
             click(d, "Shipping_chk");
             QVERIFY(shown(d, "shipping1") && shown(d, "shipping2"));
             click(d, "Present_chk");
-            QVERIFY(child<QDateEdit>(d, "DTPicker2")->isEnabled());
+            QVERIFY(end->isEnabled());
             click(d, "cmdOK");
         });
         VERIFY_UI(ui);
@@ -345,15 +296,14 @@ private slots:
                          "InvoiceType=7|DefaultStart=01/01/2005|DefaultEnd=31/12/2026|present=0|includeshipping=1|"
                          "Text3Name=Van|Text3Visible=0|ConfirmExit=1|webVisible=1|ConfirmAll=1|Reminder2=Pay now|"
                          "logopath=|TaxEnabled=1");
-        QCOMPARE(settings.BusinessName.trimmed(), "New Name");
-        QCOMPARE(settings.TaxAmount, 12.0);
-        QCOMPARE(settings.text3Name.trimmed(), "Van");
-        QVERIFY(settings.IncludeShipping == 1 && settings.Present == 0);
-        QCOMPARE(settings.ConfirmExit, 1); // loaded at start, never written
+        const SettingsRecord& s = settings;
+        QCOMPARE((QStringList{s.BusinessName.trimmed(), s.text3Name.trimmed()}), (QStringList{"New Name", "Van"}));
+        QVERIFY(s.TaxAmount == 12.0 && s.IncludeShipping == 1 && s.Present == 0);
+        QCOMPARE(s.ConfirmExit, 1); // loaded at start, never written
     }
 
     // Apply saves at once; Cancel then drops only what came after.
-    void cancelAfterApply()
+    void optionsCancelAfterApply()
     {
         TestUi ui;
         auto w = openOptions(ui, UsedRow, [&](QDialog& d) {
@@ -373,51 +323,48 @@ private slots:
         });
         VERIFY_UI(ui);
         compareSystemRow("BusinessName=Applied|InvoiceType=2|Phone=0123|Reminder1=" + Reminder1);
-        QCOMPARE(settings.BusinessName.trimmed(), "Applied");
-        QCOMPARE(settings.Phone.trimmed(), "0123");
+        QCOMPARE((QStringList{settings.BusinessName.trimmed(), settings.Phone.trimmed()}),
+                 (QStringList{"Applied", "0123"}));
         QCOMPARE(columnValues("System", "Reminder2"), QStringList{settings.Reminder2});
         QVERIFY(settings.Reminder2.startsWith("The invoice listed above has not been paid"));
     }
 
     // Apply, OK and "Check Prefix Numbers" begin with the length and in-use checks; a
     // failure shows the Prefixes page under the tab that was selected, and saves nothing.
-    void checks()
+    void optionsNumberChecks()
     {
         const QString inUse = " Number Already In Use|This %1 number has already been used. Please try again!";
         const QString allOk = "All OK|All prefix numbers are OK";
-        const struct {
-            const char *command, *box, *start, *freeForm;
-            QString shown; // "title|text"
-        } rows[] = {
+        const std::tuple<const char*, const char*, const char*, const char*, QString> rows[] = {
+            // command, start box, typed, free-form tick, "title|text" of the box
             {"cmdApply", "InvStart_txt", "  12", "", "Invoice Number|" + TooShort},
             {"cmdOK", "PrtStart_txt", "123", "", "Item Number|" + TooShort},
             {"cmdOK", "InvStart_txt", "100007", "", "Invoice" + inUse.arg("Invoice")}, // stored as "inv"
             {"cmdApply", "CusStart_txt", "100007", "", "Customer" + inUse.arg("Customer")},
             {"CheckRanges_cmd", "PrtStart_txt", "100007", "", "Item\\Part" + inUse.arg("Item\\Part")},
             {"CheckRanges_cmd", "CusStart_txt", "12", "Cus_chk", allOk},
-            {"CheckRanges_cmd", "CrdStart_txt", "1", "", allOk}, // the credit series is never checked
-        };
-        for (const auto& r : rows) {
+            {"CheckRanges_cmd", "CrdStart_txt", "1", "", allOk}}; // the credit series is never checked
+        for (const auto& [command, start, typed, freeForm, message] : rows) {
             TestUi ui;
             makeDataFile(UsedRow + "|InvPrefix=inv");
             addRow("Invoices", {{"InvNo", "INV100007"}});
             addRow("Customers", {{"CustID", "CUS100007"}});
             addRow("Parts", {{"ID", "PRT100007"}});
-            const bool refused = r.shown != allOk;
+            const bool refused = message != allOk;
             auto w = openOptions(ui, {}, [&](QDialog& d) {
                 showUp(d);
                 auto* tabs = child<QTabBar>(d, "tbsOptions");
                 tabs->setCurrentIndex(6);
-                if (*r.freeForm)
-                    click(d, r.freeForm);
-                box(d, r.box)->setText(r.start);
+                if (*freeForm)
+                    click(d, freeForm);
+                box(d, start)->setText(typed);
                 box(d, "Name_txt")->setText("Changed");
-                ui.expectBox(r.shown.section('|', 0, 0), r.shown.section('|', 1), vbOK,
+                ui.expectBox(message.section('|', 0, 0), message.section('|', 1), vbOK,
                              refused ? vbExclamation : vbInformation);
-                click(d, r.command);
+                click(d, command);
                 QVERIFY2(!refused || (d.isVisible() && shown(d, "Frame1(2)") && !shown(d, "Frame1(6)") &&
-                                      tabs->currentIndex() == 6 && QApplication::focusWidget() == box(d, r.box)),
-                         r.start);
+                                      tabs->currentIndex() == 6 && QApplication::focusWidget() == box(d, start)),
+                         typed);
                 click(d, "cmdCancel");
             });
             VERIFY_UI(ui);
@@ -425,62 +372,38 @@ private slots:
         }
     }
 
-    void logo_data()
+    // The logo's path: 200 characters at most, and a cancelled dialog keeps the last choice.
+    void optionsLogo()
     {
-        QTest::addColumn<QStringList>("choices"); // "-" for a cancelled dialog
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<bool>("tooLong");
         const QString longest = "/" + QString(199, 'p');
-        QTest::newRow("200 characters") << QStringList{longest} << longest << false;
-        QTest::newRow("201 characters") << QStringList{longest + "x"} << "" << true;
-        QTest::newRow("cancel at first") << QStringList{"-"} << "" << false;
-        QTest::newRow("cancel after a choice") << QStringList{"/pics/a.jpg", "-"} << "/pics/a.jpg" << false;
-    }
-    void logo()
-    {
-        QFETCH(QStringList, choices);
-        QFETCH(QString, path);
-        QFETCH(bool, tooLong);
-        TestUi ui;
-        auto w = openOptions(ui, UsedRow, [&](QDialog& d) {
-            for (const QString& choice : choices) {
-                ui.expectOpen(choice == "-" ? std::nullopt : std::optional<QString>(choice));
-                if (tooLong)
-                    ui.expectBox("Path too Long", "Path too long. Move the picture to another location and try again.",
-                                 vbOK, vbExclamation);
-                click(d, "Select_cmd");
-            }
-            QCOMPARE(texts(d, {"path_lbl"}), QStringList{path});
-            click(d, "cmdOK");
-        });
-        VERIFY_UI(ui);
-        QCOMPARE(ui.dialogs.first().filter, "Picture File (*.jpg,*.bmp)|*.bmp;*.jpg");
-        QCOMPARE(columnValues("System", "logopath"), QStringList{path});
-        QCOMPARE(settings.Logopath, path);
-    }
-
-    // With no settings row the window starts from the defaults and OK adds the row.
-    void noSettingsRow()
-    {
-        TestUi ui;
-        makeDataFile();
-        auto w = openOptions(ui, {}, [&](QDialog& d) {
-            QCOMPARE(ticked(d, {"Terms_Chk", "Shipping_chk", "Statement_chk"}).size(), 3);
-            QVERIFY(texts(d, {"Reminder3"}).value(0).startsWith("This is the last (third) an"));
-            QCOMPARE(box(d, "currency_txt")->text(), ""); // no currency: "Other" was clicked
-            box(d, "TaxName_txt")->setText("GST");
-            click(d, "Option1"); // over what was typed
-            QCOMPARE(box(d, "TaxName_txt")->text(), "Tax");
-            click(d, "cmdOK");
-        });
-        VERIFY_UI(ui);
-        QCOMPARE(settingsRows(), 1);
-        compareSystemRow("Currency=$|includeterms=1|InvPrefix=INV|PartPrefix=PRT|DefaultEnd=22/11/2026");
+        const std::tuple<QStringList, QString> rows[] = {// the choices ("-": cancelled), the path
+                                                         {{longest}, longest},
+                                                         {{longest + "x"}, ""},
+                                                         {{"-"}, ""},
+                                                         {{"/pics/a.jpg", "-"}, "/pics/a.jpg"}};
+        for (const auto& [choices, path] : rows) {
+            TestUi ui;
+            auto w = openOptions(ui, UsedRow, [&](QDialog& d) {
+                for (const QString& choice : choices) {
+                    ui.expectOpen(choice == "-" ? std::nullopt : std::optional<QString>(choice));
+                    if (choice.size() > 200)
+                        ui.expectBox("Path too Long",
+                                     "Path too long. Move the picture to another location and try again.", vbOK,
+                                     vbExclamation);
+                    click(d, "Select_cmd");
+                }
+                QCOMPARE(texts(d, {"path_lbl"}), QStringList{path});
+                click(d, "cmdOK");
+            });
+            VERIFY_UI(ui);
+            QCOMPARE(ui.dialogs.first().filter, "Picture File (*.jpg,*.bmp)|*.bmp;*.jpg");
+            QCOMPARE(columnValues("System", "logopath") << settings.Logopath, (QStringList{path, path}));
+        }
     }
 
     // Boxes of several lines take no more than their limit, typed or pasted; Ctrl+Tab
     // moves to the next tab from any control, and from the last to the first.
-    void limitsAndCtrlTab()
+    void optionsLimitsAndCtrlTab()
     {
         TestUi ui;
         auto w = openOptions(ui, UsedRow, [&](QDialog& d) {
@@ -504,14 +427,9 @@ private slots:
         });
         VERIFY_UI(ui);
     }
-};
 
-// "Customize Options": every column it loads and saves, and what it leaves alone.
-class InvoiceSetTest : public QObject
-{
-    Q_OBJECT
-private slots:
-    void loadAndOk()
+    // "Customize Options": every column it loads and saves, and what it leaves alone.
+    void customizeLoadAndOk()
     {
         TestUi ui;
         makeDataFile(invoiceRow("7"));
@@ -552,14 +470,14 @@ private slots:
         QCOMPARE((QList<int>{s.text1Visible, s.text2Visible, s.text3Visible, s.text4Visible, s.IncludeStatement,
                              s.IncludeTerms, s.IncludeShipping}),
                  (QList<int>{0, 1, 1, 0, 1, 1, 0}));
-        QCOMPARE(s.text1Name.text(), QStringLiteral("Rep").leftJustified(30));
-        QCOMPARE((QStringList{s.Statement, s.terms1, s.Logopath, s.BusinessName.trimmed()}),
-                 (QStringList{"With thanks", LongTerms, " /pics/logo.bmp", "Velk Ltd"}));
+        QCOMPARE(
+            (QStringList{s.text1Name.text(), s.Statement, s.terms1, s.Logopath, s.BusinessName.trimmed()}),
+            (QStringList{QString("Rep").leftJustified(30), "With thanks", LongTerms, " /pics/logo.bmp", "Velk Ltd"}));
         VERIFY_UI(ui);
     }
 
     // An empty type selects the first; Cancel saves nothing, the logo's path included.
-    void cancelSavesNothing()
+    void customizeCancel()
     {
         TestUi ui;
         makeDataFile(invoiceRow(""));
@@ -578,7 +496,5 @@ private slots:
     }
 };
 
-VELK_TEST(SetupTest)
 VELK_TEST(OptionsTest)
-VELK_TEST(InvoiceSetTest)
 #include "tst_options.moc"
