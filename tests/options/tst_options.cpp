@@ -356,7 +356,7 @@ private slots:
                 click(d, command);
                 QVERIFY2(!refused || (d.isVisible() && shown(d, "Frame1(2)") && !shown(d, "Frame1(6)") &&
                                       tabs->currentIndex() == 6 && QApplication::focusWidget() == box(d, start)),
-                         typed);
+                         qPrintable(QString(command) + ' ' + start));
                 click(d, "cmdCancel");
             });
             VERIFY_UI(ui);
