@@ -1,7 +1,13 @@
-#include "OptionsTests.h"
+// Document numbers: the number a new record is offered, the next number after a save,
+// and the check for a number in use.
+
+#include "TestUi.h"
 
 #include "options/Numbering.h"
 #include "shell/Globals.h"
+#include "shell/frmMain.h"
+
+using namespace platform;
 
 namespace
 {
@@ -26,12 +32,13 @@ SeriesFields fields(Series s)
     return {"Parts", "ID", "PartStart", &settings.PartPrefix, &settings.PartStart, &settings.freeformPart};
 }
 
-// A data file whose settings row and record hold the series as given, and the numbers
-// already taken.
+// A data file whose settings row and record hold the series as given, and the numbers taken.
 void prepare(Series s, const QString& prefix, const QString& next, bool freeForm, const QStringList& taken)
 {
     const SeriesFields f = fields(s);
-    makeDataFile({{f.nextColumn, next}});
+    frmMain w;
+    w.MDIForm_Load();
+    addSettingsRow({{f.nextColumn, next}});
     *f.prefix = prefix;
     *f.next = next;
     *f.freeForm = freeForm ? 1 : 0;
@@ -41,125 +48,82 @@ void prepare(Series s, const QString& prefix, const QString& next, bool freeForm
 
 } // namespace
 
-Q_DECLARE_METATYPE(Series)
-
 class NumberingTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void proposal_data()
-    {
-        QTest::addColumn<Series>("series");
-        QTest::addColumn<QString>("prefix");
-        QTest::addColumn<QString>("next");
-        QTest::addColumn<bool>("freeForm");
-        QTest::addColumn<QStringList>("taken");
-        QTest::addColumn<QString>("number");
-
-        auto row = [](const char* name, Series s, const char* prefix, const char* next, bool freeForm,
-                      const QStringList& taken, const char* number) {
-            QTest::newRow(name) << s << QString(prefix) << QString(next) << freeForm << taken << QString(number);
-        };
-        row("invoice: no look-up", Series::Invoice, "INV", "100001", false, {"INV100001"}, "INV100001");
-        row("invoice: parts trimmed", Series::Invoice, " INV ", "0042 ", false, {}, "INV0042");
-        row("invoice: free form", Series::Invoice, "INV", "100001", true, {}, "");
-        row("customer: taken skipped", Series::Customer, "CUS", "100001", false,
-            {"CUS100001", "CUS100002", "CUS100004"}, "CUS100003");
-        row("customer: upper-cased", Series::Customer, "cus", "100001", false, {"CUS100001"}, "cus100002");
-        row("customer: width kept", Series::Customer, "C", "0099", false, {"C0099"}, "C0100");
-        row("customer: blank prefix", Series::Customer, "", "1000", false, {"1000"}, "1001");
-        row("customer: free form", Series::Customer, "CUS", "100001", true, {"CUS100001"}, "");
-        row("item: exact match skipped", Series::Item, "PRT", "100001", false, {"PRT100001"}, "PRT100002");
-        row("item: other case not skipped", Series::Item, "PRT", "100001", false, {"prt100001"}, "PRT100001");
-        row("item: free form", Series::Item, "PRT", "100001", true, {}, "");
-    }
+    // Invoices take prefix and next number as they are; customers and items skip taken ones.
     void proposal()
     {
-        QFETCH(Series, series);
-        QFETCH(QString, prefix);
-        QFETCH(QString, next);
-        QFETCH(bool, freeForm);
-        QFETCH(QStringList, taken);
-        QFETCH(QString, number);
-        TestUi ui;
-        prepare(series, prefix, next, freeForm, taken);
-        const Proposal p = Propose_number(series);
-        QCOMPARE(p.number, number);
-        QCOMPARE(p.enabled, freeForm);
-        QCOMPARE(*fields(series).next, next); // proposing never moves the series
-        VERIFY_UI(ui);
+        const std::tuple<const char*, Series, QString, QString, bool, QStringList, QString> rows[] = {
+            // prefix, next number, free form, numbers taken, the proposal ("(open)": an empty box open for typing)
+            {"invoice: no look-up", Series::Invoice, "INV", "100001", false, {"INV100001"}, "INV100001"},
+            {"invoice: parts trimmed", Series::Invoice, " INV ", "0042 ", false, {}, "INV0042"},
+            {"invoice: free form", Series::Invoice, "INV", "100001", true, {}, "(open)"},
+            {"customer: skipped", Series::Customer, "CUS", "1001", false, {"CUS1001", "CUS1002", "CUS1004"}, "CUS1003"},
+            {"customer: upper-cased", Series::Customer, "cus", "100001", false, {"CUS100001"}, "cus100002"},
+            {"customer: width kept", Series::Customer, "C", "0099", false, {"C0099"}, "C0100"},
+            {"customer: blank prefix", Series::Customer, "", "1000", false, {"1000"}, "1001"},
+            {"customer: free form", Series::Customer, "CUS", "100001", true, {"CUS100001"}, "(open)"},
+            {"item: exact match skipped", Series::Item, "PRT", "100001", false, {"PRT100001"}, "PRT100002"},
+            {"item: other case not skipped", Series::Item, "PRT", "100001", false, {"prt100001"}, "PRT100001"},
+            {"item: free form", Series::Item, "PRT", "100001", true, {}, "(open)"}};
+        for (const auto& [name, s, prefix, next, freeForm, taken, number] : rows) {
+            TestUi ui;
+            prepare(s, prefix, next, freeForm, taken);
+            const Proposal p = Propose_number(s);
+            // Proposing never moves the series.
+            QCOMPARE(QString(name) + ": " + (p.enabled ? "(open)" : "") + p.number + " next " + *fields(s).next,
+                     QString(name) + ": " + number + " next " + next);
+            VERIFY_UI(ui);
+        }
     }
 
-    void advance_data()
-    {
-        QTest::addColumn<Series>("series");
-        QTest::addColumn<QString>("next");
-        QTest::addColumn<QString>("saved");
-        QTest::addColumn<QString>("advanced");
-
-        auto row = [](const char* name, Series s, const char* next, const char* saved, const char* advanced) {
-            QTest::newRow(name) << s << QString(next) << QString(saved) << QString(advanced);
-        };
-        row("invoice", Series::Invoice, "100001", "INV100001", "100002");
-        row("wraps at the width", Series::Invoice, "9999", "INV9999", "0000");
-        row("leading zeros kept", Series::Invoice, "0042", "INV0042", "0043");
-        row("short number edited by hand", Series::Invoice, "99", "INV99", "00");
-        row("prefix digits cut off", Series::Customer, "100001", "A1100001", "100002");
-        row("past a skipped proposal", Series::Customer, "100001", "CUS100003", "100004");
-        row("blank prefix", Series::Item, "1000", "1000", "1001");
-        row("wider saved number", Series::Item, "0001", "PRT123456", "3457");
-    }
+    // The digits of the saved number plus one, at the width of the current next number.
     void advance()
     {
-        QFETCH(Series, series);
-        QFETCH(QString, next);
-        QFETCH(QString, saved);
-        QFETCH(QString, advanced);
-        TestUi ui;
-        prepare(series, "X", next, false, {});
-        Advance_number(series, saved);
-        const SeriesFields f = fields(series);
-        QCOMPARE(firstRowValue("System", f.nextColumn).toText(), advanced);
-        QCOMPARE(*f.next, advanced);
-        VERIFY_UI(ui);
+        const std::tuple<const char*, Series, QString, QString, QString> rows[] = {
+            // next number, number saved, next number after
+            {"invoice", Series::Invoice, "100001", "INV100001", "100002"},
+            {"wraps at the width", Series::Invoice, "9999", "INV9999", "0000"},
+            {"leading zeros kept", Series::Invoice, "0042", "INV0042", "0043"},
+            {"short number edited by hand", Series::Invoice, "99", "INV99", "00"},
+            {"prefix digits cut off", Series::Customer, "100001", "A1100001", "100002"},
+            {"past a skipped proposal", Series::Customer, "100001", "CUS100003", "100004"},
+            {"blank prefix", Series::Item, "1000", "1000", "1001"},
+            {"wider saved number", Series::Item, "0001", "PRT123456", "3457"}};
+        for (const auto& [name, s, next, saved, advanced] : rows) {
+            TestUi ui;
+            prepare(s, "X", next, false, {});
+            Advance_number(s, saved);
+            const SeriesFields f = fields(s);
+            QCOMPARE(QString(name) + ": " + columnValues("System", f.nextColumn).join(',') + '/' + *f.next,
+                     QString(name) + ": " + advanced + '/' + advanced);
+            VERIFY_UI(ui);
+        }
     }
 
-    void inUse_data()
-    {
-        QTest::addColumn<Series>("series");
-        QTest::addColumn<QString>("taken");
-        QTest::addColumn<QString>("number");
-        QTest::addColumn<QString>("box");
-
-        auto row = [](const char* name, Series s, const char* taken, const char* number, const char* what) {
-            const QString box = QStringLiteral("%1 Number Already In Use: This %1 number has already been used. "
-                                               "Please try again!");
-            QTest::newRow(name) << s << QString(taken) << QString(number) << (*what ? box.arg(what) : QString());
-        };
-        row("invoice, other case", Series::Invoice, "INV100001", "inv100001", "Invoice");
-        row("customer", Series::Customer, "CUS100001", "CUS100001", "Customer");
-        row("item", Series::Item, "prt7", "PRT7", "Item\\Part");
-        row("free: the next key differs", Series::Customer, "CUS100002", "CUS100001", "");
-        row("free: a longer key follows", Series::Item, "PRT10", "PRT1", "");
-    }
+    // Compared upper-cased; a taken number is told with the series' own box.
     void inUse()
     {
-        QFETCH(Series, series);
-        QFETCH(QString, taken);
-        QFETCH(QString, number);
-        QFETCH(QString, box);
-        TestUi ui;
-        prepare(series, "", "1000", false, {taken});
-        if (!box.isEmpty())
-            ui.expectBox(box.section(": ", 0, 0), box.section(": ", 1), platform::vbOK, platform::vbExclamation);
-        QCOMPARE(Number_in_use(series, number), !box.isEmpty());
-        VERIFY_UI(ui);
+        const std::tuple<const char*, Series, QString, QString, QString> rows[] = {
+            // number taken, number asked, the series in the box (none: free)
+            {"invoice, other case", Series::Invoice, "INV100001", "inv100001", "Invoice"},
+            {"customer", Series::Customer, "CUS100001", "CUS100001", "Customer"},
+            {"item", Series::Item, "prt7", "PRT7", "Item\\Part"},
+            {"free: the next key differs", Series::Customer, "CUS100002", "CUS100001", ""},
+            {"free: a longer key follows", Series::Item, "PRT10", "PRT1", ""}};
+        for (const auto& [name, s, taken, number, what] : rows) {
+            TestUi ui;
+            prepare(s, "", "1000", false, {taken});
+            if (!what.isEmpty())
+                ui.expectBox(what + " Number Already In Use",
+                             "This " + what + " number has already been used. Please try again!", vbOK, vbExclamation);
+            QVERIFY2(Number_in_use(s, number) == !what.isEmpty(), name);
+            VERIFY_UI(ui);
+        }
     }
 };
 
-QObject* newNumberingTest()
-{
-    return new NumberingTest;
-}
-
+VELK_TEST(NumberingTest)
 #include "tst_numbering.moc"
