@@ -52,29 +52,6 @@ class ItemsTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void newNumberedItem()
-    {
-        TestUi ui;
-        auto main = startProgram(ui, {{"PartPrefix", "PRT"}, {"PartStart", "100001"}});
-        addRow("Parts", {{"ID", "PRT100001"}, {"ShortDesc", "s"}, {"Desc", "l"}, {"Price", 1.0}});
-        frm_Parts list;
-        ui.onModal("frm_AddPart", [&](QDialog& w) {
-            [&] { QCOMPARE(child<QLineEdit>(w, "Part_lbl")->text(), "PRT100002"); }();
-            QTest::keyClicks(child<QLineEdit>(w, "Short_txt"), "Widget");
-            QTest::keyClicks(child<MemoBox>(w, "long_txt"), QString(125, 'w')); // five too many
-            [&] { QCOMPARE(child<QLabel>(w, "count_lbl")->text(), "0"); }();
-            QTest::keyClicks(child<QLineEdit>(w, "Price_txt"), "12.5");
-            child<QCheckBox>(w, "tax_chk")->setChecked(true);
-            ui.expectBox("Continue?", Continue, vbYes, vbYesNo + vbQuestion);
-            child<QPushButton>(w, "Update_cmd")->click();
-            return w.result();
-        });
-        trigger(list, 2);
-        QCOMPARE(rows(list).last(), "PRT100002|Widget|" + QString(120, 'w') + "|        12.50|Yes");
-        QCOMPARE(columnValues("System", "PartStart"), QStringList{"100003"});
-        VERIFY_UI(ui);
-    }
-
     void freeFormItemsAndPrices()
     {
         TestUi ui;
@@ -132,10 +109,10 @@ private slots:
         VERIFY_UI(ui);
     }
 
-    void listEditAndDelete()
+    void listAddEditAndDelete()
     {
         TestUi ui;
-        auto main = startProgram(ui, {{"ConfirmAll", 1}});
+        auto main = startProgram(ui, {{"ConfirmAll", 1}, {"PartPrefix", "PRT"}, {"PartStart", "100001"}});
         addRow("Parts", {{"ID", "A"}, {"ShortDesc", "sA"}, {"Desc", "lA"}, {"Price", 100.0}, {"Taxable", 2}});
         addRow("Parts", {{"ID", "B"}, {"ShortDesc", "sB"}, {"Desc", "lB"}, {"Price", 6.0}, {"Taxable", 1}});
         addRow("Parts", {{"ID", "C"}, {"Desc", "no price"}, {"Price", Value()}});
@@ -144,6 +121,19 @@ private slots:
         auto* lst = child<QTreeWidget>(list, "Parts_lst");
         QCOMPARE(rows(list), (QStringList{"A|sA|lA|       100.00|No", "B|sB|lB|         6.00|Yes",
                                           "C||no price|             |No"}));
+        // A new item: numbered, its long text cut to 120 characters, and added at the end.
+        ui.onModal("frm_AddPart", [&](QDialog& w) {
+            [&] { QCOMPARE(child<QLineEdit>(w, "Part_lbl")->text(), "PRT100001"); }();
+            QTest::keyClicks(child<QLineEdit>(w, "Short_txt"), "Widget");
+            QTest::keyClicks(child<MemoBox>(w, "long_txt"), QString(125, 'w'));
+            [&] { QCOMPARE(child<QLabel>(w, "count_lbl")->text(), "0"); }();
+            QTest::keyClicks(child<QLineEdit>(w, "Price_txt"), "12.5");
+            child<QPushButton>(w, "Update_cmd")->click();
+            return w.result();
+        });
+        trigger(list, 2);
+        QCOMPARE(rows(list).last(), "PRT100001|Widget|" + QString(120, 'w') + "|        12.50|No");
+        QCOMPARE(columnValues("System", "PartStart"), QStringList{"100002"});
         lst->setCurrentItem(lst->topLevelItem(1));
         // Update writes, Exit drops what was typed.
         for (const char* button : {"Update_cmd", "Exit_cmd"}) {
@@ -157,14 +147,14 @@ private slots:
             trigger(list, 6);
         }
         QCOMPARE(rows(list)[1], "B|Update_cmd|lB|         6.00|No");
-        QCOMPARE(columnValues("Parts", "ShortDesc"), (QStringList{"sA", "Update_cmd", ""}));
+        QCOMPARE(columnValues("Parts", "ShortDesc"), (QStringList{"sA", "Update_cmd", "", "Widget"}));
         // An item named by invoice lines can still be deleted; No keeps it.
         ui.expectBox("Confirm", "Are you sure you want to delete this item", vbNo);
         trigger(list, 4);
         ui.expectBox("Confirm", "Are you sure you want to delete this item", vbYes, vbYesNo + vbQuestion);
         trigger(list, 4);
-        QCOMPARE(columnValues("Parts", "ID"), (QStringList{"A", "C"}));
-        QCOMPARE(rows(list).size(), 2);
+        QCOMPARE(columnValues("Parts", "ID"), (QStringList{"A", "C", "PRT100001"}));
+        QCOMPARE(rows(list).size(), 3);
         QCOMPARE(columnValues("InvoiceD", "PartID"), QStringList{"B"});
         // A Null long description is a failure of the list.
         addRow("Parts", {{"ID", "D"}});
