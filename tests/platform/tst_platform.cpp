@@ -62,110 +62,106 @@ class PlatformTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void programFolder();
-    void shippedFile();
-    void toolbarIcons();
-    void keyPressCodes();
-    void numberFilter();
+    void programFolder()
+    {
+        enum Xdg { Unset, Relative, Set };
+        enum Where { Exe, XdgData, HomeData };
+        const struct {
+            int layout, xdg, expected;
+        } rows[] = {{BuildTree, Set, Exe},          {ReadOnly, Set, XdgData},  {ReadOnly, Unset, HomeData},
+                    {ReadOnly, Relative, HomeData}, {Installed, Set, XdgData}, {Installed, Unset, HomeData}};
+        for (const auto& row : rows) {
+            Machine m(row.layout);
+            const QString xdgDir = m.root.filePath(QStringLiteral("data"));
+            qputenv("HOME", QFile::encodeName(m.home));
+            if (row.xdg == Unset)
+                qunsetenv("XDG_DATA_HOME");
+            else
+                qputenv("XDG_DATA_HOME", row.xdg == Set ? QFile::encodeName(xdgDir) : "data");
+            const QString want = row.expected == Exe       ? m.exeDir
+                                 : row.expected == XdgData ? xdgDir + QStringLiteral("/velk-invoice")
+                                                           : m.home + QStringLiteral("/.local/share/velk-invoice");
+            const QByteArray name = QByteArray::number(row.layout) + '/' + QByteArray::number(row.xdg);
+            QVERIFY2(programDirFor(m.exeDir + '/') == want && QFileInfo(want).isDir(), name);
+            // A build tree leaves the user's folders alone; the next start finds the folder it made.
+            QVERIFY2(row.expected != Exe || !QFileInfo::exists(xdgDir), name);
+            Machine::touch(want + QStringLiteral("/data.mdb"));
+            QVERIFY2(programDirFor(m.exeDir) == want && QFileInfo::exists(want + QStringLiteral("/data.mdb")), name);
+        }
+    }
+
+    void shippedFile()
+    {
+        // An installed copy prefers its share folder; anything else the executable's folder.
+        const struct {
+            int layout;
+            bool beside, shared, expectShared;
+        } rows[] = {{BuildTree, true, false, false}, {Installed, false, true, true},  {Installed, true, true, true},
+                    {Installed, true, false, false}, {Installed, false, false, true}, {BuildTree, false, false, false}};
+        for (const auto& row : rows) {
+            Machine m(row.layout);
+            if (row.beside)
+                Machine::touch(m.exeDir + QStringLiteral("/customers.htm"));
+            if (row.shared)
+                Machine::touch(m.shareDir + QStringLiteral("/customers.htm"));
+            QCOMPARE(shippedFileFor(m.exeDir, QStringLiteral("customers.htm")),
+                     (row.expectShared ? m.shareDir : m.exeDir) + QStringLiteral("/customers.htm"));
+        }
+    }
+
+    // With no desktop theme, the toolbars show the pictures shipped in the program.
+    void toolbarIcons()
+    {
+        QIcon::setThemeSearchPaths({});
+        QIcon::setThemeName(QString());
+        frmMain main;
+        const char* mainIcons[] = {"x-office-address-book", "x-office-spreadsheet", "document-new",
+                                   "x-office-document",     "appointment-soon",     "package-x-generic",
+                                   "help-contents",         "application-exit"};
+        for (int i = 0; i < 8; ++i)
+            QVERIFY2(
+                shows(main.findChild<QAction*>(QStringLiteral("Toolbar1(%1)").arg(2 * i + 1))->icon(), mainIcons[i]),
+                mainIcons[i]);
+        // The list windows name their buttons by the style's pixmaps.
+        for (const auto& [pixmap, name] : {std::pair{QStyle::SP_FileIcon, "document-new"},
+                                           {QStyle::SP_TrashIcon, "edit-delete"},
+                                           {QStyle::SP_FileDialogContentsView, "document-properties"},
+                                           {QStyle::SP_DialogHelpButton, "help-contents"}})
+            QVERIFY2(shows(standardIcon(pixmap), name), name);
+        QVERIFY(!picture(standardIcon(QStyle::SP_ArrowUp)).isNull());
+        QVERIFY(shows(themeIcon("edit-find"), "edit-find"));
+    }
+
+    void keyPressCodes()
+    {
+        auto ascii = [](int key, int modifiers, const char* text) {
+            return keyAscii(QKeyEvent(QEvent::KeyPress, key, Qt::KeyboardModifiers(modifiers), text));
+        };
+        // Keys that type a character raise a key press with its code, Ctrl with a letter too.
+        QCOMPARE((QList<int>{ascii(Qt::Key_A, 0, "a"), ascii(Qt::Key_A, Qt::ShiftModifier, "A"),
+                             ascii(Qt::Key_Backspace, 0, "\b"), ascii(Qt::Key_Return, 0, "\r"),
+                             ascii(Qt::Key_Enter, Qt::KeypadModifier, "\r"), ascii(Qt::Key_Escape, 0, "\x1b"),
+                             ascii(Qt::Key_V, Qt::ControlModifier, "\x16")}),
+                 (QList<int>{'a', 'A', 8, 13, 13, 27, 22}));
+        // Tab, the arrows, Delete, Alt with a letter and the function keys raise none.
+        QCOMPARE((QList<int>{ascii(Qt::Key_Tab, 0, "\t"), ascii(Qt::Key_Backtab, Qt::ShiftModifier, ""),
+                             ascii(Qt::Key_E, Qt::AltModifier, "e"), ascii(Qt::Key_Left, 0, ""),
+                             ascii(Qt::Key_Delete, 0, "\x7f"), ascii(Qt::Key_F2, 0, "")}),
+                 QList<int>(6, 0));
+    }
+
+    void numberFilter()
+    {
+        QCOMPARE(numberKey('5', "12", false), int('5'));
+        QCOMPARE(numberKey('a', "12", true), 0);
+        QCOMPARE(numberKey('-', "", true), 0);
+        QCOMPARE(numberKey('.', "12", true), int('.'));
+        QCOMPARE(numberKey('.', "1.2", true), 0);
+        QCOMPARE(numberKey('.', "12", false), 0);
+        QCOMPARE(numberKey(8, "12", false), 8);   // Backspace
+        QCOMPARE(numberKey(22, "12", false), 22); // Ctrl+V
+    }
 };
-
-void PlatformTest::programFolder()
-{
-    enum Xdg { Unset, Relative, Set };
-    enum Where { Exe, XdgData, HomeData };
-    const struct {
-        int layout, xdg, expected;
-    } rows[] = {{BuildTree, Set, Exe},          {ReadOnly, Set, XdgData},  {ReadOnly, Unset, HomeData},
-                {ReadOnly, Relative, HomeData}, {Installed, Set, XdgData}, {Installed, Unset, HomeData}};
-    for (const auto& row : rows) {
-        Machine m(row.layout);
-        const QString xdgDir = m.root.filePath(QStringLiteral("data"));
-        qputenv("HOME", QFile::encodeName(m.home));
-        if (row.xdg == Unset)
-            qunsetenv("XDG_DATA_HOME");
-        else
-            qputenv("XDG_DATA_HOME", row.xdg == Set ? QFile::encodeName(xdgDir) : "data");
-        const QString want = row.expected == Exe       ? m.exeDir
-                             : row.expected == XdgData ? xdgDir + QStringLiteral("/velk-invoice")
-                                                       : m.home + QStringLiteral("/.local/share/velk-invoice");
-        const QByteArray name = QByteArray::number(row.layout) + '/' + QByteArray::number(row.xdg);
-        QVERIFY2(programDirFor(m.exeDir + '/') == want && QFileInfo(want).isDir(), name);
-        // A build tree leaves the user's folders alone; the next start finds the folder it made.
-        QVERIFY2(row.expected != Exe || !QFileInfo::exists(xdgDir), name);
-        Machine::touch(want + QStringLiteral("/data.mdb"));
-        QVERIFY2(programDirFor(m.exeDir) == want && QFileInfo::exists(want + QStringLiteral("/data.mdb")), name);
-    }
-}
-
-void PlatformTest::shippedFile()
-{
-    // An installed copy prefers its share folder; anything else the executable's folder.
-    const struct {
-        int layout;
-        bool beside, shared, expectShared;
-    } rows[] = {{BuildTree, true, false, false}, {Installed, false, true, true},  {Installed, true, true, true},
-                {Installed, true, false, false}, {Installed, false, false, true}, {BuildTree, false, false, false}};
-    for (const auto& row : rows) {
-        Machine m(row.layout);
-        if (row.beside)
-            Machine::touch(m.exeDir + QStringLiteral("/customers.htm"));
-        if (row.shared)
-            Machine::touch(m.shareDir + QStringLiteral("/customers.htm"));
-        QCOMPARE(shippedFileFor(m.exeDir, QStringLiteral("customers.htm")),
-                 (row.expectShared ? m.shareDir : m.exeDir) + QStringLiteral("/customers.htm"));
-    }
-}
-
-// With no desktop theme, the toolbars show the pictures shipped in the program.
-void PlatformTest::toolbarIcons()
-{
-    QIcon::setThemeSearchPaths({});
-    QIcon::setThemeName(QString());
-    frmMain main;
-    const char* mainIcons[] = {"x-office-address-book", "x-office-spreadsheet", "document-new",  "x-office-document",
-                               "appointment-soon",      "package-x-generic",    "help-contents", "application-exit"};
-    for (int i = 0; i < 8; ++i)
-        QVERIFY2(shows(main.findChild<QAction*>(QStringLiteral("Toolbar1(%1)").arg(2 * i + 1))->icon(), mainIcons[i]),
-                 mainIcons[i]);
-    // The list windows name their buttons by the style's pixmaps.
-    for (const auto& [pixmap, name] : {std::pair{QStyle::SP_FileIcon, "document-new"},
-                                       {QStyle::SP_TrashIcon, "edit-delete"},
-                                       {QStyle::SP_FileDialogContentsView, "document-properties"},
-                                       {QStyle::SP_DialogHelpButton, "help-contents"}})
-        QVERIFY2(shows(standardIcon(pixmap), name), name);
-    QVERIFY(!picture(standardIcon(QStyle::SP_ArrowUp)).isNull());
-    QVERIFY(shows(themeIcon("edit-find"), "edit-find"));
-}
-
-void PlatformTest::keyPressCodes()
-{
-    auto ascii = [](int key, int modifiers, const char* text) {
-        return keyAscii(QKeyEvent(QEvent::KeyPress, key, Qt::KeyboardModifiers(modifiers), text));
-    };
-    // Keys that type a character raise a key press with its code, Ctrl with a letter too.
-    QCOMPARE((QList<int>{ascii(Qt::Key_A, 0, "a"), ascii(Qt::Key_A, Qt::ShiftModifier, "A"),
-                         ascii(Qt::Key_Backspace, 0, "\b"), ascii(Qt::Key_Return, 0, "\r"),
-                         ascii(Qt::Key_Enter, Qt::KeypadModifier, "\r"), ascii(Qt::Key_Escape, 0, "\x1b"),
-                         ascii(Qt::Key_V, Qt::ControlModifier, "\x16")}),
-             (QList<int>{'a', 'A', 8, 13, 13, 27, 22}));
-    // Tab, the arrows, Delete, Alt with a letter and the function keys raise none.
-    QCOMPARE((QList<int>{ascii(Qt::Key_Tab, 0, "\t"), ascii(Qt::Key_Backtab, Qt::ShiftModifier, ""),
-                         ascii(Qt::Key_E, Qt::AltModifier, "e"), ascii(Qt::Key_Left, 0, ""),
-                         ascii(Qt::Key_Delete, 0, "\x7f"), ascii(Qt::Key_F2, 0, "")}),
-             QList<int>(6, 0));
-}
-
-void PlatformTest::numberFilter()
-{
-    QCOMPARE(numberKey('5', "12", false), int('5'));
-    QCOMPARE(numberKey('a', "12", true), 0);
-    QCOMPARE(numberKey('-', "", true), 0);
-    QCOMPARE(numberKey('.', "12", true), int('.'));
-    QCOMPARE(numberKey('.', "1.2", true), 0);
-    QCOMPARE(numberKey('.', "12", false), 0);
-    QCOMPARE(numberKey(8, "12", false), 8);   // Backspace
-    QCOMPARE(numberKey(22, "12", false), 22); // Ctrl+V
-}
 
 VELK_TEST(PlatformTest)
 #include "tst_platform.moc"

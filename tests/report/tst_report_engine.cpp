@@ -91,136 +91,130 @@ class ReportEngineTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void rowsTotalsAndPages();
-    void runTimeChanges();
-    void groupLevels();
-    void paperAndOrientation();
-    void pdfThatCannotBeWritten();
-};
-
-void ReportEngineTest::rowsTotalsAndPages()
-{
-    TestUi ui;
-    auto main = startProgram(ui, {});
-    addInvoices(120, [](int i) { return i == 2 ? Value() : Value(i == 4 ? -5.0 : 1.25); });
-    auto r = invoiceList();
-    r->setDataSource(open("SHAPE {SELECT * FROM invoices} as details"));
-    // A4 less the margins holds the header, then rows of 300 under a heading of 300.
-    const int perPage = (16838 - 1440 - 300) / 300;
-    const int firstPage = (16838 - 1440 - 400 - 300) / 300;
-    const int pages = 1 + (120 - firstPage + perPage - 1) / perPage;
-    QCOMPARE(int(Layout(*r, platform::vbPRPSA4).pages().size()), pages);
-    Show(*r);
-    QCOMPARE(ui.reports.size(), 1);
-    QCOMPARE(ui.reports[0].pages, pages);
-    QCOMPARE(pdfInfo(ui.reports[0].pdf).pages, pages);
-    const QString pdf = pdfText(ui.reports[0].pdf);
-    QCOMPARE(pdf.count("Number"), pages);
-    QCOMPARE(pdf.count("Invoice List"), 1);
-    QVERIFY2(pdf.contains(QRegularExpression("INV0001\\s+01/02/2026\\s+1.25")), qPrintable(pdf));
-    QVERIFY(pdf.contains(QRegularExpression("INV0002\\s+01/03/2026\\s*\\n"))); // a Null prints blank
-    QVERIFY(pdf.contains(QRegularExpression("INV0004\\s+01/05/2026\\s+\\(5.00\\)")));
-    // The Null neither adds to the sum nor counts.
-    QVERIFY(pdf.contains(QRegularExpression("\\n\\s*119\\s+142.50")));
-    QCOMPARE(formatValue(Value(QDate(2026, 3, 4)), "dd/MM/yyyy"), "04/03/2026");
-    QCOMPARE(formatValue(Value(Currency::fromTicks(10050)), "0.00"), "1.01");
-    VERIFY_UI(ui);
-}
-
-void ReportEngineTest::runTimeChanges()
-{
-    TestUi ui;
-    auto main = startProgram(ui, {});
-    addInvoices(3, [](int) { return Value(1.0); });
-    auto r = invoiceList();
-    r->control("SECTION4", "date_LBL").setCaption("01/01/2026 to 31/12/2026");
-    r->control("Section2", "Head2").setVisible(false);
-    r->topMargin = 2000;
-    r->section("Section4").height = 900;
-    r->section("Section1").newPageAfter = true;
-    r->setDataSource(open("SHAPE {SELECT * FROM invoices} as details"));
-    Show(*r);
-    const QString pdf = pdfText(ui.reports[0].pdf);
-    QVERIFY(pdf.contains("01/01/2026 to 31/12/2026"));
-    QVERIFY(!pdf.contains("designed date"));
-    QVERIFY(!pdf.contains("Dated"));
-    QCOMPARE(pdf.count("Owing"), 3);
-    QCOMPARE(ui.reports[0].pages, 3);
-    QCOMPARE(pdfInfo(ui.reports[0].pdf).pages, 3);
-    int number = 0;
-    try {
-        r->control("Section2", "Nothing");
-    } catch (const VbError& e) {
-        number = e.number();
-    }
-    QCOMPARE(number, int(err::ItemNotFound));
-    VERIFY_UI(ui);
-}
-
-void ReportEngineTest::groupLevels()
-{
-    TestUi ui;
-    auto main = startProgram(ui, {});
-    addInvoices(2, [](int) { return Value(0.0); });
-    for (const auto& [no, total] : {std::pair{"INV0001", 2.5}, {"INV0001", 4.0}, {"INV0002", 7.0}})
-        addRow("InvoiceD", {{"InvNo", QLatin1String(no)}, {"Total", total}, {"Description", "line"}});
-    auto r = invoiceList();
-    r->sections.insert(r->sections.begin() + 2,
-                       section("Group", SectionKind::GroupHeader, {control(Field, "Group_txt", 0, "InvNo")}));
-    r->section("Section1").controls = {control(Field, "Desc_txt", 500, "Description"),
-                                       control(Field, "Total_txt", 4000, "Total", "0.00")};
-    r->sections.insert(r->sections.begin() + 4,
-                       section("section6", SectionKind::GroupFooter, {sum("GroupSum", "Total", 4000)}));
-    r->section("Section5").controls = {sum("AllSum", "Total", 4000)};
-    r->setDataSource(open("SHAPE {SELECT * FROM invoices} as main APPEND ({SELECT * FROM invoiceD} as "
-                          "Details RELATE 'invno' TO 'invno')"));
-    Show(*r);
-    const QString pdf = pdfText(ui.reports[0].pdf);
-    QVERIFY2(pdf.contains(QRegularExpression(
-                 "INV0001\\s+line\\s+2.50\\s+line\\s+4.00\\s+6.50\\s+INV0002\\s+line\\s+7.00\\s+7.00\\s+13.50")),
-             qPrintable(pdf));
-    VERIFY_UI(ui);
-}
-
-void ReportEngineTest::paperAndOrientation()
-{
-    TestUi ui;
-    auto main = startProgram(ui, {});
-    // A design wider than 11000 turns the page; another form takes the locale's paper.
-    const struct {
-        int paper, width;
-        QSize points;
-    } rows[] = {{1, 9000, {612, 792}},
-                {9, 9000, {595, 842}},
-                {256, 9000, {595, 842}},
-                {1, 13500, {792, 612}},
-                {9, 13500, {842, 595}}};
-    for (const auto& row : rows) {
-        ui.paper = row.paper;
-        auto r = invoiceList(row.width);
+    void rowsTotalsAndPages()
+    {
+        TestUi ui;
+        auto main = startProgram(ui, {});
+        addInvoices(120, [](int i) { return i == 2 ? Value() : Value(i == 4 ? -5.0 : 1.25); });
+        auto r = invoiceList();
+        r->setDataSource(open("SHAPE {SELECT * FROM invoices} as details"));
+        // A4 less the margins holds the header, then rows of 300 under a heading of 300.
+        const int perPage = (16838 - 1440 - 300) / 300;
+        const int firstPage = (16838 - 1440 - 400 - 300) / 300;
+        const int pages = 1 + (120 - firstPage + perPage - 1) / perPage;
+        QCOMPARE(int(Layout(*r, platform::vbPRPSA4).pages().size()), pages);
         Show(*r);
-        const QString name = QStringLiteral("paper %1, width %2").arg(row.paper).arg(row.width);
-        QVERIFY2(pdfInfo(ui.reports.last().pdf).pageSize.toSize() == row.points, qPrintable(name));
-        QVERIFY2(ui.reports.last().landscape == (row.width > 11000), qPrintable(name));
+        QCOMPARE(ui.reports.size(), 1);
+        QCOMPARE(ui.reports[0].pages, pages);
+        QCOMPARE(pdfInfo(ui.reports[0].pdf).pages, pages);
+        const QString pdf = pdfText(ui.reports[0].pdf);
+        QCOMPARE(pdf.count("Number"), pages);
+        QCOMPARE(pdf.count("Invoice List"), 1);
+        QVERIFY2(pdf.contains(QRegularExpression("INV0001\\s+01/02/2026\\s+1.25")), qPrintable(pdf));
+        QVERIFY(pdf.contains(QRegularExpression("INV0002\\s+01/03/2026\\s*\\n"))); // a Null prints blank
+        QVERIFY(pdf.contains(QRegularExpression("INV0004\\s+01/05/2026\\s+\\(5.00\\)")));
+        // The Null neither adds to the sum nor counts.
+        QVERIFY(pdf.contains(QRegularExpression("\\n\\s*119\\s+142.50")));
+        QCOMPARE(formatValue(Value(QDate(2026, 3, 4)), "dd/MM/yyyy"), "04/03/2026");
+        QCOMPARE(formatValue(Value(Currency::fromTicks(10050)), "0.00"), "1.01");
+        VERIFY_UI(ui);
     }
-    VERIFY_UI(ui);
-}
 
-// A folder that is not there, or a folder where the file should be: told, and nothing left.
-void ReportEngineTest::pdfThatCannotBeWritten()
-{
-    TestUi ui;
-    auto main = startProgram(ui, {});
-    auto r = invoiceList();
-    const Layout layout(*r, platform::vbPRPSA4);
-    QVERIFY(!layout.writePdf(ui.file("gone/list.pdf")));
-    QVERIFY(QDir(ui.dir()).mkdir("list.pdf"));
-    QVERIFY(!layout.writePdf(ui.file("list.pdf")));
-    QVERIFY(layout.writePdf(ui.file("other.pdf")));
-    QVERIFY(fileBytes(ui.file("other.pdf")).startsWith("%PDF"));
-    QCOMPARE(QDir(ui.dir()).entryList(QStringList{"*.pdf*"}, QDir::Files), QStringList{"other.pdf"});
-    VERIFY_UI(ui);
-}
+    void runTimeChanges()
+    {
+        TestUi ui;
+        auto main = startProgram(ui, {});
+        addInvoices(3, [](int) { return Value(1.0); });
+        auto r = invoiceList();
+        r->control("SECTION4", "date_LBL").setCaption("01/01/2026 to 31/12/2026");
+        r->control("Section2", "Head2").setVisible(false);
+        r->topMargin = 2000;
+        r->section("Section4").height = 900;
+        r->section("Section1").newPageAfter = true;
+        r->setDataSource(open("SHAPE {SELECT * FROM invoices} as details"));
+        Show(*r);
+        const QString pdf = pdfText(ui.reports[0].pdf);
+        QVERIFY(pdf.contains("01/01/2026 to 31/12/2026"));
+        QVERIFY(!pdf.contains("designed date"));
+        QVERIFY(!pdf.contains("Dated"));
+        QCOMPARE(pdf.count("Owing"), 3);
+        QCOMPARE(ui.reports[0].pages, 3);
+        QCOMPARE(pdfInfo(ui.reports[0].pdf).pages, 3);
+        int number = 0;
+        try {
+            r->control("Section2", "Nothing");
+        } catch (const VbError& e) {
+            number = e.number();
+        }
+        QCOMPARE(number, int(err::ItemNotFound));
+        VERIFY_UI(ui);
+    }
+
+    void groupLevels()
+    {
+        TestUi ui;
+        auto main = startProgram(ui, {});
+        addInvoices(2, [](int) { return Value(0.0); });
+        for (const auto& [no, total] : {std::pair{"INV0001", 2.5}, {"INV0001", 4.0}, {"INV0002", 7.0}})
+            addRow("InvoiceD", {{"InvNo", QLatin1String(no)}, {"Total", total}, {"Description", "line"}});
+        auto r = invoiceList();
+        r->sections.insert(r->sections.begin() + 2,
+                           section("Group", SectionKind::GroupHeader, {control(Field, "Group_txt", 0, "InvNo")}));
+        r->section("Section1").controls = {control(Field, "Desc_txt", 500, "Description"),
+                                           control(Field, "Total_txt", 4000, "Total", "0.00")};
+        r->sections.insert(r->sections.begin() + 4,
+                           section("section6", SectionKind::GroupFooter, {sum("GroupSum", "Total", 4000)}));
+        r->section("Section5").controls = {sum("AllSum", "Total", 4000)};
+        r->setDataSource(open("SHAPE {SELECT * FROM invoices} as main APPEND ({SELECT * FROM invoiceD} as "
+                              "Details RELATE 'invno' TO 'invno')"));
+        Show(*r);
+        const QString pdf = pdfText(ui.reports[0].pdf);
+        QVERIFY2(pdf.contains(QRegularExpression(
+                     "INV0001\\s+line\\s+2.50\\s+line\\s+4.00\\s+6.50\\s+INV0002\\s+line\\s+7.00\\s+7.00\\s+13.50")),
+                 qPrintable(pdf));
+        VERIFY_UI(ui);
+    }
+
+    void paperAndOrientation()
+    {
+        TestUi ui;
+        auto main = startProgram(ui, {});
+        // A design wider than 11000 turns the page; another form takes the locale's paper.
+        const struct {
+            int paper, width;
+            QSize points;
+        } rows[] = {{1, 9000, {612, 792}},
+                    {9, 9000, {595, 842}},
+                    {256, 9000, {595, 842}},
+                    {1, 13500, {792, 612}},
+                    {9, 13500, {842, 595}}};
+        for (const auto& row : rows) {
+            ui.paper = row.paper;
+            auto r = invoiceList(row.width);
+            Show(*r);
+            const QString name = QStringLiteral("paper %1, width %2").arg(row.paper).arg(row.width);
+            QVERIFY2(pdfInfo(ui.reports.last().pdf).pageSize.toSize() == row.points, qPrintable(name));
+            QVERIFY2(ui.reports.last().landscape == (row.width > 11000), qPrintable(name));
+        }
+        VERIFY_UI(ui);
+    }
+
+    // A folder that is not there, or a folder where the file should be: told, and nothing left.
+    void pdfThatCannotBeWritten()
+    {
+        TestUi ui;
+        auto main = startProgram(ui, {});
+        auto r = invoiceList();
+        const Layout layout(*r, platform::vbPRPSA4);
+        QVERIFY(!layout.writePdf(ui.file("gone/list.pdf")));
+        QVERIFY(QDir(ui.dir()).mkdir("list.pdf"));
+        QVERIFY(!layout.writePdf(ui.file("list.pdf")));
+        QVERIFY(layout.writePdf(ui.file("other.pdf")));
+        QVERIFY(fileBytes(ui.file("other.pdf")).startsWith("%PDF"));
+        QCOMPARE(QDir(ui.dir()).entryList(QStringList{"*.pdf*"}, QDir::Files), QStringList{"other.pdf"});
+        VERIFY_UI(ui);
+    }
+};
 
 VELK_TEST(ReportEngineTest)
 #include "tst_report_engine.moc"
