@@ -1,15 +1,16 @@
-// Where the program keeps its files on this machine, and the pictures of its toolbars.
+// Where the program keeps its files on this machine, the pictures of its toolbars, and
+// the classic key events: which keys raise a key press, and the number boxes' filter.
 
 #include "TestUi.h"
 
+#include "platform/Icons.h"
+#include "platform/Keys.h"
 #include "platform/ProgramFolder.h"
 #include "shell/frmMain.h"
-#include "store/ListWindow.h"
 
 #include <QAction>
-#include <QDialog>
 #include <QFile>
-#include <QPushButton>
+#include <QKeyEvent>
 #include <QtTest>
 
 using namespace platform;
@@ -18,8 +19,6 @@ namespace
 {
 
 enum Layout { BuildTree, ReadOnly, Installed };
-enum Xdg { Unset, Relative, Set };
-enum Where { Exe, XdgData, HomeData, Beside, Shared };
 
 // A machine in a temporary folder: an executable folder laid out as a build tree, a
 // read-only folder or an installed prefix, and a home folder of its own.
@@ -32,6 +31,7 @@ struct Machine {
     explicit Machine(int layout)
     {
         QDir().mkpath(exeDir);
+        QDir().mkpath(shareDir);
         QDir().mkpath(home);
         if (layout == Installed) {
             QDir().mkpath(root.filePath(QStringLiteral("prefix/share/applications")));
@@ -41,11 +41,7 @@ struct Machine {
         }
     }
     ~Machine() { QFile::setPermissions(exeDir, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner); }
-    static void touch(const QString& path)
-    {
-        QFile f(path);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-    }
+    static void touch(const QString& path) { QFile(path).open(QIODevice::WriteOnly); }
 };
 
 QImage picture(const QIcon& icon)
@@ -66,110 +62,104 @@ class PlatformTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase()
-    {
-        // No desktop theme: every picture must come from those shipped in the program.
-        QIcon::setThemeSearchPaths({});
-        QIcon::setThemeName(QString());
-    }
-
-    void programFolder_data()
-    {
-        QTest::addColumn<int>("layout");
-        QTest::addColumn<int>("xdg");
-        QTest::addColumn<int>("expected");
-        QTest::newRow("build tree") << int(BuildTree) << int(Set) << int(Exe);
-        QTest::newRow("read-only, XDG_DATA_HOME") << int(ReadOnly) << int(Set) << int(XdgData);
-        QTest::newRow("read-only, no XDG_DATA_HOME") << int(ReadOnly) << int(Unset) << int(HomeData);
-        QTest::newRow("read-only, relative XDG_DATA_HOME") << int(ReadOnly) << int(Relative) << int(HomeData);
-        QTest::newRow("installed, XDG_DATA_HOME") << int(Installed) << int(Set) << int(XdgData);
-        QTest::newRow("installed, no XDG_DATA_HOME") << int(Installed) << int(Unset) << int(HomeData);
-    }
     void programFolder()
     {
-        QFETCH(int, layout);
-        QFETCH(int, xdg);
-        QFETCH(int, expected);
-        Machine m(layout);
-        const QString xdgDir = m.root.filePath(QStringLiteral("data"));
-        qputenv("HOME", QFile::encodeName(m.home));
-        if (xdg == Unset)
-            qunsetenv("XDG_DATA_HOME");
-        else
-            qputenv("XDG_DATA_HOME", xdg == Set ? QFile::encodeName(xdgDir) : "data");
-        const QString want = expected == Exe       ? m.exeDir
-                             : expected == XdgData ? xdgDir + QStringLiteral("/velk-invoice")
-                                                   : m.home + QStringLiteral("/.local/share/velk-invoice");
-
-        QCOMPARE(programDirFor(m.exeDir + '/'), want);
-        QVERIFY(QFileInfo(want).isDir());
-        if (expected == Exe)
-            QVERIFY(!QFileInfo::exists(xdgDir)); // a build tree leaves the user's folders alone
-
-        // The next start finds the folder it made, with what the first left in it.
-        Machine::touch(want + QStringLiteral("/data.mdb"));
-        QCOMPARE(programDirFor(m.exeDir), want);
-        QVERIFY(QFileInfo::exists(want + QStringLiteral("/data.mdb")));
+        enum Xdg { Unset, Relative, Set };
+        enum Where { Exe, XdgData, HomeData };
+        const struct {
+            int layout, xdg, expected;
+        } rows[] = {{BuildTree, Set, Exe},          {ReadOnly, Set, XdgData},  {ReadOnly, Unset, HomeData},
+                    {ReadOnly, Relative, HomeData}, {Installed, Set, XdgData}, {Installed, Unset, HomeData}};
+        for (const auto& row : rows) {
+            Machine m(row.layout);
+            const QString xdgDir = m.root.filePath(QStringLiteral("data"));
+            qputenv("HOME", QFile::encodeName(m.home));
+            if (row.xdg == Unset)
+                qunsetenv("XDG_DATA_HOME");
+            else
+                qputenv("XDG_DATA_HOME", row.xdg == Set ? QFile::encodeName(xdgDir) : "data");
+            const QString want = row.expected == Exe       ? m.exeDir
+                                 : row.expected == XdgData ? xdgDir + QStringLiteral("/velk-invoice")
+                                                           : m.home + QStringLiteral("/.local/share/velk-invoice");
+            const QByteArray name = QByteArray::number(row.layout) + '/' + QByteArray::number(row.xdg);
+            QVERIFY2(programDirFor(m.exeDir + '/') == want && QFileInfo(want).isDir(), name);
+            // A build tree leaves the user's folders alone; the next start finds the folder it made.
+            QVERIFY2(row.expected != Exe || !QFileInfo::exists(xdgDir), name);
+            Machine::touch(want + QStringLiteral("/data.mdb"));
+            QVERIFY2(programDirFor(m.exeDir) == want && QFileInfo::exists(want + QStringLiteral("/data.mdb")), name);
+        }
     }
 
-    void shippedFile_data()
-    {
-        QTest::addColumn<int>("layout");
-        QTest::addColumn<bool>("beside");
-        QTest::addColumn<bool>("shared");
-        QTest::addColumn<int>("expected");
-        QTest::newRow("build tree") << int(BuildTree) << true << false << int(Beside);
-        QTest::newRow("installed") << int(Installed) << false << true << int(Shared);
-        QTest::newRow("installed, copy beside too") << int(Installed) << true << true << int(Shared);
-        QTest::newRow("installed, page only beside") << int(Installed) << true << false << int(Beside);
-        QTest::newRow("installed, missing") << int(Installed) << false << false << int(Shared);
-        QTest::newRow("portable, missing") << int(BuildTree) << false << false << int(Beside);
-    }
     void shippedFile()
     {
-        QFETCH(int, layout);
-        QFETCH(bool, beside);
-        QFETCH(bool, shared);
-        QFETCH(int, expected);
-        Machine m(layout);
-        QDir().mkpath(m.shareDir);
-        if (beside)
-            Machine::touch(m.exeDir + QStringLiteral("/customers.htm"));
-        if (shared)
-            Machine::touch(m.shareDir + QStringLiteral("/customers.htm"));
-        const QString want = (expected == Beside ? m.exeDir : m.shareDir) + QStringLiteral("/customers.htm");
-        QCOMPARE(shippedFileFor(m.exeDir, QStringLiteral("customers.htm")), want);
+        // An installed copy prefers its share folder; anything else the executable's folder.
+        const struct {
+            int layout;
+            bool beside, shared, expectShared;
+        } rows[] = {{BuildTree, true, false, false}, {Installed, false, true, true},  {Installed, true, true, true},
+                    {Installed, true, false, false}, {Installed, false, false, true}, {BuildTree, false, false, false}};
+        for (const auto& row : rows) {
+            Machine m(row.layout);
+            if (row.beside)
+                Machine::touch(m.exeDir + QStringLiteral("/customers.htm"));
+            if (row.shared)
+                Machine::touch(m.shareDir + QStringLiteral("/customers.htm"));
+            QCOMPARE(shippedFileFor(m.exeDir, QStringLiteral("customers.htm")),
+                     (row.expectShared ? m.shareDir : m.exeDir) + QStringLiteral("/customers.htm"));
+        }
     }
 
     // With no desktop theme, the toolbars show the pictures shipped in the program.
     void toolbarIcons()
     {
+        QIcon::setThemeSearchPaths({});
+        QIcon::setThemeName(QString());
         frmMain main;
         const char* mainIcons[] = {"x-office-address-book", "x-office-spreadsheet", "document-new",
                                    "x-office-document",     "appointment-soon",     "package-x-generic",
                                    "help-contents",         "application-exit"};
         for (int i = 0; i < 8; ++i)
-            QVERIFY(
-                shows(main.findChild<QAction*>(QStringLiteral("Toolbar1(%1)").arg(2 * i + 1))->icon(), mainIcons[i]));
-
+            QVERIFY2(
+                shows(main.findChild<QAction*>(QStringLiteral("Toolbar1(%1)").arg(2 * i + 1))->icon(), mainIcons[i]),
+                mainIcons[i]);
         // The list windows name their buttons by the style's pixmaps.
-        QDialog window;
-        ListWindowPlan plan;
-        plan.buttons = {{"Add", QStyle::SP_FileIcon},
-                        {"Delete", QStyle::SP_TrashIcon},
-                        {"Edit", QStyle::SP_FileDialogContentsView},
-                        {"Help", QStyle::SP_DialogHelpButton},
-                        {"Other", QStyle::SP_ArrowUp}};
-        plan.onButton = [](int) {};
-        plan.listName = "List_lst";
-        plan.searchName = "Search_txt";
-        const ListWindow w = buildListWindow(&window, plan);
-        const char* listIcons[] = {"document-new", "edit-delete", "document-properties", "help-contents"};
-        for (int i = 0; i < 4; ++i)
-            QVERIFY(
-                shows(window.findChild<QAction*>(QStringLiteral("Toolbar1(%1)").arg(2 * i + 2))->icon(), listIcons[i]));
-        QVERIFY(!picture(window.findChild<QAction*>(QStringLiteral("Toolbar1(10)"))->icon()).isNull());
-        QVERIFY(shows(w.searchButton->icon(), "edit-find"));
+        for (const auto& [pixmap, name] : {std::pair{QStyle::SP_FileIcon, "document-new"},
+                                           {QStyle::SP_TrashIcon, "edit-delete"},
+                                           {QStyle::SP_FileDialogContentsView, "document-properties"},
+                                           {QStyle::SP_DialogHelpButton, "help-contents"}})
+            QVERIFY2(shows(standardIcon(pixmap), name), name);
+        QVERIFY(!picture(standardIcon(QStyle::SP_ArrowUp)).isNull());
+        QVERIFY(shows(themeIcon("edit-find"), "edit-find"));
+    }
+
+    void keyPressCodes()
+    {
+        auto ascii = [](int key, int modifiers, const char* text) {
+            return keyAscii(QKeyEvent(QEvent::KeyPress, key, Qt::KeyboardModifiers(modifiers), text));
+        };
+        // Keys that type a character raise a key press with its code, Ctrl with a letter too.
+        QCOMPARE((QList<int>{ascii(Qt::Key_A, 0, "a"), ascii(Qt::Key_A, Qt::ShiftModifier, "A"),
+                             ascii(Qt::Key_Backspace, 0, "\b"), ascii(Qt::Key_Return, 0, "\r"),
+                             ascii(Qt::Key_Enter, Qt::KeypadModifier, "\r"), ascii(Qt::Key_Escape, 0, "\x1b"),
+                             ascii(Qt::Key_V, Qt::ControlModifier, "\x16")}),
+                 (QList<int>{'a', 'A', 8, 13, 13, 27, 22}));
+        // Tab, the arrows, Delete, Alt with a letter and the function keys raise none.
+        QCOMPARE((QList<int>{ascii(Qt::Key_Tab, 0, "\t"), ascii(Qt::Key_Backtab, Qt::ShiftModifier, ""),
+                             ascii(Qt::Key_E, Qt::AltModifier, "e"), ascii(Qt::Key_Left, 0, ""),
+                             ascii(Qt::Key_Delete, 0, "\x7f"), ascii(Qt::Key_F2, 0, "")}),
+                 QList<int>(6, 0));
+    }
+
+    void numberFilter()
+    {
+        QCOMPARE(numberKey('5', "12", false), int('5'));
+        QCOMPARE(numberKey('a', "12", true), 0);
+        QCOMPARE(numberKey('-', "", true), 0);
+        QCOMPARE(numberKey('.', "12", true), int('.'));
+        QCOMPARE(numberKey('.', "1.2", true), 0);
+        QCOMPARE(numberKey('.', "12", false), 0);
+        QCOMPARE(numberKey(8, "12", false), 8);   // Backspace
+        QCOMPARE(numberKey(22, "12", false), 22); // Ctrl+V
     }
 };
 

@@ -1,13 +1,20 @@
-// The report chooser: its range, its sources, the six layouts as printed, and the
-// ageing that "Debtors" brings up to date first.
+// The report chooser and the export over a small fixed business: the six layouts as
+// printed, empty sources, the ageing "Debtors" brings up to date first, and the six
+// files byte for byte with the export's refusals and its code page.
 
-#include "SampleRows.h"
+#include "TestUi.h"
 
+#include "reports/FrmExport.h"
 #include "reports/ReportList.h"
 #include "reports/frmReports.h"
+#include "shell/frmMain.h"
+#include "store/Errors.h"
+#include "store/Functions.h"
 
 #include <QAction>
 #include <QDateEdit>
+#include <QDir>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QtTest>
@@ -16,6 +23,52 @@ using namespace platform;
 
 namespace
 {
+
+// A default range of 01/01/2026 to 30/06/2026; today is 22/11/2026.
+std::unique_ptr<frmMain> startWithRange(TestUi& ui, int present = 0)
+{
+    return startProgram(ui, {{"DefaultStart", "01/01/2026"}, {"DefaultEnd", "30/06/2026"}, {"Present", present}});
+}
+
+// One row per list of values, in the order of the columns named; a short list leaves the
+// columns after it at their defaults, where a Value() puts a Null.
+void addRows(const QString& table, const QStringList& columns, const QList<QList<Value>>& rows)
+{
+    for (const QList<Value>& values : rows) {
+        QMap<QString, Value> row;
+        for (int i = 0; i < values.size(); ++i)
+            row.insert(columns[i], values[i]);
+        addRow(table, row);
+    }
+}
+
+// Customers, invoices with and without lines, items and debtors, some outside the range.
+void addSampleRows()
+{
+    // The comma in the second name shifts the exported columns after it.
+    addRows("Customers",
+            {"CustID", "Date", "FirstName", "LastName", "Address", "Address2", "City", "address4", "Postcode", "Phone",
+             "Mobile", "Email", "DelAddress1", "notes"},
+            {{"CUS1", QDate(2026, 3, 4), "Ann", "Smith", "1 High St", "Oldtown", "Leeds", "Yorks", "LS1 1AA", "0113 1",
+              "07700 1", "ann@x.uk", "Dock 4", "Good payer"},
+             {"CUS2", QDate(2026, 6, 30), "Bo", "Café, Ltd"},
+             {"CUS3", QDate(2025, 12, 31), "Early", "Bird"}});
+    addRows(
+        "Invoices",
+        {"InvNo", "Date", "CustNo", "CustomerName", "Subtotal", "Total", "Balance", "Notes", "Vat", "Paid", "Phone",
+         "SalesPerson"},
+        {{"INV001", QDate(2026, 2, 10), "CUS1", "Ann Smith", 100.0, 117.5, 100.0, "one", 17.5, 17.5, "0113 1", "Jo"},
+         {"INV002", QDate(2026, 6, 30), "CUS2", "Bo Café", 20.0, 20.0, 0.0, QString(), Value()},
+         {"INV003", QDate(2025, 12, 1), "CUS1", "Ann Smith", 50.0, 50.0, 50.0},
+         {"INV004", QDate(2026, 11, 1), "CUS2", "Bo Café", 30.0, 30.0, 30.0, "€ due"}});
+    addRows("InvoiceD", {"InvNo", "PartID", "Qty", "Description", "Amount", "Total"},
+            {{"INV001", "P1", 2, "Widget", 25.0, 50.0},
+             {"INV003", "P1", 1, "Widget", 50.0, 50.0},
+             {"INV001", "P2", 1, "Gadget", 12.345, 12.345},
+             {"INV001", "P1", 3, "Widget", 25.0, 75.0}});
+    addRows("Parts", {"ID", "ShortDesc", "Desc", "Price", "Taxable"},
+            {{"P1", "Widget", "A widget", 25.0, 1}, {"P2", "Gadget", "A gadget", 12.5, Value()}});
+}
 
 // Picks an entry and presses "Select"; the text of the report shown, if one was.
 QString selectReport(TestUi& ui, frmReports& w, int index)
@@ -29,10 +82,23 @@ QString selectReport(TestUi& ui, frmReports& w, int index)
     return pdfText(ui.reports.back().pdf).replace(QChar(0xFB00), QLatin1String("ff")).replace(QChar(0xFB01), "fi");
 }
 
-void setRange(frmReports& w, const QDate& start, const QDate& end)
+void pick(FrmExport& w, int index)
 {
-    child<QDateEdit>(w, "DTPicker1")->setDate(start);
-    child<QDateEdit>(w, "DTPicker2")->setDate(end);
+    auto* list = child<QListWidget>(w, "list1");
+    list->setCurrentRow(index);
+    emit list->itemClicked(list->currentItem());
+}
+
+void exportNow(TestUi& ui, FrmExport& w, bool succeeds = true)
+{
+    if (succeeds)
+        ui.expectBox("Successful", "Export successfully completed.", vbOK, vbInformation);
+    child<QPushButton>(w, "Export_cmd")->click();
+}
+
+QByteArray golden(const QString& name)
+{
+    return fileBytes(QFINDTESTDATA("golden/" + name));
 }
 
 } // namespace
@@ -41,253 +107,286 @@ class ReportsTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void opening_data();
-    void opening();
-    void sourceTexts();
-    void layouts_data();
-    void layouts();
-    void emptySources_data();
-    void emptySources();
-    void paperRefused();
-    void ageing_data();
-    void ageing();
-};
-
-void ReportsTest::opening_data()
-{
-    QTest::addColumn<int>("present");
-    QTest::addColumn<QDate>("end");
-    QTest::newRow("default end") << 0 << QDate(2026, 6, 30);
-    QTest::newRow("present date") << 1 << QDate(2026, 11, 22);
-}
-
-void ReportsTest::opening()
-{
-    QFETCH(int, present);
-    QFETCH(QDate, end);
-    TestUi ui;
-    auto main = startWithRange(ui, present);
-    ui.onModal("frmReports", [&](QDialog& w) {
-        [&] {
-            QCOMPARE(w.windowTitle(), "Reports");
-            auto* list = child<QListWidget>(w, "list1");
-            QStringList entries;
-            for (int i = 0; i < list->count(); ++i)
-                entries << list->item(i)->text();
-            QCOMPARE(entries, QStringList({"Customers - Summary", "Customers - Detailed", "Invoices - Summary",
-                                           "Invoices and Invoice Details", "Items", "Debtors"}));
-            QCOMPARE(list->currentRow(), 0);
+    void range()
+    {
+        for (int present : {0, 1}) {
+            TestUi ui;
+            auto main = startWithRange(ui, present);
+            frmReports w(main.get());
+            QCOMPARE(child<QListWidget>(w, "list1")->currentRow(), 0);
             QCOMPARE(child<QDateEdit>(w, "DTPicker1")->date(), QDate(2026, 1, 1));
-            QCOMPARE(child<QDateEdit>(w, "DTPicker2")->date(), end);
-        }();
-        return 0;
-    });
-    child<QAction>(*main, "Toolbar1(7)")->trigger();
-    VERIFY_UI(ui);
-}
-
-void ReportsTest::sourceTexts()
-{
-    const QDate start(2026, 1, 2), end(2026, 12, 31);
-    QCOMPARE(Customers_source(start, end),
-             "SHAPE {SELECT * FROM customers where Date BETWEEN #01/02/2026# and #12/31/2026#} as details");
-    QCOMPARE(Invoices_source(start, end),
-             "SHAPE {SELECT * FROM invoices where Date BETWEEN #01/02/2026# and #12/31/2026#} as details");
-    QCOMPARE(Invoice_lines_source(start, end),
-             "SHAPE {SELECT * FROM invoices where Date BETWEEN #01/02/2026# and #12/31/2026#} as main "
-             "APPEND ({SELECT * FROM invoiceD} as Details RELATE 'invno' TO 'invno')  ");
-    QCOMPARE(Items_source(), "SHAPE {SELECT * FROM parts} as details");
-    QCOMPARE(Debtors_source(), "SHAPE {SELECT * FROM invoices where balance > 0} as details");
-}
-
-void ReportsTest::layouts_data()
-{
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QStringList>("expected"); // patterns, in this order
-    QTest::addColumn<QString>("absent");
-    QTest::addColumn<bool>("landscape");
-    const QString range = "From 01/01/2026 To 30/06/2026";
-    const QString customerHead =
-        "Cust ID\\s+Date\\s+Last Name\\s+First Name\\s+Street\\s+Town\\s+City\\s+County\\s+Post/Zip Code";
-    const QString ann = "CUS1\\s+04/03/2026\\s+Smith\\s+Ann\\s+1 High St\\s+Oldtown\\s+Leeds\\s+Yorks\\s+LS1 1AA";
-    const QString bo = "CUS2\\s+30/06/2026\\s+Café, Ltd\\s+Bo\\s*\\n";
-    QTest::newRow("Customers - Summary") << 0
-                                         << QStringList{"Customer Information - Summary", range, customerHead, ann, bo,
-                                                        "Record Count: 2\\s*\\n"}
-                                         << "CUS3" << true;
-    QTest::newRow("Customers - Detailed")
-        << 1
-        << QStringList{"Customer Information - Detailed",
-                       range,
-                       customerHead,
-                       ann,
-                       "Phone: 0113 1\\s+Mobile: 07700 1\\s+Fax:\\s+Email: ann@x.uk\\s+Notes: Good payer",
-                       bo,
-                       "Phone:\\s+Mobile:\\s+Fax:\\s+Email:\\s+Notes:\\s*\\n",
-                       "Record Count: 2\\s*\\n"}
-        << "CUS3" << true;
-    const QString invoiceHead =
-        "Date\\s+Inv No\\s+Cust No\\s+Customer Name\\s+Phone\\s+Sub Total\\s+Vat\\s+Total\\s+Balance\\s+Notes";
-    // The Null VAT of the second invoice prints blank and adds nothing.
-    const QString totals = "Record Count: 2\\s+120.00\\s+17.50\\s+137.50\\s+100.00\\s*\\n";
-    QTest::newRow("Invoices - Summary")
-        << 2
-        << QStringList{"Invoice Summary",
-                       range,
-                       invoiceHead,
-                       "02/10/2026\\s+INV001\\s+CUS1\\s+Ann Smith\\s+0113 "
-                       "1\\s+100.00\\s+17.50\\s+117.50\\s+100.00\\s+one",
-                       "06/30/2026\\s+INV002\\s+CUS2\\s+Bo Café\\s+20.00\\s+20.00\\s+0.00\\s*\\n",
-                       totals}
-        << "INV003" << true;
-    // The count is of invoices, the sums of their own columns, not of their lines.
-    QTest::newRow("Invoices and Invoice Details")
-        << 3
-        << QStringList{"Invoice Detailed",
-                       range,
-                       invoiceHead,
-                       "10/02/2026\\s+INV001\\s+CUS1\\s+Ann Smith\\s+0113 "
-                       "1\\s+100.00\\s+17.50\\s+117.50\\s+100.00\\s+one",
-                       "Item ID: P1\\s+Quantity: 2\\s+Description:\\s*Widget\\s+Amount:\\s+25.00\\s+Total:\\s+50.00",
-                       "Item ID: P2\\s+Quantity: 1\\s+Description:\\s*Gadget\\s+Amount:\\s+12.35\\s+Total:\\s+12.35",
-                       "Item ID: P1\\s+Quantity: 3\\s+Description:\\s*Widget\\s+Amount:\\s+25.00\\s+Total:\\s+75.00",
-                       "30/06/2026\\s+INV002\\s+CUS2\\s+Bo Café\\s+20.00\\s+20.00\\s+0.00\\s*\\n(?!\\s*Item)",
-                       totals}
-        << "INV003" << true;
-    // Every item, though the range is printed.
-    QTest::newRow("Items") << 4
-                           << QStringList{"Items",
-                                          range,
-                                          "Item ID\\s+Description\\s+Price\\s+Taxable",
-                                          "P1\\s+A widget\\s+25.00\\s+1\\s*\\n",
-                                          "P2\\s+A gadget\\s+12.50\\s*\\n",
-                                          "Record Count: 2\\s*\\n"}
-                           << "Widget" << false;
-    QTest::newRow("Debtors") << 5
-                             << QStringList{"Debtors",
-                                            range,
-                                            "Date\\s+Inv No\\s+Cust No\\s+Customer Name\\s+Phone\\s+Total\\s+Written "
-                                            "Off\\s+Paid\\s+Balance\\s+0 to 30 Days\\s+31 to 60 Days\\s+61 Days \\+",
-                                            "10/02/2026\\s+INV001\\s+CUS1\\s+Ann Smith\\s+0113 1\\s+117.50\\s+0.00\\s+"
-                                            "17.50\\s+100.00\\s+0.00\\s+0.00\\s+100.00",
-                                            "01/12/2025\\s+INV003\\s+CUS1\\s+Ann Smith\\s+50.00\\s+0.00\\s+0.00\\s+"
-                                            "50.00\\s+0.00\\s+0.00\\s+50.00",
-                                            "01/11/2026\\s+INV004\\s+CUS2\\s+Bo Café\\s+30.00\\s+0.00\\s+0.00\\s+"
-                                            "30.00\\s+30.00\\s+0.00\\s+0.00",
-                                            "Record Count: 3\\s+197.50\\s+0.00\\s+17.50\\s+180.00\\s+30.00\\s+0.00\\s+"
-                                            "150.00"}
-                             << "INV002" << true;
-}
-
-void ReportsTest::layouts()
-{
-    QFETCH(int, index);
-    QFETCH(QStringList, expected);
-    QFETCH(QString, absent);
-    QFETCH(bool, landscape);
-    TestUi ui;
-    auto main = startWithRange(ui);
-    addSampleRows();
-    frmReports w(main.get());
-    const QString pdf = selectReport(ui, w, index);
-    qsizetype at = 0;
-    for (const QString& pattern : expected) {
-        const auto m = QRegularExpression(pattern).match(pdf, at);
-        QVERIFY2(m.hasMatch(), qPrintable(pattern + "\nin\n" + pdf));
-        at = m.capturedEnd();
+            QCOMPARE(child<QDateEdit>(w, "DTPicker2")->date(), present ? QDate(2026, 11, 22) : QDate(2026, 6, 30));
+            VERIFY_UI(ui);
+        }
     }
-    QVERIFY(!pdf.contains(absent));
-    QCOMPARE(pdf.count("Record Count:"), 1);
-    QCOMPARE(ui.reports.back().landscape, landscape);
-    VERIFY_UI(ui);
-}
 
-void ReportsTest::emptySources_data()
-{
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QDate>("start");
-    QTest::addColumn<QString>("expected"); // empty: the "No records to print!" box
-    QTest::newRow("customers, empty range") << 0 << QDate(2027, 1, 1) << QString();
-    QTest::newRow("detailed customers, empty range") << 1 << QDate(2027, 1, 1) << QString();
-    const QString zero = "Record Count: 0\\s+0.00\\s+0.00\\s+0.00\\s+0.00\\s*\\n";
-    QTest::newRow("invoices, empty range") << 2 << QDate(2027, 1, 1) << zero;
-    QTest::newRow("invoice details, end before start") << 3 << QDate(2026, 7, 1) << zero;
-}
-
-void ReportsTest::emptySources()
-{
-    QFETCH(int, index);
-    QFETCH(QDate, start);
-    QFETCH(QString, expected);
-    TestUi ui;
-    auto main = startWithRange(ui);
-    addSampleRows();
-    frmReports w(main.get());
-    setRange(w, start, start.year() == 2027 ? QDate(2027, 12, 31) : QDate(2026, 6, 30));
-    if (expected.isEmpty())
-        ui.expectBox("Nothing to Print", "No records to print!", vbOK, vbExclamation);
-    const QString pdf = selectReport(ui, w, index);
-    if (expected.isEmpty())
-        QVERIFY(ui.reports.isEmpty());
-    else
-        QVERIFY2(pdf.contains(QRegularExpression(expected)) && pdf.contains("Sub Total"), qPrintable(pdf));
-    VERIFY_UI(ui);
-}
-
-void ReportsTest::paperRefused()
-{
-    TestUi ui;
-    ui.paper = 5; // Legal
-    auto main = startWithRange(ui);
-    frmReports w(main.get());
-    ui.expectBox("Change Paper Size", "Please change the paper size on your printer to 'Letter' or 'A4'", vbOK,
-                 vbExclamation);
-    QVERIFY(selectReport(ui, w, 4).isEmpty());
-    QVERIFY(ui.reports.isEmpty());
-    VERIFY_UI(ui);
-}
-
-void ReportsTest::ageing_data()
-{
-    QTest::addColumn<bool>("exportRule");
-    QTest::addColumn<int>("days");
-    QTest::addColumn<QString>("columns"); // BALANCE1 to BALANCE3 after, from 7, 8 and 9
-    const struct {
-        int days;
-        const char *report, *exported;
-    } rows[] = {{-1, "7|8|9", "7|8|9"}, {0, "5|0|0", "5|0|0"},  {30, "5|0|0", "5|0|0"}, {31, "0|5|0", "7|8|9"},
-                {32, "0|5|0", "0|5|0"}, {59, "0|5|0", "0|5|0"}, {60, "0|5|0", "7|8|9"}, {61, "0|0|5", "0|0|5"}};
-    for (const auto& r : rows) {
-        QTest::addRow("report, %d days", r.days) << false << r.days << QString::fromLatin1(r.report);
-        QTest::addRow("export, %d days", r.days) << true << r.days << QString::fromLatin1(r.exported);
+    void layouts_data()
+    {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<QString>("absent");
+        QTest::addColumn<bool>("landscape");
+        QTest::addColumn<QString>("expected"); // patterns, a line each, found in this order
+        const QString customers =
+            R"(Cust ID\s+Date\s+Last Name\s+First Name\s+Street\s+Town\s+City\s+County\s+Post/Zip Code
+            CUS1\s+04/03/2026\s+Smith\s+Ann\s+1 High St\s+Oldtown\s+Leeds\s+Yorks\s+LS1 1AA)";
+        QTest::newRow("Customers - Summary")
+            << 0 << "CUS3" << true << "Customer Information - Summary\n" + customers + R"(
+            CUS2\s+30/06/2026\s+Café, Ltd\s+Bo\s*\n
+            Record Count: 2\s*\n)";
+        QTest::newRow("Customers - Detailed")
+            << 1 << "CUS3" << true << "Customer Information - Detailed\n" + customers + R"(
+            Phone: 0113 1\s+Mobile: 07700 1\s+Fax:\s+Email: ann@x.uk\s+Notes: Good payer
+            CUS2\s+30/06/2026\s+Café, Ltd\s+Bo\s*\n
+            Phone:\s+Mobile:\s+Fax:\s+Email:\s+Notes:\s*\n
+            Record Count: 2\s*\n)";
+        // The Null VAT of the second invoice prints blank and adds nothing; the count is of
+        // invoices, the sums of their own columns, not of their lines.
+        QTest::newRow("Invoices - Summary") << 2 << "INV003" << true << R"(Invoice Summary
+            Date\s+Inv No\s+Cust No\s+Customer Name\s+Phone\s+Sub Total\s+Vat\s+Total\s+Balance\s+Notes
+            02/10/2026\s+INV001\s+CUS1\s+Ann Smith\s+0113 1\s+100.00\s+17.50\s+117.50\s+100.00\s+one
+            06/30/2026\s+INV002\s+CUS2\s+Bo Café\s+20.00\s+20.00\s+0.00\s*\n
+            Record Count: 2\s+120.00\s+17.50\s+137.50\s+100.00\s*\n)";
+        QTest::newRow("Invoices and Invoice Details") << 3 << "INV003" << true << R"(Invoice Detailed
+            Date\s+Inv No\s+Cust No\s+Customer Name\s+Phone\s+Sub Total\s+Vat\s+Total\s+Balance\s+Notes
+            10/02/2026\s+INV001\s+CUS1\s+Ann Smith\s+0113 1\s+100.00\s+17.50\s+117.50\s+100.00\s+one
+            Item ID: P1\s+Quantity: 2\s+Description:\s*Widget\s+Amount:\s+25.00\s+Total:\s+50.00
+            Item ID: P2\s+Quantity: 1\s+Description:\s*Gadget\s+Amount:\s+12.35\s+Total:\s+12.35
+            Item ID: P1\s+Quantity: 3\s+Description:\s*Widget\s+Amount:\s+25.00\s+Total:\s+75.00
+            30/06/2026\s+INV002\s+CUS2\s+Bo Café\s+20.00\s+20.00\s+0.00\s*\n(?!\s*Item)
+            Record Count: 2\s+120.00\s+17.50\s+137.50\s+100.00\s*\n)";
+        // Every item, though the range is printed.
+        QTest::newRow("Items") << 4 << "Widget" << false << R"(Items
+            Item ID\s+Description\s+Price\s+Taxable
+            P1\s+A widget\s+25.00\s+1\s*\n
+            P2\s+A gadget\s+12.50\s*\n
+            Record Count: 2\s*\n)";
+        QTest::newRow("Debtors") << 5 << "INV002" << true << R"(Debtors
+            Date\s+Inv No\s+Cust No\s+Customer Name\s+Phone\s+Total\s+Written Off\s+Paid\s+Balance
+            0 to 30 Days\s+31 to 60 Days\s+61 Days \+
+            10/02/2026\s+INV001\s+CUS1\s+Ann Smith\s+0113 1\s+117.50\s+0.00\s+17.50\s+100.00\s+0.00\s+0.00\s+100.00
+            01/12/2025\s+INV003\s+CUS1\s+Ann Smith\s+50.00\s+0.00\s+0.00\s+50.00\s+0.00\s+0.00\s+50.00
+            01/11/2026\s+INV004\s+CUS2\s+Bo Café\s+30.00\s+0.00\s+0.00\s+30.00\s+30.00\s+0.00\s+0.00
+            Record Count: 3\s+197.50\s+0.00\s+17.50\s+180.00\s+30.00\s+0.00\s+150.00)";
     }
-}
 
-void ReportsTest::ageing()
-{
-    QFETCH(bool, exportRule);
-    QFETCH(int, days);
-    QFETCH(QString, columns);
-    TestUi ui;
-    auto main = startWithRange(ui);
-    for (const auto& [no, balance] : {std::pair{"A", 5.0}, {"B", 0.0}})
-        addRow("Invoices", {{"InvNo", QLatin1String(no)},
-                            {"Date", QDate(2026, 11, 22).addDays(-days)},
-                            {"Balance", balance},
-                            {"Balance1", 7.0},
-                            {"Balance2", 8.0},
-                            {"Balance3", 9.0}});
-    Age_invoices(exportRule ? exportAgeing : reportAgeing);
-    QStringList owing, settled;
-    for (const char* column : {"Balance1", "Balance2", "Balance3"}) {
-        const QStringList values = columnValues("Invoices", QLatin1String(column));
-        owing << values[0];
-        settled << values[1];
+    void layouts()
+    {
+        QFETCH(int, index);
+        QFETCH(QString, absent);
+        QFETCH(bool, landscape);
+        QFETCH(QString, expected);
+        TestUi ui;
+        auto main = startWithRange(ui);
+        addSampleRows();
+        frmReports w(main.get());
+        const QString pdf = selectReport(ui, w, index);
+        QStringList patterns = expected.split('\n');
+        patterns.insert(1, "From 01/01/2026 To 30/06/2026");
+        qsizetype at = 0;
+        for (const QString& pattern : patterns) {
+            const auto m = QRegularExpression(pattern.trimmed()).match(pdf, at);
+            QVERIFY2(m.hasMatch(), qPrintable(pattern + "\nin\n" + pdf));
+            at = m.capturedEnd();
+        }
+        QVERIFY(!pdf.contains(absent));
+        QCOMPARE(pdf.count("Record Count:"), 1);
+        QCOMPARE(ui.reports.back().landscape, landscape);
+        VERIFY_UI(ui);
     }
-    QCOMPARE(owing.join('|'), columns);
-    QCOMPARE(settled.join('|'), "7|8|9"); // nothing owing: never touched
-    VERIFY_UI(ui);
-}
+
+    void emptySources()
+    {
+        TestUi ui;
+        auto main = startWithRange(ui);
+        addSampleRows();
+        frmReports w(main.get());
+        // The customer lists refuse an empty source; the invoice lists print their zero totals,
+        // also for a range that ends before it starts.
+        for (int index : {0, 1, 2, 3}) {
+            child<QDateEdit>(w, "DTPicker1")->setDate(index == 3 ? QDate(2026, 7, 1) : QDate(2027, 1, 1));
+            child<QDateEdit>(w, "DTPicker2")->setDate(index == 3 ? QDate(2026, 6, 30) : QDate(2027, 12, 31));
+            if (index < 2)
+                ui.expectBox("Nothing to Print", "No records to print!", vbOK, vbExclamation);
+            const QString pdf = selectReport(ui, w, index);
+            QVERIFY2(index < 2
+                         ? pdf.isEmpty()
+                         : pdf.contains(QRegularExpression("Record Count: 0\\s+0.00\\s+0.00\\s+0.00\\s+0.00\\s*\\n")),
+                     qPrintable(pdf));
+        }
+        QCOMPARE(ui.reports.size(), 2);
+        VERIFY_UI(ui);
+    }
+
+    void paperRefused()
+    {
+        TestUi ui;
+        ui.paper = 5; // Legal
+        auto main = startWithRange(ui);
+        frmReports w(main.get());
+        ui.expectBox("Change Paper Size", "Please change the paper size on your printer to 'Letter' or 'A4'", vbOK,
+                     vbExclamation);
+        QVERIFY(selectReport(ui, w, 4).isEmpty());
+        VERIFY_UI(ui);
+    }
+
+    void ageing()
+    {
+        // The column of BALANCE1 to BALANCE3 for an age in days, or none; the export's rule
+        // leaves 31 and 60 days out.
+        QList<int> report, exported;
+        for (int days : {-1, 0, 30, 31, 32, 59, 60, 61}) {
+            report << reportAgeing(days);
+            exported << exportAgeing(days);
+        }
+        QCOMPARE(report, (QList<int>{0, 1, 1, 2, 2, 2, 2, 3}));
+        QCOMPARE(exported, (QList<int>{0, 1, 1, 0, 2, 2, 0, 3}));
+        // The balance goes into its column and clears the others; an age in no column, and an
+        // invoice with nothing owing, are left alone.
+        TestUi ui;
+        auto main = startWithRange(ui);
+        for (const auto& [no, days, balance] : {std::tuple{"A", 31, 5.0}, {"B", -1, 5.0}, {"C", 0, 0.0}})
+            addRow("Invoices", {{"InvNo", QLatin1String(no)},
+                                {"Date", QDate(2026, 11, 22).addDays(-days)},
+                                {"Balance", balance},
+                                {"Balance1", 7.0},
+                                {"Balance2", 8.0},
+                                {"Balance3", 9.0}});
+        Age_invoices(reportAgeing);
+        QCOMPARE(columnValues("Invoices", "Balance1"), (QStringList{"0", "7", "7"}));
+        QCOMPARE(columnValues("Invoices", "Balance2"), (QStringList{"5", "8", "8"}));
+        QCOMPARE(columnValues("Invoices", "Balance3"), (QStringList{"0", "9", "9"}));
+        VERIFY_UI(ui);
+    }
+
+    void exports_data()
+    {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<QString>("name");
+        for (int i = 0; i < 6; ++i)
+            QTest::newRow(listEntries()[i].text) << i << QString::fromLatin1(listEntries()[i].fileName);
+    }
+
+    void exports()
+    {
+        QFETCH(int, index);
+        QFETCH(QString, name);
+        TestUi ui;
+        auto main = startWithRange(ui);
+        addSampleRows();
+        ui.onModal("FrmExport", [&](QDialog& d) {
+            auto& w = static_cast<FrmExport&>(d);
+            [&] {
+                QCOMPARE(child<QLineEdit>(w, "Path_txt")->text(), ui.dir());
+                child<QLineEdit>(w, "Filename_txt")->setText("typed");
+                pick(w, index);
+                QCOMPARE(child<QLineEdit>(w, "Filename_txt")->text(), name);
+                exportNow(ui, w);
+                QCOMPARE(fileBytes(ui.file(name + ".csv")), golden(name + ".csv"));
+                // Once more over the same file: the overwrite question, and the same bytes.
+                ui.expectBox("Overwrite?", "File already exists! Do wish to overwrite?", vbYes, vbYesNo + vbQuestion);
+                exportNow(ui, w);
+                // "Debtors" builds its header onto its own last row of the first time.
+                const QByteArray stale = index == 5 ? golden("Debtors.csv").split('\r').at(3).mid(1) : "";
+                QCOMPARE(fileBytes(ui.file(name + ".csv")), stale + golden(name + ".csv"));
+            }();
+            return 0;
+        });
+        child<QAction>(*main, "mnuExport")->trigger();
+        VERIFY_UI(ui);
+    }
+
+    void exportRefusals()
+    {
+        TestUi ui;
+        auto main = startWithRange(ui);
+        addSampleRows();
+        FrmExport w(main.get());
+        auto* name = child<QLineEdit>(w, "Filename_txt");
+        auto* path = child<QLineEdit>(w, "Path_txt");
+        name->setText("   ");
+        ui.expectBox("Invalid Filename", "Please enter a filename", vbOK, vbExclamation);
+        exportNow(ui, w, false);
+        QCOMPARE(QDir(ui.dir()).entryList({"*.csv"}), QStringList());
+
+        name->setText("out");
+        path->setText(ui.file("missing"));
+        ui.expectBox("Invalid Path", "Folder does not exist please try again!", vbOK, vbExclamation);
+        exportNow(ui, w, false);
+
+        QFile old(ui.file("out.csv"));
+        QVERIFY(old.open(QIODevice::WriteOnly));
+        old.write("keep");
+        old.close();
+        path->setText(ui.dir());
+        ui.expectBox("Overwrite?", "File already exists! Do wish to overwrite?", vbNo);
+        exportNow(ui, w, false);
+        QCOMPARE(fileBytes(old.fileName()), QByteArray("keep"));
+
+        // Only the test trims: the name keeps its blanks.
+        name->setText("  a");
+        exportNow(ui, w);
+        QCOMPARE(fileBytes(ui.file("  a.csv")), golden("SumCustomers.csv"));
+        // "Debtors" next builds its header onto the last row the customers left.
+        pick(w, 5);
+        exportNow(ui, w);
+        QCOMPARE(fileBytes(ui.file("Debtors.csv")),
+                 toWindows1252("30/06/2026,CUS2,Bo,Café, Ltd,,,,,,") + golden("Debtors.csv"));
+
+        // The name takes no point, slash or ampersand; a key released in the list names the file again.
+        name->clear();
+        QTest::keyClicks(name, "a.b/c\\d&e-f g");
+        QCOMPARE(name->text(), "abcde-f g");
+        auto* list = child<QListWidget>(w, "list1");
+        list->setCurrentRow(4);
+        QTest::keyRelease(list, Qt::Key_Down);
+        QCOMPARE(name->text(), "Items");
+        VERIFY_UI(ui);
+    }
+
+    void exportEmptySources()
+    {
+        TestUi ui;
+        auto main = startWithRange(ui);
+        addRow("Invoices", {{"InvNo", "PAID"}, {"Date", QDate(2026, 2, 1)}, {"Balance", 0.0}});
+        FrmExport w(main.get());
+        child<QDateEdit>(w, "DTPicker1")->setDate(QDate(2026, 3, 1));
+        // A range with no invoices leaves a file of 0 bytes; no debtors, no file at all.
+        pick(w, 2);
+        ui.expectBox("No Records", "No records to Export", vbOK, vbExclamation);
+        exportNow(ui, w, false);
+        QVERIFY(QFile::exists(ui.file("SumInvoices.csv")));
+        QCOMPARE(fileBytes(ui.file("SumInvoices.csv")), QByteArray());
+        pick(w, 5);
+        ui.expectBox("No Records", "No records to Export", vbOK, vbExclamation);
+        exportNow(ui, w, false);
+        QVERIFY(!QFile::exists(ui.file("Debtors.csv")));
+        VERIFY_UI(ui);
+    }
+
+    void exportStopsHalfWay()
+    {
+        TestUi ui;
+        auto main = startWithRange(ui);
+        addSampleRows();
+        FrmExport w(main.get());
+        child<QDateEdit>(w, "DTPicker1")->setDate(QDate(2025, 11, 1)); // takes in INV003, which has no notes
+        pick(w, 2);
+        ui.expectBox("Error Message", errorMessageText(err::InvalidUseOfNull, "FrmExport", "Invoices",
+                                                       standardErrorText(err::InvalidUseOfNull)));
+        QVERIFY(endsProgram([&] { exportNow(ui, w, false); }));
+        // The rows before it stay written.
+        QCOMPARE(fileBytes(ui.file("SumInvoices.csv")), golden("SumInvoices.csv"));
+        VERIFY_UI(ui);
+    }
+
+    void codePage()
+    {
+        QCOMPARE(toWindows1252("a,b Café ÿ"), QByteArray("a,b Caf\xe9 \xff"));
+        QCOMPARE(toWindows1252("€ ‘x’ Ÿ"), QByteArray("\x80 \x91x\x92 \x9f")); // the 0x80 row
+        // Outside the page, and beyond the basic plane.
+        QCOMPARE(toWindows1252(QString::fromUtf8("Ω 日 a\xf0\x9f\x98\x80z")), QByteArray("? ? a?z"));
+    }
+};
 
 VELK_TEST(ReportsTest)
 #include "tst_reports.moc"

@@ -1,20 +1,30 @@
-// The data file: its tables as built, the recordset's rules and refusals, report
-// sources, and the one way a failure ends.
+// The data file and its recordsets, report sources, the one way a failure ends, the
+// shared routines with money and numbers, and the rules every list window shares.
 
 #include "TestUi.h"
 
+#include "customers/frmCustomer.h"
+#include "items/frm_Parts.h"
 #include "shell/frmMain.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/ListRules.h"
+#include "store/Numbers.h"
 #include "store/Recordset.h"
-#include "store/Schema.h"
 
 #include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTreeWidget>
 #include <QtTest>
 #include <sqlite3.h>
 
+namespace
+{
+
+// The number of the error a call ends with, or 0.
 int failure(const std::function<void()>& f)
 {
     try {
@@ -25,10 +35,6 @@ int failure(const std::function<void()>& f)
     return 0;
 }
 
-namespace
-{
-
-// The values of a column, walking from the first row.
 QStringList walk(Recordset& rs, const char* column)
 {
     QStringList out;
@@ -37,24 +43,28 @@ QStringList walk(Recordset& rs, const char* column)
     return out;
 }
 
+QStringList column(QTreeWidget& list, int c)
+{
+    QStringList out;
+    for (int i = 0; i < list.topLevelItemCount(); ++i)
+        out << list.topLevelItem(i)->text(c).trimmed();
+    return out;
+}
+
 // Rows of a query on the data file, each as one text with " | " between the columns.
 QStringList query(const QString& path, const QString& sql)
 {
     sqlite3* db = nullptr;
     sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr);
-    sqlite3_stmt* st = nullptr;
     QStringList rows;
-    if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &st, nullptr) == SQLITE_OK) {
-        while (sqlite3_step(st) == SQLITE_ROW) {
-            QStringList cols;
-            for (int i = 0; i < sqlite3_column_count(st); ++i)
-                cols << (sqlite3_column_type(st, i) == SQLITE_NULL
-                             ? "NULL"
-                             : QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, i))));
-            rows << cols.join(" | ");
-        }
-    }
-    sqlite3_finalize(st);
+    const auto addRow = [](void* out, int count, char** values, char**) {
+        QStringList cols;
+        for (int i = 0; i < count; ++i)
+            cols << (values[i] ? QString::fromUtf8(values[i]) : "NULL");
+        static_cast<QStringList*>(out)->append(cols.join(" | "));
+        return 0;
+    };
+    sqlite3_exec(db, sql.toUtf8().constData(), addRow, &rows, nullptr);
     sqlite3_close(db);
     return rows;
 }
@@ -65,340 +75,406 @@ class StoreTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void schemaRoundTrip();
-    void recordsetWalksAndSeeks();
-    void recordsetRefusals_data();
-    void recordsetRefusals();
-    void recordsetWritesAndDeletes();
-    void shapeSources();
-    void reportError();
-
-private:
-    // Starts the program in the test's folder, which builds an empty data file.
-    void start(TestUi& ui, frmMain& w)
+    void schemaAsBuilt()
     {
-        w.MDIForm_Load();
-        QVERIFY(QFile::exists(ui.file("data.mdb")));
-    }
-};
-
-void StoreTest::schemaRoundTrip()
-{
-    TestUi ui;
-    frmMain w;
-    start(ui, w);
-    const QString path = ui.file("data.mdb");
-    QStringList expectedTables;
-    for (const TableDef& t : schemaTables()) {
-        expectedTables << QLatin1String(t.name);
-        // Columns: name, declared type with size, required flag and default, in order.
-        QStringList expected;
-        for (const ColumnDef& c : t.columns) {
-            static const char* types[] = {"VARCHAR", "INTEGER", "CURRENCY", "DOUBLE", "DATETIME"};
-            QString type = QLatin1String(types[int(c.type)]);
-            if (c.type == ColumnType::Text)
-                type += QStringLiteral("(%1)").arg(c.size);
-            expected << QStringLiteral("%1 | %2 | %3 | %4")
-                            .arg(QLatin1String(c.name), type, c.nullable ? "0" : "1",
-                                 c.defaultValue ? QLatin1String(c.defaultValue) : QLatin1String("NULL"));
+        TestUi ui;
+        frmMain w;
+        w.MDIForm_Load(); // builds an empty data file
+        const QString path = ui.file("data.mdb");
+        // Each table by its column count, then a sample of each kind of column: type, required, default.
+        QCOMPARE(query(path, "SELECT m.name, count(*) FROM sqlite_master m, pragma_table_info(m.name) "
+                             "WHERE m.type = 'table' GROUP BY m.name ORDER BY m.rowid"),
+                 (QStringList{"Customers | 20", "InvoiceD | 7", "Invoices | 23", "Letters | 24", "Parts | 5",
+                              "System | 64"}));
+        for (const char* spot :
+             {"System.Address=VARCHAR(151) | 0 | NULL", "System.TaxAmount=DOUBLE | 1 | 0",
+              "System.Text3Name=VARCHAR(50) | 1 | NULL", "System.Debtorstart=VARCHAR(50) | 0 | NULL",
+              "Letters.Address=VARCHAR(200) | 0 | NULL", "Invoices.DiscountPercentage=DOUBLE | 0 | 0",
+              "Invoices.Notes=VARCHAR(150) | 0 | NULL", "Customers.Date=DATETIME | 0 | NULL",
+              "InvoiceD.Amount=CURRENCY | 0 | 0", "Parts.Desc=VARCHAR(200) | 0 | NULL"}) {
+            const QStringList parts = QString::fromLatin1(spot).split(QRegularExpression("[.=]"));
+            QCOMPARE(query(path, QString("SELECT type, \"notnull\", dflt_value FROM pragma_table_info('%1') "
+                                         "WHERE name = '%2'")
+                                     .arg(parts[0], parts[1])),
+                     QStringList{parts[2]});
         }
-        QCOMPARE(query(path, QStringLiteral("SELECT name, type, \"notnull\", dflt_value FROM pragma_table_info('%1')")
-                                 .arg(QLatin1String(t.name))),
-                 expected);
-        // Named indexes: name, column, unique; primary keys are the table's own key.
-        QStringList indexes;
-        for (const IndexDef& i : t.indexes)
-            indexes << QStringLiteral("%1.%2 | %3 | %4")
-                           .arg(QLatin1String(t.name), QLatin1String(i.name), QLatin1String(i.column))
-                           .arg(i.unique ? 1 : 0);
-        QCOMPARE(query(path, QStringLiteral("SELECT l.name, i.name, l.\"unique\" FROM pragma_index_list('%1') l, "
-                                            "pragma_index_info(l.name) i WHERE l.origin = 'c' ORDER BY l.seq DESC")
-                                 .arg(QLatin1String(t.name))),
-                 indexes);
-        QStringList keys;
-        for (const IndexDef& i : t.indexes)
-            if (i.primaryKey)
-                keys << QLatin1String(i.column);
+        // Named indexes: their column and whether unique. Invoices' PrimaryKey is no key of its own.
         QCOMPARE(
-            query(path,
-                  QStringLiteral("SELECT name FROM pragma_table_info('%1') WHERE pk > 0").arg(QLatin1String(t.name))),
-            keys);
-        QCOMPARE(query(path, QStringLiteral("SELECT count(*) FROM \"%1\"").arg(QLatin1String(t.name))),
-                 QStringList{"0"});
+            query(path, "SELECT l.name, i.name, l.\"unique\" FROM sqlite_master m, pragma_index_list(m.name) l, "
+                        "pragma_index_info(l.name) i WHERE l.origin = 'c' ORDER BY m.rowid, l.seq DESC"),
+            (QStringList{"Customers.CustID | CustID | 1", "Customers.PrimaryKey | CustID | 1",
+                         "InvoiceD.InvNo | InvNo | 0", "InvoiceD.PartID | PartID | 0", "Invoices.InvNo | InvNo | 1",
+                         "Invoices.PrimaryKey | InvNo | 1", "Invoices.CustNo | CustNo | 0", "Letters.Paid | Paid | 0",
+                         "Parts.PrimaryKey | ID | 1", "Parts.ID | ID | 0"}));
+        QCOMPARE(query(path, "SELECT m.name, c.name FROM sqlite_master m, pragma_table_info(m.name) c WHERE c.pk > 0"),
+                 (QStringList{"Customers | CustID", "Parts | ID"}));
+        QCOMPARE(query(path, "PRAGMA journal_mode"), QStringList{"delete"});
+        VERIFY_UI(ui);
     }
-    QCOMPARE(query(path, "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY rowid"), expectedTables);
-    // Checks against the tables as the program's documents give them, column counts first.
-    QCOMPARE(
-        query(path, "SELECT m.name, count(*) FROM sqlite_master m, pragma_table_info(m.name) "
-                    "WHERE m.type = 'table' GROUP BY m.name ORDER BY m.rowid"),
-        (QStringList{"Customers | 20", "InvoiceD | 7", "Invoices | 23", "Letters | 24", "Parts | 5", "System | 64"}));
-    const QString spot = "SELECT type, \"notnull\", dflt_value FROM pragma_table_info('%1') WHERE name = '%2'";
-    QCOMPARE(query(path, spot.arg("System", "Address")), QStringList{"VARCHAR(151) | 0 | NULL"});
-    QCOMPARE(query(path, spot.arg("System", "TaxAmount")), QStringList{"DOUBLE | 1 | 0"});
-    QCOMPARE(query(path, spot.arg("System", "Text3Name")), QStringList{"VARCHAR(50) | 1 | NULL"});
-    QCOMPARE(query(path, spot.arg("System", "Debtorstart")), QStringList{"VARCHAR(50) | 0 | NULL"});
-    QCOMPARE(query(path, spot.arg("Letters", "Address")), QStringList{"VARCHAR(200) | 0 | NULL"});
-    QCOMPARE(query(path, spot.arg("Invoices", "DiscountPercentage")), QStringList{"DOUBLE | 0 | 0"});
-    QCOMPARE(query(path, spot.arg("Invoices", "Notes")), QStringList{"VARCHAR(150) | 0 | NULL"});
-    QCOMPARE(query(path, spot.arg("Customers", "Date")), QStringList{"DATETIME | 0 | NULL"});
-    QCOMPARE(query(path, spot.arg("InvoiceD", "Amount")), QStringList{"CURRENCY | 0 | 0"});
-    QCOMPARE(query(path, spot.arg("Parts", "Desc")), QStringList{"VARCHAR(200) | 0 | NULL"});
-    // Invoices has a unique index called PrimaryKey but no key of its own.
-    QCOMPARE(query(path, "SELECT count(*) FROM pragma_table_info('Invoices') WHERE pk > 0"), QStringList{"0"});
-    QCOMPARE(query(path, "PRAGMA journal_mode"), QStringList{"delete"});
-    VERIFY_UI(ui);
-}
 
-void StoreTest::recordsetWalksAndSeeks()
-{
-    TestUi ui;
-    frmMain w;
-    start(ui, w);
-    Recordset rs;
-    rs.open("customers", ConnectionString, Recordset::adLockPessimistic);
-    QVERIFY(rs.eof());
-    QCOMPARE(rs.recordCount(), 0);
-    for (const char* id : {"CUS100003", "cus100001", "CUS100005", "A1"}) {
-        rs.addNew();
-        rs.setField("custid", QLatin1String(id));
-        rs.setField("LastName", "Name " + QLatin1String(id));
-        rs.update();
+    void recordsetWalksAndSeeks()
+    {
+        TestUi ui;
+        auto main = startProgram(ui, {});
+        Recordset rs;
+        rs.open("customers", ConnectionString, Recordset::adLockPessimistic);
+        QVERIFY(rs.eof());
+        for (const char* id : {"CUS100003", "cus100001", "CUS100005", "A1"}) {
+            rs.addNew();
+            rs.setField("custid", QLatin1String(id));
+            rs.setField("LastName", "Name " + QLatin1String(id));
+            rs.update();
+        }
+        QCOMPARE(rs.recordCount(), 4);
+        QCOMPARE(walk(rs, "CUSTID"), (QStringList{"CUS100003", "cus100001", "CUS100005", "A1"})); // order of adding
+        rs.setIndex("custid");
+        QCOMPARE(walk(rs, "CustID"), (QStringList{"A1", "cus100001", "CUS100003", "CUS100005"})); // without case
+        // At-or-after: equal (any case), between, past the end.
+        rs.seek("CUS100001");
+        QCOMPARE(rs.field("CustID").toText(), "cus100001");
+        rs.seek("cus100004");
+        QCOMPARE(rs.field("CustID").toText(), "CUS100005");
+        rs.moveNext();
+        QVERIFY(rs.eof());
+        rs.seek("CUS100006");
+        QVERIFY(rs.eof());
+        rs.seek("B"); // the walk goes on from a seek in index order
+        rs.moveNext();
+        QCOMPARE(rs.field("CustID").toText(), "CUS100003");
+        rs.seek("CUS100002", Recordset::adSeekFirstEQ);
+        QVERIFY(rs.eof());
+        rs.seek("cus100005", Recordset::adSeekFirstEQ);
+        QCOMPARE(rs.field("LastName").toText(), "Name CUS100005");
+        rs.moveLast();
+        QCOMPARE(rs.field("CustID").toText(), "CUS100005");
+        // A page of rows read ahead is not stale after another recordset writes.
+        Recordset other;
+        other.open("Customers", ConnectionString, Recordset::adLockPessimistic);
+        rs.moveFirst();
+        other.setIndex("CUSTID");
+        other.seek("CUS100003");
+        other.setField("LastName", "Changed");
+        other.update();
+        rs.moveNext();
+        rs.moveNext();
+        QCOMPARE(rs.field("LastName").toText(), "Changed");
+        VERIFY_UI(ui);
     }
-    QCOMPARE(rs.recordCount(), 4);
-    // Table order is the order of adding.
-    QCOMPARE(walk(rs, "CUSTID"), (QStringList{"CUS100003", "cus100001", "CUS100005", "A1"}));
-    // Index order compares without regard to case.
-    rs.setIndex("custid");
-    QCOMPARE(walk(rs, "CustID"), (QStringList{"A1", "cus100001", "CUS100003", "CUS100005"}));
-    // At-or-after: equal (any case), between, past the end.
-    rs.seek("CUS100001");
-    QCOMPARE(rs.field("CustID").toText(), "cus100001");
-    rs.seek("cus100004");
-    QCOMPARE(rs.field("CustID").toText(), "CUS100005");
-    rs.moveNext();
-    QVERIFY(rs.eof());
-    rs.seek("CUS100006");
-    QVERIFY(rs.eof());
-    // The walk goes on from a seek in index order.
-    rs.seek("B");
-    rs.moveNext();
-    QCOMPARE(rs.field("CustID").toText(), "CUS100003");
-    // The equal seek finds only an equal key.
-    rs.seek("CUS100002", Recordset::adSeekFirstEQ);
-    QVERIFY(rs.eof());
-    rs.seek("cus100005", Recordset::adSeekFirstEQ);
-    QCOMPARE(rs.field("LastName").toText(), "Name CUS100005");
-    rs.moveLast();
-    QCOMPARE(rs.field("CustID").toText(), "CUS100005");
-    // A page of rows read ahead is not stale after another recordset writes.
-    Recordset other;
-    other.open("Customers", ConnectionString, Recordset::adLockPessimistic);
-    rs.moveFirst();
-    other.setIndex("CUSTID");
-    other.seek("CUS100003");
-    other.setField("LastName", "Changed");
-    other.update();
-    rs.moveNext();
-    rs.moveNext();
-    QCOMPARE(rs.field("LastName").toText(), "Changed");
-    VERIFY_UI(ui);
-}
 
-void StoreTest::recordsetRefusals_data()
-{
-    QTest::addColumn<int>("number");
-    QTest::addColumn<std::function<void(Recordset&)>>("action");
-    using F = std::function<void(Recordset&)>;
-    QTest::newRow("text longer than its column") << int(err::FieldTooSmall) << F([](Recordset& rs) {
+    void recordsetRefusals()
+    {
+        TestUi ui;
+        auto main = startProgram(ui, {});
+        Recordset rs;
+        rs.open("Customers", ConnectionString, Recordset::adLockPessimistic);
         rs.addNew();
-        rs.setField("FirstName", QString(51, 'x'));
-    });
-    QTest::newRow("duplicate key in another case") << int(err::DuplicateKey) << F([](Recordset& rs) {
-        rs.addNew();
-        rs.setField("CustID", "cus1");
+        rs.setField("CustID", "CUS1");
         rs.update();
-    });
-    QTest::newRow("Null in a required column") << int(err::NullInRequired) << F([](Recordset& rs) {
-        rs.addNew();
-        rs.setField("LastName", "x");
-        rs.update();
-    });
-    QTest::newRow("text into a number column")
-        << int(err::TypeMismatch) << F([](Recordset& rs) { rs.setField("Discount", "ten"); });
-    QTest::newRow("field with no current record") << int(err::NoCurrentRecord) << F([](Recordset& rs) {
+        auto add = [&](const char* column, const Value& value) {
+            rs.addNew();
+            rs.setField(column, value);
+            rs.update();
+        };
+        const struct {
+            const char* name;
+            int number;
+            std::function<void()> action;
+        } rows[] = {
+            {"text longer than its column", err::FieldTooSmall, [&] { add("FirstName", QString(51, 'x')); }},
+            {"duplicate key in another case", err::DuplicateKey, [&] { add("CustID", "cus1"); }},
+            {"Null in a required column", err::NullInRequired, [&] { add("LastName", "x"); }},
+            {"text into a number column", err::TypeMismatch, [&] { rs.setField("Discount", "ten"); }},
+            {"number out of range", err::Overflow, [&] { rs.setField("Discount", 3e10); }},
+            {"unknown field", err::ItemNotFound, [&] { rs.field("Nope"); }},
+            {"unknown index", err::ItemNotFound, [&] { rs.setIndex("Nope"); }},
+        };
+        for (const auto& row : rows) {
+            QVERIFY2(failure(row.action) == row.number, row.name);
+            // Nothing refused reached the file.
+            rs.cancelUpdate();
+            rs.moveFirst();
+            QVERIFY2(rs.recordCount() == 1 && rs.field("CustID").toText() == "CUS1" && rs.field("FirstName").isNull(),
+                     row.name);
+        }
         rs.setIndex("CUSTID");
         rs.seek("ZZZ");
-        rs.field("CustID");
-    });
-    QTest::newRow("unknown field") << int(err::ItemNotFound) << F([](Recordset& rs) { rs.field("Nope"); });
-    QTest::newRow("unknown index") << int(err::ItemNotFound) << F([](Recordset& rs) { rs.setIndex("Nope"); });
-    QTest::newRow("number out of range") << int(err::Overflow)
-                                         << F([](Recordset& rs) { rs.setField("Discount", 3e10); });
-}
-
-void StoreTest::recordsetRefusals()
-{
-    QFETCH(int, number);
-    QFETCH(std::function<void(Recordset&)>, action);
-    TestUi ui;
-    frmMain w;
-    start(ui, w);
-    Recordset rs;
-    rs.open("Customers", ConnectionString, Recordset::adLockPessimistic);
-    rs.addNew();
-    rs.setField("CustID", "CUS1");
-    rs.update();
-    QCOMPARE(failure([&] { action(rs); }), number);
-    // Nothing refused reached the file.
-    rs.cancelUpdate();
-    QCOMPARE(rs.recordCount(), 1);
-    rs.moveFirst();
-    QCOMPARE(rs.field("CustID").toText(), "CUS1");
-    QVERIFY(rs.field("FirstName").isNull());
-}
-
-void StoreTest::recordsetWritesAndDeletes()
-{
-    TestUi ui;
-    frmMain w;
-    start(ui, w);
-    Recordset rs;
-    rs.open("invoices", ConnectionString, Recordset::adLockPessimistic);
-    for (int i = 1; i <= 5; ++i) {
-        rs.addNew();
-        rs.setField("InvNo", QStringLiteral("INV%1").arg(i));
-        rs.setField("Date", QDate(2026, 11, i));
-        rs.setField("Total", 10.005 * i);
-        rs.setField("TaxPer", "17.5");
-        rs.update();
+        QCOMPARE(failure([&] { rs.field("CustID"); }), int(err::NoCurrentRecord));
     }
-    // The values come back in their types: money exact, dates as dates, defaults in place.
-    rs.setIndex("INVNO");
-    rs.seek("INV3");
-    QCOMPARE(rs.field("Total").toCurrency().ticks(), qint64(300150));
-    QCOMPARE(rs.field("Date").toDate().date(), QDate(2026, 11, 3));
-    QCOMPARE(rs.field("TaxPer").toDouble(), 17.5);
-    QCOMPARE(rs.field("Balance").toCurrency(), Currency());
-    QVERIFY(rs.field("Notes").isNull());
-    // An empty text is stored in a required column; the key compares without regard to case.
-    rs.addNew();
-    rs.setField("InvNo", QString());
-    rs.update();
-    QCOMPARE(rs.recordCount(), 6);
-    // Delete every other invoice while walking: the walk goes on past each deleted row.
-    bool odd = true;
-    for (rs.moveFirst(); !rs.eof(); rs.moveNext(), odd = !odd)
-        if (odd)
-            rs.deleteRecord();
-    QCOMPARE(walk(rs, "InvNo"), (QStringList{"INV1", "INV3", "INV5"}));
-    QCOMPARE(failure([&] {
-                 rs.seek("INV3");
-                 rs.deleteRecord();
-                 rs.field("InvNo");
-             }),
-             int(err::RecordDeleted));
-    // A read-only recordset refuses changes.
-    Recordset ro;
-    ro.open("INVOICES", ConnectionString, Recordset::adLockReadOnly);
-    QCOMPARE(failure([&] { ro.setField("Notes", "x"); }), int(err::NotSupported));
-    QCOMPARE(failure([&] { ro.open("Nothing", ConnectionString, Recordset::adLockReadOnly); }), int(err::UnknownTable));
-}
 
-void StoreTest::shapeSources()
-{
-    TestUi ui;
-    std::shared_ptr<ShapeRecordset> rs;
-    // Without the shape connection nothing is opened and the reference is left alone.
-    QVERIFY(!Open_shape("SHAPE {SELECT * FROM invoices} as details", rs));
-    frmMain w;
-    start(ui, w);
-    Recordset inv;
-    inv.open("Invoices", ConnectionString, Recordset::adLockPessimistic);
-    Recordset lines;
-    lines.open("InvoiceD", ConnectionString, Recordset::adLockPessimistic);
-    const struct {
-        const char* no;
-        QDate date;
-        double balance;
-        int lines;
-    } invoices[] = {{"INV1", {2026, 1, 1}, 10, 2}, {"INV2", {2026, 1, 31}, 0, 0}, {"inv3", {2026, 2, 1}, 5.5, 1}};
-    for (const auto& i : invoices) {
-        inv.addNew();
-        inv.setField("InvNo", QLatin1String(i.no));
-        inv.setField("Date", i.date);
-        inv.setField("Balance", i.balance);
-        inv.update();
-        for (int l = 0; l < i.lines; ++l) {
-            lines.addNew();
-            lines.setField("InvNo", QString::fromLatin1(i.no).toUpper());
-            lines.setField("Qty", l + 1);
-            lines.update();
-        }
-    }
-    // Date range with both ends included.
-    QVERIFY(
-        Open_shape("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/01/2026# and #01/31/2026#} as details", rs));
-    QCOMPARE(rs->recordCount(), 2);
-    QCOMPARE(rs->name(), "details");
-    QVERIFY(Open_shape("SHAPE {SELECT * FROM invoices where balance > 0} as details", rs));
-    QStringList owing;
-    for (rs->moveFirst(); !rs->eof(); rs->moveNext())
-        owing << rs->field("INVNO").toText() + '=' + rs->field("Balance").toCurrency().toString();
-    QCOMPARE(owing, (QStringList{"INV1=10", "inv3=5.5"}));
-    // Child rows, related without regard to case.
-    QVERIFY(Open_shape("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/01/2026# and #12/31/2026#} as main "
-                       "APPEND ({SELECT * FROM invoiceD} as Details RELATE 'invno' TO 'invno')  ",
-                       rs));
-    QList<int> childCounts;
-    for (rs->moveFirst(); !rs->eof(); rs->moveNext())
-        childCounts << rs->chapter("details")->recordCount();
-    QCOMPARE(childCounts, (QList<int>{2, 0, 1}));
-    QCOMPARE(rs->chapterName(), "Details");
-    // The number put in as it stands: an apostrophe breaks the command, silently.
-    auto kept = rs;
-    QVERIFY(!Open_shape("SHAPE {SELECT * FROM invoices where invno = 'O'Brien'} ", rs));
-    QVERIFY(!rs);
-    // Past the count a 16-bit integer holds: false, with every row still there.
+    void recordsetWritesAndDeletes()
     {
-        auto db = Database::open(ui.file("data.mdb"));
-        db->exec("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 32765) "
-                 "INSERT INTO Parts (ID) SELECT 'P' || i FROM n");
+        TestUi ui;
+        auto main = startProgram(ui, {});
+        Recordset rs;
+        rs.open("invoices", ConnectionString, Recordset::adLockPessimistic);
+        for (int i = 1; i <= 5; ++i) {
+            rs.addNew();
+            rs.setField("InvNo", QStringLiteral("INV%1").arg(i));
+            rs.setField("Date", QDate(2026, 11, i));
+            rs.setField("Total", 10.005 * i);
+            rs.setField("TaxPer", "17.5");
+            rs.update();
+        }
+        // The values come back in their types: money exact, dates as dates, defaults in place.
+        rs.setIndex("INVNO");
+        rs.seek("INV3");
+        QCOMPARE(rs.field("Total").toCurrency().ticks(), qint64(300150));
+        QCOMPARE(rs.field("Date").toDate().date(), QDate(2026, 11, 3));
+        QCOMPARE(rs.field("TaxPer").toDouble(), 17.5);
+        QCOMPARE(rs.field("Balance").toCurrency(), Currency());
+        QVERIFY(rs.field("Notes").isNull());
+        rs.addNew(); // an empty text is stored in a required column
+        rs.setField("InvNo", QString());
+        rs.update();
+        QCOMPARE(rs.recordCount(), 6);
+        // Delete every other invoice while walking: the walk goes on past each deleted row.
+        bool odd = true;
+        for (rs.moveFirst(); !rs.eof(); rs.moveNext(), odd = !odd)
+            if (odd)
+                rs.deleteRecord();
+        QCOMPARE(walk(rs, "InvNo"), (QStringList{"INV1", "INV3", "INV5"}));
+        QCOMPARE(failure([&] {
+                     rs.seek("INV3");
+                     rs.deleteRecord();
+                     rs.field("InvNo");
+                 }),
+                 int(err::RecordDeleted));
+        Recordset ro;
+        ro.open("INVOICES", ConnectionString, Recordset::adLockReadOnly);
+        QCOMPARE(failure([&] { ro.setField("Notes", "x"); }), int(err::NotSupported));
+        QCOMPARE(failure([&] { ro.open("Nothing", ConnectionString, Recordset::adLockReadOnly); }),
+                 int(err::UnknownTable));
     }
-    QVERIFY(Open_shape("SHAPE {SELECT * FROM parts} as details", rs));
-    QCOMPARE(rs->recordCount(), 32765);
-    Database::open(ui.file("data.mdb"))->exec("INSERT INTO Parts (ID) VALUES ('Q1'), ('Q2'), ('Q3')");
-    QVERIFY(!Open_shape("SHAPE {SELECT * FROM parts} as details", rs));
-    QCOMPARE(rs->recordCount(), 32768);
-    VERIFY_UI(ui);
-}
 
-void StoreTest::reportError()
-{
-    TestUi ui;
-    const QString expected =
-        "The following error has occurred.\r\n\r\nError Code \t: 5\r\n\r\n"
-        "Error Description \t: Invalid procedure call or argument\r\n\r\nModule \t\t: frmCustomer\r\n\r\n"
-        "Procedure \t: Find\r\n\r\nPlease log this error on the website noting the above details.";
-    ui.expectBox("Error Message", expected, platform::vbOK, platform::vbExclamation);
-    bool after = false;
-    QVERIFY(endsProgram([&] {
-        BusyTrap("frmCustomer", "Find", [] { throw VbError(err::InvalidArgument); });
-        after = true;
-    }));
-    QVERIFY(!after);
-    QCOMPARE(busyCount(), qint16(0));
-    // The log is named by the time of the OK, in a folder made for it.
-    QFile log(ui.file("Logs/20261122103015.log"));
-    QVERIFY(log.open(QIODevice::ReadOnly));
-    QCOMPARE(QString::fromUtf8(log.readAll()), expected + "\r\n");
-    QCOMPARE(QDir(ui.file("Logs")).entryList(QDir::Files).size(), 1);
-    // A long provider number shows its last six characters; a description given is kept.
-    ui.expectBox("Error Message", errorMessageText(-2147467259, "frmMain", "Load", "Own text"));
-    QVERIFY(endsProgram([] { Report_error(-2147467259, "frmMain", "Load", "Own text"); }));
-    QVERIFY(ui.shownBoxes.last().contains("Error Code \t: 467259\r\n"));
-    QVERIFY(ui.shownBoxes.last().contains("Error Description \t: Own text\r\n"));
-    VERIFY_UI(ui);
-}
+    void shapeSources()
+    {
+        TestUi ui;
+        std::shared_ptr<ShapeRecordset> rs;
+        // Without the shape connection nothing is opened.
+        QVERIFY(!Open_shape("SHAPE {SELECT * FROM invoices} as details", rs));
+        auto main = startProgram(ui, {});
+        for (const auto& [no, date, balance, lines] : {std::tuple{"INV1", QDate(2026, 1, 1), 10.0, 2},
+                                                       {"INV2", QDate(2026, 1, 31), 0.0, 0},
+                                                       {"inv3", QDate(2026, 2, 1), 5.5, 1}}) {
+            addRow("Invoices", {{"InvNo", QLatin1String(no)}, {"Date", date}, {"Balance", balance}});
+            for (int l = 0; l < lines; ++l)
+                addRow("InvoiceD", {{"InvNo", QString::fromLatin1(no).toUpper()}, {"Qty", l + 1}});
+        }
+        // Date range with both ends included.
+        QVERIFY(Open_shape("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/01/2026# and #01/31/2026#} as details",
+                           rs));
+        QCOMPARE(rs->recordCount(), 2);
+        QCOMPARE(rs->name(), "details");
+        QVERIFY(Open_shape("SHAPE {SELECT * FROM invoices where balance > 0} as details", rs));
+        QStringList owing;
+        for (rs->moveFirst(); !rs->eof(); rs->moveNext())
+            owing << rs->field("INVNO").toText() + '=' + rs->field("Balance").toCurrency().toString();
+        QCOMPARE(owing, (QStringList{"INV1=10", "inv3=5.5"}));
+        // Child rows, related without regard to case.
+        QVERIFY(Open_shape("SHAPE {SELECT * FROM invoices where Date BETWEEN #01/01/2026# and #12/31/2026#} as main "
+                           "APPEND ({SELECT * FROM invoiceD} as Details RELATE 'invno' TO 'invno')  ",
+                           rs));
+        QList<int> childCounts;
+        for (rs->moveFirst(); !rs->eof(); rs->moveNext())
+            childCounts << rs->chapter("details")->recordCount();
+        QCOMPARE(childCounts, (QList<int>{2, 0, 1}));
+        QCOMPARE(rs->chapterName(), "Details");
+        // The number put in as it stands: an apostrophe breaks the command, silently.
+        QVERIFY(!Open_shape("SHAPE {SELECT * FROM invoices where invno = 'O'Brien'} ", rs));
+        QVERIFY(!rs);
+        // Past the count a 16-bit integer holds: false, with every row still there.
+        Database::open(ui.file("data.mdb"))
+            ->exec("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 32765) "
+                   "INSERT INTO Parts (ID) SELECT 'P' || i FROM n");
+        QVERIFY(Open_shape("SHAPE {SELECT * FROM parts} as details", rs));
+        QCOMPARE(rs->recordCount(), 32765);
+        Database::open(ui.file("data.mdb"))->exec("INSERT INTO Parts (ID) VALUES ('Q1'), ('Q2'), ('Q3')");
+        QVERIFY(!Open_shape("SHAPE {SELECT * FROM parts} as details", rs));
+        QCOMPARE(rs->recordCount(), 32768);
+        VERIFY_UI(ui);
+    }
+
+    void reportError()
+    {
+        TestUi ui;
+        const QString expected =
+            "The following error has occurred.\r\n\r\nError Code \t: 5\r\n\r\n"
+            "Error Description \t: Invalid procedure call or argument\r\n\r\nModule \t\t: frmCustomer\r\n\r\n"
+            "Procedure \t: Find\r\n\r\nPlease log this error on the website noting the above details.";
+        ui.expectBox("Error Message", expected, platform::vbOK, platform::vbExclamation);
+        bool after = false;
+        QVERIFY(endsProgram([&] {
+            BusyTrap("frmCustomer", "Find", [] { throw VbError(err::InvalidArgument); });
+            after = true;
+        }));
+        QVERIFY(!after);
+        QCOMPARE(busyCount(), qint16(0));
+        // The log is named by the time of the OK, in a folder made for it.
+        QCOMPARE(fileBytes(ui.file("Logs/20261122103015.log")), (expected + "\r\n").toUtf8());
+        QCOMPARE(QDir(ui.file("Logs")).entryList(QDir::Files).size(), 1);
+        // A long provider number shows its last six characters; a description given is kept.
+        ui.expectBox("Error Message", errorMessageText(-2147467259, "frmMain", "Load", "Own text"));
+        QVERIFY(endsProgram([] { Report_error(-2147467259, "frmMain", "Load", "Own text"); }));
+        QVERIFY(ui.shownBoxes.last().contains("Error Code \t: 467259\r\n"));
+        QVERIFY(ui.shownBoxes.last().contains("Error Description \t: Own text\r\n"));
+        VERIFY_UI(ui);
+    }
+
+    void amountsAndPadding()
+    {
+        // Half away from zero on 15 digits; a wider value silently loses its left end, sign and all.
+        QStringList shown;
+        for (double value : {-1.5, 1.005, -2.675, 9.999, -0.001, 12345678.0, -1234567.89, -123456.78})
+            shown << Format_amount(value, 7, 2);
+        QCOMPARE(shown, (QStringList{"     -1.50", "      1.01", "     -2.68", "     10.00", "      0.00", "2345678.00",
+                                     "1234567.89", "-123456.78"}));
+        QCOMPARE(Format_amount(1234567.891, 10, 2), "   1234567.89");
+        QCOMPARE(Format_amount(2.5, 3, 0), "  3");
+        QCOMPARE(Format_amount(Currency::fromTicks(10050), 7, 2), "      1.01");
+        QCOMPARE(Format_amount(Currency::fromTicks(49), 7, 2), "      0.00");
+        QCOMPARE(Format_amount(Currency::fromText("922337203685477.5807"), 7, 2), "3685477.58");
+        QCOMPARE(Zero_pad(42, 6), "000042");
+        QCOMPARE(Zero_pad(1234567, 6), "234567");
+        QCOMPARE(Zero_pad(" 10000 ", 4), "0000"); // the wrap of a full width
+        QCOMPARE(Right_align("-2147467259", 6), "467259");
+        QCOMPARE(Right_align(QString(), 2), "  ");
+        // Fields of a line: no quoting, no trimming, empty beyond the last.
+        const QString line = "\"x,y\",, b";
+        QCOMPARE((QStringList{Csv_field(line, 1), Csv_field(line, 2), Csv_field(line, 3), Csv_field(line, 4),
+                              Csv_field(line, 5), Csv_field(QString(), 1)}),
+                 (QStringList{"\"x", "y\"", "", " b", "", ""}));
+    }
+
+    void currency()
+    {
+        // Four decimals from a double, half to even.
+        QList<qint64> ticks;
+        for (double value : {17.123456, 0.00025, 0.00035, -0.00025, 1234567890.1234})
+            ticks << Currency::fromDouble(value).ticks();
+        QCOMPARE(ticks, (QList<qint64>{171235, 2, 4, -2, 12345678901234LL}));
+        QCOMPARE(failure([] { Currency::fromDouble(922337203685478.0); }), int(err::Overflow));
+        QCOMPARE(failure([] { Currency::fromDouble(std::nan("")); }), int(err::Overflow));
+        const Currency top = Currency::fromText("922337203685477.5807");
+        QCOMPARE(top.ticks(), std::numeric_limits<qint64>::max());
+        QCOMPARE(failure([&] { top + Currency::fromTicks(1); }), int(err::Overflow));
+        QCOMPARE(Currency::fromText("-922337203685477.5808").toString(), "-922337203685477.5808");
+        QCOMPARE(Currency::fromText(" 1.00005 ").ticks(), qint64(10000)); // exact half to even
+        QCOMPARE(Currency::fromText("1.00015").ticks(), qint64(10002));
+        QCOMPARE(Currency::fromText("1.000051").ticks(), qint64(10001));
+        QCOMPARE(Currency::fromText("1e3").ticks(), qint64(10000000));
+        QCOMPARE(failure([] { Currency::fromText("."); }), int(err::TypeMismatch));
+        QCOMPARE(failure([] { Currency::fromText("12abc"); }), int(err::TypeMismatch));
+        QCOMPARE(Currency::fromTicks(-2500).toString(), "-0.25");
+        QCOMPARE(Currency().toString(), "0");
+        QCOMPARE(Null_to_zero(Value()), Currency());
+        QCOMPARE(Null_to_zero(Value(17.123456)).ticks(), qint64(171235));
+        QCOMPARE(Null_to_zero(Value("1")).ticks(), qint64(10000));
+        QCOMPARE(failure([] { Null_to_zero(Value("yes")); }), int(err::TypeMismatch));
+    }
+
+    void numberReadings()
+    {
+        // The lenient reading takes what leads, skipping blanks.
+        QList<double> read;
+        for (const char* text : {"", "abc", "12.5abc", " 1 2 . 5", "     -1.50", ".", "1.2.3", "1e3", "1,234"})
+            read << Val(QLatin1String(text));
+        QCOMPARE(read, (QList<double>{0, 0, 12.5, 12.5, -1.5, 0, 1.2, 1000, 1}));
+        QCOMPARE(strictNumber("  17.5 "), 17.5);
+        QCOMPARE(strictNumber("-.5"), -0.5);
+        for (const char* bad : {"", ".", "1.2.3", "12abc", "1 2", "-"})
+            QVERIFY2(failure([&] { strictNumber(QLatin1String(bad)); }) == err::TypeMismatch, bad);
+        QCOMPARE(numberText(0.1 + 0.2), "0.3");
+        QCOMPARE(numberText(1e20), "1E+20");
+        QCOMPARE(toInt16(2.5), qint16(2));
+        QCOMPARE(toInt16(3.5), qint16(4));
+        QCOMPARE(Null_to_text(Value()), QString());
+        QCOMPARE(Null_to_text(Value(QDate(2026, 3, 4))), "04/03/2026");
+        QCOMPARE(failure([] { Value().toInt16(); }), int(err::InvalidUseOfNull));
+    }
+
+    void busyNests()
+    {
+        TestUi ui;
+        QList<int> pointers;
+        platform::hooks().setPointer = [&](int p) { pointers << p; };
+        Busy_off(); // at zero: stays zero
+        Busy_on();
+        Busy_on();
+        Busy_off();
+        Busy_off();
+        // Only the outermost pair shows.
+        QCOMPARE(pointers, (QList<int>{platform::vbDefault, platform::vbHourglass, platform::vbDefault}));
+        QCOMPARE(busyCount(), qint16(0));
+    }
+
+    void listSortsAndRows()
+    {
+        TestUi ui;
+        QTreeWidget list;
+        list.setColumnCount(2);
+        ListRules rules(&list, {}, "frmInvoice");
+        for (double amount : {100.0, 9.0, -5.0})
+            rules.addRow({Format_amount(amount, 7, 2), QString()});
+        rules.columnClick(0);
+        // By text: leading blanks order positive amounts; a minus sorts after a blank.
+        QCOMPARE(column(list, 0), (QStringList{"100.00", "-5.00", "9.00"}));
+        QTreeWidget names;
+        names.setColumnCount(2);
+        ListRules nameRules(&names, {}, "frmCustomer");
+        for (const char* id : {"M", "B", "X", "A"})
+            nameRules.addRow({QLatin1String(id), QString()});
+        QCOMPARE(column(names, 0), (QStringList{"M", "B", "X", "A"})); // never sorted: last
+        names.setCurrentItem(names.topLevelItem(3));
+        nameRules.removeSelected();
+        QCOMPARE(names.currentItem()->text(0), "X");
+        // A whole reload of a sorted list: the order of one row at a time, equal keys in the order read.
+        nameRules.columnClick(0); // descending
+        nameRules.reload([&] {
+            for (const char* row : {"b 1", "M 2", "B 3", "x 4", "b 5"})
+                nameRules.addRow(QString::fromLatin1(row).split(' '));
+        });
+        QCOMPARE(column(names, 0), (QStringList{"x", "M", "b", "b", "B"}));
+        QCOMPARE(column(names, 1), (QStringList{"4", "2", "1", "5", "3"}));
+    }
+
+    void listSearch()
+    {
+        TestUi ui;
+        QTreeWidget list;
+        list.setColumnCount(2);
+        QLabel found;
+        ListConfig config;
+        config.foundLabel = &found;
+        ListRules rules(&list, config, "frm_Parts");
+        for (const char* id : {"P1", "P2"})
+            rules.addRow({QLatin1String(id), QString()});
+        auto find = [&](const QString& text) {
+            rules.Find(text);
+            return list.currentItem() ? list.currentItem()->text(0) : QString();
+        };
+        QCOMPARE(find("x"), QString());
+        QCOMPARE(found.text(), "Not Found");
+        QCOMPARE(find(QString()), "P1"); // an empty text is in every row
+        QCOMPARE(find(QString()), "P2");
+        QCOMPARE(found.text(), QString());
+
+        // Tabbing back into the search box: the customer list selects its text, the item list not.
+        auto main = startProgram(ui, {});
+        frmCustomer customers;
+        frm_Parts items;
+        for (QDialog* w : {static_cast<QDialog*>(&customers), static_cast<QDialog*>(&items)}) {
+            showUp(*w);
+            auto* search = child<QLineEdit>(*w, w == &items ? "search_txt" : "Search_txt");
+            search->setText("bolt");
+            child<QWidget>(*w, "search_cmd")->setFocus();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+            QCOMPARE(QApplication::focusWidget(), search);
+            QCoreApplication::processEvents();
+            QCOMPARE(search->selectedText(), w == &items ? "" : "bolt");
+        }
+        VERIFY_UI(ui);
+    }
+};
 
 VELK_TEST(StoreTest)
 #include "tst_store.moc"
