@@ -157,7 +157,10 @@ public:
     }
     void Print(const QString& line)
     {
-        if (file_.write(toWindows1252(line) + "\r\n") < 0)
+        bytes_.clear();
+        appendWindows1252(bytes_, line);
+        bytes_ += "\r\n";
+        if (file_.write(bytes_) < 0)
             throw VbError(err::DiskFull, file_.errorString());
     }
     void flush()
@@ -168,6 +171,7 @@ public:
 
 private:
     QFile file_;
+    QByteArray bytes_; // one line's bytes, its space kept from line to line
 };
 
 // The invoice lines by their key, read once, in key order: the at-or-after seek for an
@@ -229,30 +233,39 @@ void noRecords()
 
 } // namespace
 
-QByteArray toWindows1252(const QString& text)
+void appendWindows1252(QByteArray& out, const QString& text)
 {
     // The code points of bytes 0x80 to 0x9F; the five unused ones are 0.
     static const char16_t high[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                       0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
                                       0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                       0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-    QByteArray out;
-    out.reserve(text.size());
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const char16_t u = text[i].unicode();
-        if (u < 0x80 || (u >= 0xA0 && u <= 0xFF)) {
-            out += char(u);
+    const qsizetype start = out.size();
+    out.resize(start + text.size());
+    char* p = out.data() + start;
+    const char16_t* u = reinterpret_cast<const char16_t*>(text.constData());
+    const char16_t* end = u + text.size();
+    for (; u < end; ++u) {
+        if (*u < 0x80 || (*u >= 0xA0 && *u <= 0xFF)) {
+            *p++ = char(*u);
             continue;
         }
         char byte = '?';
         for (int k = 0; k < 32; ++k)
-            if (high[k] == u)
+            if (high[k] == *u)
                 byte = char(0x80 + k);
         // A character beyond the basic plane is one "?", not two.
-        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
-            ++i;
-        out += byte;
+        if (QChar::isHighSurrogate(*u) && u + 1 < end && QChar::isLowSurrogate(u[1]))
+            ++u;
+        *p++ = byte;
     }
+    out.resize(p - out.constData());
+}
+
+QByteArray toWindows1252(const QString& text)
+{
+    QByteArray out;
+    appendWindows1252(out, text);
     return out;
 }
 
@@ -413,7 +426,7 @@ void FrmExport::Export_list(int index, const QString& target)
         const auto fields = resolve(*rows, columns);
         const int invno = rows->fieldIndex(QStringLiteral("INVNO"));
         for (rows->moveFirst(); !rows->eof(); rows->moveNext()) {
-            line_.clear();
+            line_.resize(0); // keeps its space for the next row
             appendFields(line_, *rows, fields, comma);
             if (lines)
                 lines->append(line_, rows->field(invno).toText());
@@ -437,7 +450,7 @@ void FrmExport::Debtors(const QString& target)
         file.Print(line_);
         const auto fields = resolve(*rows, DebtorColumns);
         for (rows->moveFirst(); !rows->eof(); rows->moveNext()) {
-            line_.clear();
+            line_.resize(0); // keeps its space for the next row
             appendFields(line_, *rows, fields, true);
             file.Print(line_);
         }

@@ -64,18 +64,32 @@ Currency Currency::fromText(const QString& text)
 
 QString Currency::toString() const
 {
+    // Written by hand: lists and exports turn every amount into text.
     const bool negative = ticks_ < 0;
     // Work in unsigned so that the most negative value has a magnitude too.
-    const quint64 magnitude = negative ? quint64(0) - quint64(ticks_) : quint64(ticks_);
-    QString text = QString::number(magnitude / Scale);
+    quint64 magnitude = negative ? quint64(0) - quint64(ticks_) : quint64(ticks_);
+    char16_t buffer[32];
+    char16_t* end = buffer + 32;
+    char16_t* p = end;
     quint64 frac = magnitude % Scale;
+    magnitude /= Scale;
     if (frac != 0) {
-        QString f = QStringLiteral("%1").arg(frac, 4, 10, QChar('0'));
-        while (f.endsWith('0'))
-            f.chop(1);
-        text += '.' + f;
+        int places = 4;
+        while (frac % 10 == 0) {
+            frac /= 10;
+            --places;
+        }
+        for (; places > 0; --places, frac /= 10)
+            *--p = char16_t(u'0' + frac % 10);
+        *--p = u'.';
     }
-    return negative ? '-' + text : text;
+    do {
+        *--p = char16_t(u'0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude != 0);
+    if (negative)
+        *--p = u'-';
+    return QString(reinterpret_cast<const QChar*>(p), end - p);
 }
 
 Currency Currency::operator+(Currency other) const

@@ -68,9 +68,10 @@ std::shared_ptr<Database> Database::open(const QString& path)
     if (auto existing = pool().value(key))
         return existing;
     auto db = std::shared_ptr<Database>(new Database(key));
-    // No create flag: a missing file is a failure, never a new empty file.
+    // No create flag: a missing file is a failure, never a new empty file. The program
+    // reads and writes on one thread only, so the handle takes no lock per call.
     const int rc =
-        sqlite3_open_v2(key.toUtf8().constData(), &db->db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX, nullptr);
+        sqlite3_open_v2(key.toUtf8().constData(), &db->db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK)
         db->fail(rc, key);
     sqlite3_extended_result_codes(db->db_, 1);
@@ -87,7 +88,7 @@ std::shared_ptr<Database> Database::create(const QString& path)
 {
     auto db = std::shared_ptr<Database>(new Database(QFileInfo(path).absoluteFilePath()));
     const int rc = sqlite3_open_v2(db->path_.toUtf8().constData(), &db->db_,
-                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX, nullptr);
+                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK)
         db->fail(rc, path);
     sqlite3_extended_result_codes(db->db_, 1);
@@ -99,7 +100,8 @@ std::shared_ptr<Database> Database::create(const QString& path)
 std::shared_ptr<Database> Database::openToRead(const QString& path)
 {
     auto db = std::shared_ptr<Database>(new Database(QFileInfo(path).absoluteFilePath()));
-    const int rc = sqlite3_open_v2(db->path_.toUtf8().constData(), &db->db_, SQLITE_OPEN_READONLY, nullptr);
+    const int rc =
+        sqlite3_open_v2(db->path_.toUtf8().constData(), &db->db_, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK)
         db->fail(rc, path);
     sqlite3_extended_result_codes(db->db_, 1);

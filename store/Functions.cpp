@@ -50,6 +50,14 @@ void roundDecimal(QString digits, int exponent, int dec, QString* whole, QString
     *fraction = kept.mid(intLen);
 }
 
+// Blanks in front up to the width, at most 20; a longer text loses its left end.
+QString fitWidth(const QString& text, int width)
+{
+    if (width >= text.size() && width <= text.size() + 20)
+        return QString(width - text.size(), ' ') + text;
+    return (QString(20, ' ') + text).right(width);
+}
+
 QString formatDigits(bool negative, QString digits, int exponent, int intDigits, int decDigits)
 {
     QString whole, fraction;
@@ -66,8 +74,7 @@ QString formatDigits(bool negative, QString digits, int exponent, int intDigits,
     const bool zero = std::none_of(text.cbegin(), text.cend(), [](QChar c) { return c >= '1' && c <= '9'; });
     if (negative && !zero)
         text.prepend('-');
-    const int width = intDigits + decDigits + (decDigits > 0 ? 1 : 0);
-    return (QString(20, ' ') + text).right(width);
+    return fitWidth(text, intDigits + decDigits + (decDigits > 0 ? 1 : 0));
 }
 } // namespace
 
@@ -99,6 +106,29 @@ QString Format_amount(Currency value, int intDigits, int decDigits)
 {
     const qint64 t = value.ticks();
     const quint64 magnitude = t < 0 ? quint64(0) - quint64(t) : quint64(t);
+    if (decDigits >= 0 && decDigits <= 4) {
+        // The ticks are ten-thousandths: rounding to four places or fewer is whole-number
+        // work, halves away from zero as below.
+        static const quint64 tens[] = {1, 10, 100, 1000, 10000};
+        const quint64 step = tens[4 - decDigits];
+        quint64 kept = magnitude / step + (step > 1 && magnitude % step >= step / 2 ? 1 : 0);
+        const bool zero = kept == 0; // a value that rounds to zero shows no sign
+        char16_t buffer[32];
+        char16_t* const end = buffer + 32;
+        char16_t* p = end;
+        for (int i = 0; i < decDigits; ++i, kept /= 10)
+            *--p = char16_t(u'0' + kept % 10);
+        if (decDigits > 0)
+            *--p = u'.';
+        do {
+            *--p = char16_t(u'0' + kept % 10);
+            kept /= 10;
+        } while (kept != 0);
+        if (t < 0 && !zero)
+            *--p = u'-';
+        return fitWidth(QString(reinterpret_cast<const QChar*>(p), end - p),
+                        intDigits + decDigits + (decDigits > 0 ? 1 : 0));
+    }
     const QString digits = QString::number(magnitude).rightJustified(5, '0');
     // The point stands four places from the right.
     return formatDigits(t < 0, digits, int(digits.size()) - 5, intDigits, decDigits);

@@ -120,7 +120,18 @@ qint32 toInt32(double value)
 
 QString dateText(const QDate& date)
 {
-    return date.toString(QStringLiteral("dd/MM/yyyy"));
+    int year, month, day;
+    date.getDate(&year, &month, &day);
+    if (!date.isValid() || year < 1 || year > 9999)
+        return date.toString(QStringLiteral("dd/MM/yyyy"));
+    // Written by hand: the formatter parses its pattern on every call, and lists and
+    // exports write a date a row.
+    const char16_t text[10] = {
+        char16_t(u'0' + day / 10),    char16_t(u'0' + day % 10),        u'/',
+        char16_t(u'0' + month / 10),  char16_t(u'0' + month % 10),      u'/',
+        char16_t(u'0' + year / 1000), char16_t(u'0' + year / 100 % 10), char16_t(u'0' + year / 10 % 10),
+        char16_t(u'0' + year % 10)};
+    return QString(reinterpret_cast<const QChar*>(text), 10);
 }
 
 QString dateTimeText(const QDateTime& value)

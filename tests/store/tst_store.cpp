@@ -333,6 +333,12 @@ private slots:
         QCOMPARE(Format_amount(Currency::fromTicks(10050), 7, 2), "      1.01");
         QCOMPARE(Format_amount(Currency::fromTicks(49), 7, 2), "      0.00");
         QCOMPARE(Format_amount(Currency::fromText("922337203685477.5807"), 7, 2), "3685477.58");
+        // Money takes a whole-number route of its own: it must print as the same double does.
+        for (qint64 ticks : {-15000, -10050, -49, -5, 0, 5, 49, 50, 12345, 99995, 123456789})
+            for (int places = 0; places <= 4; ++places)
+                QCOMPARE(Format_amount(Currency::fromTicks(ticks), 7, places),
+                         Format_amount(ticks / 10000.0, 7, places));
+        QCOMPARE(dateText(QDate(987, 3, 4)) + ' ' + dateText(QDate(2026, 12, 31)), "04/03/0987 31/12/2026");
         QCOMPARE(Zero_pad(42, 6), "000042");
         QCOMPARE(Zero_pad(1234567, 6), "234567");
         QCOMPARE(Zero_pad(" 10000 ", 4), "0000"); // the wrap of a full width
