@@ -23,10 +23,7 @@ frmCustomer::frmCustomer(QWidget* parent) : QDialog(parent)
     setWindowTitle(QStringLiteral("Customers"));
     resize(820, 520);
     ListWindowPlan plan;
-    plan.buttons = {{"Add", QStyle::SP_FileIcon},
-                    {"Delete", QStyle::SP_TrashIcon},
-                    {"View", QStyle::SP_FileDialogContentsView},
-                    {"Help", QStyle::SP_DialogHelpButton}};
+    plan.buttons = recordButtons("View");
     plan.onButton = [this](int place) { Toolbar1_ButtonClick(place); };
     plan.listName = "Cust_lst";
     plan.headings = {QStringLiteral("Cust ID"), QStringLiteral("Customer Name"), QStringLiteral("Phone"),

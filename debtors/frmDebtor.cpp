@@ -3,6 +3,7 @@
 #include "help/Help_frm.h"
 #include "invoices/frmAddInv.h"
 #include "platform/Activation.h"
+#include "platform/Controls.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
 #include "report/Report.h"
@@ -171,29 +172,24 @@ frmDebtor::frmDebtor(QWidget* parent) : QDialog(parent)
     layout->addWidget(totalsStrip);
 
     auto* bottom = new QHBoxLayout;
-    auto button = [this, bottom](const char* name, const char* caption) {
-        auto* b = new QPushButton(QLatin1String(caption), this);
-        b->setObjectName(QLatin1String(name));
-        b->setAutoDefault(false);
+    All_cmd = button(QStringLiteral("All_cmd"), QStringLiteral("Select All"), this);
+    Select7_cmd = button(QStringLiteral("Select7_cmd"), QStringLiteral("30 Days"), this);
+    Select14 = button(QStringLiteral("Select14"), QStringLiteral("30 -60 Days"), this);
+    Select30 = button(QStringLiteral("Select30"), QStringLiteral("61+ Days"), this);
+    Unselect_all = button(QStringLiteral("Unselect_all"), QStringLiteral("Unselect All"), this);
+    for (QPushButton* b : {All_cmd, Select7_cmd, Select14, Select30, Unselect_all})
         bottom->addWidget(b);
-        return b;
-    };
-    All_cmd = button("All_cmd", "Select All");
-    Select7_cmd = button("Select7_cmd", "30 Days");
-    Select14 = button("Select14", "30 -60 Days");
-    Select30 = button("Select30", "61+ Days");
-    Unselect_all = button("Unselect_all", "Unselect All");
     connect(All_cmd, &QPushButton::clicked, this, [this] { SelectPeriod(-1); });
     connect(Select7_cmd, &QPushButton::clicked, this, [this] { SelectPeriod(Col30); });
     connect(Select14, &QPushButton::clicked, this, [this] { SelectPeriod(Col60); });
     connect(Select30, &QPushButton::clicked, this, [this] { SelectPeriod(Col61); });
     connect(Unselect_all, &QPushButton::clicked, this, &frmDebtor::Unselect_all_Click);
     bottom->addSpacing(20);
-    debtor_chk = new QCheckBox(QStringLiteral("Show Debtors at Startup"), this);
-    debtor_chk->setObjectName(QStringLiteral("debtor_chk"));
+    debtor_chk = tick(QStringLiteral("debtor_chk"), QStringLiteral("Show Debtors at Startup"), this);
     bottom->addWidget(debtor_chk);
     bottom->addStretch();
-    Command1 = button("Command1", "&Exit");
+    Command1 = button(QStringLiteral("Command1"), QStringLiteral("&Exit"), this);
+    bottom->addWidget(Command1);
     connect(Command1, &QPushButton::clicked, this, &QDialog::accept);
     layout->addLayout(bottom);
 

@@ -4,6 +4,7 @@
 #include "options/Numbering.h"
 #include "options/frmInvoiceSet.h"
 #include "platform/Activation.h"
+#include "platform/Controls.h"
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
@@ -62,13 +63,6 @@ QLineEdit* box(const QString& name, int maxLength, Qt::Alignment align, QWidget*
         e->setMaxLength(maxLength);
     e->setAlignment(align | Qt::AlignVCenter);
     return e;
-}
-
-QCheckBox* tick(const QString& text, const QString& name, QWidget* parent)
-{
-    auto* c = new QCheckBox(text, parent);
-    c->setObjectName(name);
-    return c;
 }
 
 void paint(QWidget* control, const QColor& colour)
@@ -187,13 +181,13 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
     for (int i = 0; i < Lines; ++i) {
         PartID_txt[i] = box(indexed("PartID_txt", i), 12, Qt::AlignHCenter, this);
         Blank[i] = box(indexed("Blank", i), 0, Qt::AlignLeft, this);
-        Check1[i] = tick(QString(), indexed("Check1", i), this);
+        Check1[i] = tick(indexed("Check1", i), QString(), this);
         Qty_txt[i] = box(indexed("Qty_txt", i), 4, Qt::AlignHCenter, this);
         Desc_txt[i] = box(indexed("Desc_txt", i), 120, Qt::AlignLeft, this);
         Amount_txt[i] = box(indexed("Amount_txt", i), 10, Qt::AlignRight, this);
         tota1l_txt[i] = box(indexed("tota1l_txt", i), 0, Qt::AlignRight, this);
         tax1[i] = box(indexed("tax1", i), 0, Qt::AlignLeft, this);
-        tax[i] = tick(QString(), indexed("tax", i), this);
+        tax[i] = tick(indexed("tax", i), QString(), this);
         tota1l_txt[i]->setEnabled(false);
         tota1l_txt[i]->setFocusPolicy(Qt::NoFocus);
         for (QLineEdit* filler : {Blank[i], tax1[i]}) {
@@ -227,7 +221,7 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
     notes_txt->setObjectName(QStringLiteral("notes_txt"));
     notes_txt->setFixedHeight(70);
     notes->addWidget(notes_txt);
-    Notes_chk = tick(QStringLiteral("Include Notes"), QStringLiteral("Notes_chk"), this);
+    Notes_chk = tick(QStringLiteral("Notes_chk"), QStringLiteral("Include Notes"), this);
     notes->addWidget(Notes_chk);
     bottom->addLayout(notes, 1);
 
@@ -274,7 +268,7 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
     Writtenoff_txt->setText(QStringLiteral("0.00"));
     Balance_txt = box(QStringLiteral("Balance_txt"), 0, Qt::AlignRight, this);
     Balance_txt->setEnabled(false);
-    PaidFull_chk = tick(QStringLiteral("Paid In Full"), QStringLiteral("PaidFull_chk"), this);
+    PaidFull_chk = tick(QStringLiteral("PaidFull_chk"), QStringLiteral("Paid In Full"), this);
     int r = 0;
     for (const auto& [caption, field] : {std::pair<const char*, QLineEdit*>{"Total", total_txt2},
                                          {"Paid", Paid_txt},

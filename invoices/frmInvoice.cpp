@@ -64,10 +64,7 @@ frmInvoice::frmInvoice(QWidget* parent) : QDialog(parent)
     setWindowTitle(QStringLiteral("Invoices"));
     resize(900, 540);
     ListWindowPlan plan;
-    plan.buttons = {{"Add", QStyle::SP_FileIcon},
-                    {"Delete", QStyle::SP_TrashIcon},
-                    {"Edit", QStyle::SP_FileDialogContentsView},
-                    {"Help", QStyle::SP_DialogHelpButton}};
+    plan.buttons = recordButtons("Edit");
     plan.onButton = [this](int place) { Toolbar1_ButtonClick(place); };
     plan.listName = "Inv_lst";
     plan.headings = {QStringLiteral("Invoice No."),   QStringLiteral("Date"),   QStringLiteral("Cust ID."),

@@ -39,10 +39,7 @@ frm_Parts::frm_Parts(QWidget* parent) : QDialog(parent)
     setWindowTitle(QStringLiteral("Items"));
     resize(820, 520);
     ListWindowPlan plan;
-    plan.buttons = {{"Add", QStyle::SP_FileIcon},
-                    {"Delete", QStyle::SP_TrashIcon},
-                    {"Edit", QStyle::SP_FileDialogContentsView},
-                    {"Help", QStyle::SP_DialogHelpButton}};
+    plan.buttons = recordButtons("Edit");
     plan.onButton = [this](int place) { Toolbar1_ButtonClick(place); };
     plan.listName = "Parts_lst";
     plan.headings = {QStringLiteral("Item ID"), QStringLiteral("Short Descriprtion"),

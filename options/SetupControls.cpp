@@ -17,6 +17,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+using namespace platform;
+
 MemoBox* memoBox(const QString& name, int maxLength, QWidget* parent)
 {
     auto* box = new MemoBox(maxLength, parent);
@@ -29,18 +31,6 @@ void keepRoomWhenHidden(QWidget* control)
     QSizePolicy policy = control->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     control->setSizePolicy(policy);
-}
-
-QCheckBox* tick(const char* name, const char* caption, QWidget* parent)
-{
-    return named(new QCheckBox(QLatin1String(caption), parent), name);
-}
-
-QPushButton* button(const char* name, const char* caption, QWidget* parent)
-{
-    auto* b = named(new QPushButton(QLatin1String(caption), parent), name);
-    b->setAutoDefault(false);
-    return b;
 }
 
 QString Default_reminder(int n)

@@ -4,6 +4,7 @@
 // examples and free-form ticks, and how those controls reach the settings row and record.
 
 #include "options/Numbering.h"
+#include "platform/Controls.h"
 #include "platform/MemoBox.h"
 #include "shell/SettingsTable.h"
 
@@ -24,15 +25,6 @@ MemoBox* memoBox(const QString& name, int maxLength, QWidget* parent);
 
 // A control that keeps its room in the layout while hidden.
 void keepRoomWhenHidden(QWidget* control);
-
-// A control named as the windows know it, a tick and a button that is never the default.
-template <class T> T* named(T* widget, const char* name)
-{
-    widget->setObjectName(QLatin1String(name));
-    return widget;
-}
-QCheckBox* tick(const char* name, const char* caption, QWidget* parent);
-QPushButton* button(const char* name, const char* caption, QWidget* parent);
 
 // The three default reminder letters, the first with its missing blank after "oversight.".
 QString Default_reminder(int n);

@@ -1,5 +1,6 @@
 #include "options/frmCustomerSet.h"
 
+#include "platform/Controls.h"
 #include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
@@ -12,6 +13,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+using namespace platform;
+
 frmCustomerSet::frmCustomerSet(QWidget* parent) : QDialog(parent), rs_(std::make_unique<Recordset>())
 {
     setObjectName(QStringLiteral("frmCustomerSet"));
@@ -19,17 +22,13 @@ frmCustomerSet::frmCustomerSet(QWidget* parent) : QDialog(parent), rs_(std::make
     auto* layout = new QVBoxLayout(this);
     auto* frame = new QGroupBox(QStringLiteral("Customer Screen"), this);
     auto* ticks = new QVBoxLayout(frame);
-    auto tick = [&](const char* name, const char* caption) {
-        auto* c = new QCheckBox(QLatin1String(caption), frame);
-        c->setObjectName(QLatin1String(name));
+    fax_chk = tick("fax_chk", "Include Fax", frame);
+    phone_chk = tick("phone_chk", "Include Phone", frame);
+    email_chk = tick("email_chk", "Include Email", frame);
+    Shipping1_chk = tick("Shipping1_chk", "Include Delivery Address", frame);
+    mobile_chk = tick("mobile_chk", "Include Mobile", frame);
+    for (QCheckBox* c : {fax_chk, phone_chk, email_chk, Shipping1_chk, mobile_chk})
         ticks->addWidget(c);
-        return c;
-    };
-    fax_chk = tick("fax_chk", "Include Fax");
-    phone_chk = tick("phone_chk", "Include Phone");
-    email_chk = tick("email_chk", "Include Email");
-    Shipping1_chk = tick("Shipping1_chk", "Include Delivery Address");
-    mobile_chk = tick("mobile_chk", "Include Mobile");
     auto* note = new QLabel(QStringLiteral("Untick any check box to make text boxes invisble"), frame);
     note->setObjectName(QStringLiteral("Label1"));
     ticks->addWidget(note);

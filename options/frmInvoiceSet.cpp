@@ -15,6 +15,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+using namespace platform;
+
 frmInvoiceSet::frmInvoiceSet(QWidget* parent)
     : QDialog(parent), io_(new InvoiceOptions(this, false)), rs_(std::make_unique<Recordset>())
 {

@@ -1,5 +1,6 @@
 #include "reports/FrmExport.h"
 
+#include "platform/Controls.h"
 #include "platform/Keys.h"
 #include "platform/Platform.h"
 #include "reports/ReportList.h"
@@ -274,10 +275,6 @@ FrmExport::FrmExport(QWidget* parent) : QDialog(parent)
     setObjectName(QStringLiteral("FrmExport"));
     setWindowTitle(QStringLiteral("Export to Excel"));
     auto* grid = new QGridLayout(this);
-    auto named = [this](auto* w, const char* name) {
-        w->setObjectName(QLatin1String(name));
-        return w;
-    };
     auto* label1 = named(new QLabel(QStringLiteral("Path"), this), "Label1");
     Path_txt = named(new QLineEdit(this), "Path_txt");
     auto* label2 = named(new QLabel(QStringLiteral("Filename:"), this), "Label2");

@@ -41,6 +41,14 @@ private:
 
 } // namespace
 
+std::vector<ListButton> recordButtons(const char* openCaption)
+{
+    return {{"Add", QStyle::SP_FileIcon},
+            {"Delete", QStyle::SP_TrashIcon},
+            {openCaption, QStyle::SP_FileDialogContentsView},
+            {"Help", QStyle::SP_DialogHelpButton}};
+}
+
 ListWindow buildListWindow(QDialog* window, const ListWindowPlan& plan)
 {
     ListWindow w;

@@ -19,6 +19,10 @@ struct ListButton {
     QStyle::StandardPixmap icon;
 };
 
+// The toolbar every record list shows: Add, Delete, the opening command (its caption
+// given) and Help, at places 1 to 4.
+std::vector<ListButton> recordButtons(const char* openCaption);
+
 struct ListWindowPlan {
     std::vector<ListButton> buttons;
     std::function<void(int place)> onButton;
