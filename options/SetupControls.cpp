@@ -33,6 +33,19 @@ void keepRoomWhenHidden(QWidget* control)
     control->setSizePolicy(policy);
 }
 
+std::vector<CustomerScreenTick> customerScreenTicks(QWidget* frame, QBoxLayout* column)
+{
+    std::vector<CustomerScreenTick> ticks{
+        {"FaxVisible", &SettingsRecord::FaxVisible, tick("fax_chk", "Include Fax", frame)},
+        {"phoneVisible", &SettingsRecord::phoneVisible, tick("phone_chk", "Include Phone", frame)},
+        {"emailVisible", &SettingsRecord::emailVisible, tick("email_chk", "Include Email", frame)},
+        {"shippingVisible", &SettingsRecord::shippingVisible, tick("Shipping1_chk", "Include Delivery Address", frame)},
+        {"mobileVisible", &SettingsRecord::mobileVisible, tick("mobile_chk", "Include Mobile", frame)}};
+    for (const CustomerScreenTick& t : ticks)
+        column->addWidget(t.box);
+    return ticks;
+}
+
 QString Default_reminder(int n)
 {
     switch (n) {

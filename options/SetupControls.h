@@ -6,11 +6,14 @@
 #include "options/Numbering.h"
 #include "platform/Controls.h"
 #include "platform/MemoBox.h"
+#include "shell/Globals.h"
 #include "shell/SettingsTable.h"
 
 #include <QObject>
 #include <functional>
+#include <vector>
 
+class QBoxLayout;
 class QCheckBox;
 class QDialog;
 class QGroupBox;
@@ -25,6 +28,15 @@ MemoBox* memoBox(const QString& name, int maxLength, QWidget* parent);
 
 // A control that keeps its room in the layout while hidden.
 void keepRoomWhenHidden(QWidget* control);
+
+// The customer window's five optional fields as ticks in a column, each with its
+// settings column: shared by Options and "Customize Customer Screen".
+struct CustomerScreenTick {
+    const char* column;
+    qint16 SettingsRecord::*field;
+    QCheckBox* box;
+};
+std::vector<CustomerScreenTick> customerScreenTicks(QWidget* frame, QBoxLayout* column);
 
 // The three default reminder letters, the first with its missing blank after "oversight.".
 QString Default_reminder(int n);

@@ -22,13 +22,7 @@ frmCustomerSet::frmCustomerSet(QWidget* parent) : QDialog(parent), rs_(std::make
     auto* layout = new QVBoxLayout(this);
     auto* frame = new QGroupBox(QStringLiteral("Customer Screen"), this);
     auto* ticks = new QVBoxLayout(frame);
-    fax_chk = tick("fax_chk", "Include Fax", frame);
-    phone_chk = tick("phone_chk", "Include Phone", frame);
-    email_chk = tick("email_chk", "Include Email", frame);
-    Shipping1_chk = tick("Shipping1_chk", "Include Delivery Address", frame);
-    mobile_chk = tick("mobile_chk", "Include Mobile", frame);
-    for (QCheckBox* c : {fax_chk, phone_chk, email_chk, Shipping1_chk, mobile_chk})
-        ticks->addWidget(c);
+    ticks_ = customerScreenTicks(frame, ticks);
     auto* note = new QLabel(QStringLiteral("Untick any check box to make text boxes invisble"), frame);
     note->setObjectName(QStringLiteral("Label1"));
     ticks->addWidget(note);
@@ -64,14 +58,9 @@ void frmCustomerSet::Load_system()
         if (rs_->recordCount() <= 0)
             return;
         rs_->moveFirst();
-        auto set = [&](QCheckBox* box, const char* column) {
-            box->setChecked(Null_to_zero(rs_->field(QLatin1String(column))) == Currency::fromTicks(Currency::Scale));
-        };
-        set(fax_chk, "FaxVisible");
-        set(phone_chk, "phoneVisible");
-        set(email_chk, "emailVisible");
-        set(Shipping1_chk, "shippingVisible");
-        set(mobile_chk, "mobileVisible");
+        for (const CustomerScreenTick& t : ticks_)
+            t.box->setChecked(Null_to_zero(rs_->field(QLatin1String(t.column))) ==
+                              Currency::fromTicks(Currency::Scale));
     });
 }
 
@@ -87,11 +76,8 @@ void frmCustomerSet::Update()
         } else {
             rs_->moveFirst();
         }
-        rs_->setField(QStringLiteral("FaxVisible"), fax_chk->isChecked() ? 1 : 0);
-        rs_->setField(QStringLiteral("phoneVisible"), phone_chk->isChecked() ? 1 : 0);
-        rs_->setField(QStringLiteral("emailVisible"), email_chk->isChecked() ? 1 : 0);
-        rs_->setField(QStringLiteral("shippingVisible"), Shipping1_chk->isChecked() ? 1 : 0);
-        rs_->setField(QStringLiteral("mobileVisible"), mobile_chk->isChecked() ? 1 : 0);
+        for (const CustomerScreenTick& t : ticks_)
+            rs_->setField(QLatin1String(t.column), t.box->isChecked() ? 1 : 0);
         rs_->update();
         Settings();
     });
@@ -99,9 +85,6 @@ void frmCustomerSet::Update()
 
 void frmCustomerSet::Settings()
 {
-    settings.FaxVisible = fax_chk->isChecked() ? 1 : 0;
-    settings.phoneVisible = phone_chk->isChecked() ? 1 : 0;
-    settings.emailVisible = email_chk->isChecked() ? 1 : 0;
-    settings.shippingVisible = Shipping1_chk->isChecked() ? 1 : 0;
-    settings.mobileVisible = mobile_chk->isChecked() ? 1 : 0;
+    for (const CustomerScreenTick& t : ticks_)
+        settings.*t.field = t.box->isChecked() ? 1 : 0;
 }

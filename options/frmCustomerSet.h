@@ -2,6 +2,8 @@
 // "Customize Customer Screen": the five optional fields of the customer window,
 // changed from where their effect is seen.
 
+#include "options/SetupControls.h"
+
 #include <QDialog>
 
 class QCheckBox;
@@ -19,6 +21,6 @@ public:
     void Settings();
 
 private:
-    QCheckBox *fax_chk, *phone_chk, *email_chk, *Shipping1_chk, *mobile_chk;
+    std::vector<CustomerScreenTick> ticks_;
     std::unique_ptr<Recordset> rs_;
 };

@@ -199,13 +199,7 @@ void frmOptions::buildCustomizePage(QGroupBox* frame)
     io_->buildScreenFields(invoice, invoiceGrid, 0);
     auto* customer = named(new QGroupBox(QStringLiteral("Customer Screen"), frame), "Frame5");
     auto* customerLayout = new QVBoxLayout(customer);
-    fax_chk = tick("fax_chk", "Include Fax", customer);
-    phone_chk = tick("phone_chk", "Include Phone", customer);
-    email_chk = tick("email_chk", "Include Email", customer);
-    Shipping1_chk = tick("Shipping1_chk", "Include Delivery Address", customer);
-    mobile_chk = tick("mobile_chk", "Include Mobile", customer);
-    for (QCheckBox* b : {fax_chk, phone_chk, email_chk, Shipping1_chk, mobile_chk})
-        customerLayout->addWidget(b);
+    customerTicks_ = customerScreenTicks(customer, customerLayout);
     layout->addWidget(invoice);
     layout->addWidget(customer);
 }
@@ -217,14 +211,11 @@ void frmOptions::bindOwnControls()
     const std::pair<const char*, QCheckBox*> ticks[] = {{"present", Present_chk},
                                                         {"Debtorstart", DebtorStart},
                                                         {"ConfirmBackup", confirmBackup_chk},
-                                                        {"ConfirmAll", ConfirmAll_chk},
-                                                        {"FaxVisible", fax_chk},
-                                                        {"phoneVisible", phone_chk},
-                                                        {"emailVisible", email_chk},
-                                                        {"shippingVisible", Shipping1_chk},
-                                                        {"mobileVisible", mobile_chk}};
+                                                        {"ConfirmAll", ConfirmAll_chk}};
     for (const auto& [column, box] : ticks)
         c_->bind(column, box, Binding::Tick, Binding::Direct);
+    for (const CustomerScreenTick& t : customerTicks_)
+        c_->bind(t.column, t.box, Binding::Tick, Binding::Direct);
     const std::pair<const char*, QWidget*> texts[] = {
         {"Reminder1", Reminder[0]}, {"Reminder2", Reminder[1]}, {"Reminder3", Reminder[2]}};
     for (const auto& [column, box] : texts)

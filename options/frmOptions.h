@@ -1,6 +1,7 @@
 #pragma once
 // "Options": every setting of the one settings row, on eight pages under a tab strip.
 
+#include "options/SetupControls.h"
 #include "shell/SettingsTable.h"
 
 #include <QDialog>
@@ -65,6 +66,6 @@ private:
     QDateEdit *DTPicker1, *DTPicker2;
     QCheckBox *Present_chk, *DebtorStart, *confirmBackup_chk, *ConfirmAll_chk;
     MemoBox* Reminder[3];
-    QCheckBox *fax_chk, *phone_chk, *email_chk, *Shipping1_chk, *mobile_chk;
+    std::vector<CustomerScreenTick> customerTicks_;
     std::unique_ptr<Recordset> rs_;
 };

@@ -11,6 +11,7 @@
 #include "store/Functions.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -270,6 +271,40 @@ private slots:
         QTRY_VERIFY(!w.isVisible());
         QCOMPARE(ui.beeps, answer == vbYes ? 1 : 0);
         QCOMPARE(columnValues("Customers", "FirstName"), QStringList{"Ann"});
+        VERIFY_UI(ui);
+    }
+
+    void customisationShowsAtOnce()
+    {
+        TestUi ui;
+        auto main =
+            startProgram(ui, {{"FaxVisible", 1}, {"phoneVisible", 1}, {"ConfirmAll", 1}, {"CustStart", "1001"}});
+        NewCustomerMode = 1;
+        frmAddCust w;
+        w.show();
+        // OK stores the ticks in the settings row and the window shows them at once; Cancel keeps nothing.
+        for (const bool ok : {true, false}) {
+            ui.onModal("frmCustomerSet", [&](QDialog& d) {
+                [&] {
+                    QCOMPARE(child<QCheckBox>(d, "fax_chk")->isChecked(), ok);
+                    QVERIFY(!child<QCheckBox>(d, "mobile_chk")->isChecked() || !ok);
+                }();
+                child<QCheckBox>(d, "fax_chk")->setChecked(!ok);
+                child<QCheckBox>(d, "mobile_chk")->setChecked(ok);
+                child<QCheckBox>(d, "Shipping1_chk")->setChecked(ok);
+                click(d, ok ? "ok_cmd" : "cancel_cmd");
+                return int(ok);
+            });
+            click(w, "Customize_cmd");
+            QVERIFY(!child<QLineEdit>(w, "Fax_txt")->isVisible());
+            QVERIFY(child<QLineEdit>(w, "mobile_txt")->isVisible());
+            QVERIFY(child<QLineEdit>(w, "delpostcode")->isVisible());
+            QCOMPARE(settings.FaxVisible, qint16(0));
+            QCOMPARE(settings.mobileVisible, qint16(1));
+            for (const char* column : {"FaxVisible", "mobileVisible", "shippingVisible", "phoneVisible", "ConfirmAll"})
+                QCOMPARE(column + ("=" + columnValues("System", column).join(',')),
+                         column + QString(QLatin1String(column) == "FaxVisible" ? "=0" : "=1"));
+        }
         VERIFY_UI(ui);
     }
 };
