@@ -182,8 +182,9 @@ class InvoiceLines
 public:
     InvoiceLines()
     {
-        rows_ = ShapeRecordset::open(QStringLiteral("SELECT * FROM invoiceD ORDER BY InvNo"),
-                                     Database::open(dataSourceOf(ConnectionString)));
+        rows_ = ShapeRecordset::open(
+            QStringLiteral("SELECT InvNo, Qty, PartID, Description, Amount, Total FROM invoiceD ORDER BY InvNo"),
+            Database::open(dataSourceOf(ConnectionString)));
         key_ = rows_->fieldIndex(QStringLiteral("invno"));
         fields_ = resolve(*rows_, LineColumns);
         for (int i = rows_->recordCount() - 1; i >= 0; --i) {
