@@ -11,7 +11,6 @@
 #include "store/Functions.h"
 
 #include <QAction>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -56,7 +55,6 @@ const QString Saved = "Customer details have been saved.";
 const QString AddInvoice = "Do you want to add an invoice to this customer?";
 const QString InUse = "This Customer number has already been used. Please try again!";
 const QString InUseTitle = "Customer Number Already In Use";
-const QString SaveChanges = "Do you wish to save changes?";
 
 } // namespace
 
@@ -232,45 +230,37 @@ private slots:
         VERIFY_UI(ui);
     }
 
-    void onlyTypingIsAChange_data()
-    {
-        QTest::addColumn<bool>("newCustomer");
-        QTest::addColumn<QString>("letters"); // typed after three Tabs from the first name
-        QTest::addColumn<bool>("copy");
-        QTest::addColumn<int>("answer"); // to "Do you wish to save changes?"; 0: not asked
-        QTest::newRow("tab three times") << false << QString() << false << 0;
-        QTest::newRow("one letter") << false << "x" << false << int(vbNo);
-        QTest::newRow("the copy button alone") << true << QString() << true << 0;
-        // A refused save on the way out: the window closes all the same.
-        QTest::newRow("a refused save") << true << "x" << false << int(vbYes);
-    }
-    // Keys that move or command are no change: only a typed character makes Exit ask.
+    // Keys that move or command are no change: only a typed character makes Exit ask. A refused
+    // save on the way out closes the window all the same.
     void onlyTypingIsAChange()
     {
-        QFETCH(bool, newCustomer);
-        QFETCH(QString, letters);
-        QFETCH(bool, copy);
-        QFETCH(int, answer);
-        TestUi ui;
-        auto main = startProgram(ui, {{"CustStart", "100001"}, {"CustPrefix", "CUS"}});
-        addRow("Customers", customer("CUS1", "Brown"));
-        NewCustomerMode = newCustomer ? 1 : 0;
-        SelectedCustID = "CUS1";
-        frmAddCust w;
-        showUp(w);
-        child<QLineEdit>(w, "FirstName_txt")->setFocus();
-        for (int i = 0; i < 3; ++i)
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QTest::keyClicks(QApplication::focusWidget(), letters);
-        if (copy)
-            click(w, "copy_cmd");
-        if (answer)
-            ui.expectBox("Save Changes", SaveChanges, answer);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::AltModifier); // "&Exit", pressed on screen
-        QTRY_VERIFY(!w.isVisible());
-        QCOMPARE(ui.beeps, answer == vbYes ? 1 : 0);
-        QCOMPARE(columnValues("Customers", "FirstName"), QStringList{"Ann"});
-        VERIFY_UI(ui);
+        // New customer?, letters typed after three Tabs from the first name, copy pressed, the answer to
+        // "save changes?" (0: not asked).
+        const std::tuple<bool, const char*, bool, int> rows[] = {
+            {false, "", false, 0}, {false, "x", false, vbNo}, {true, "", true, 0}, {true, "x", false, vbYes}};
+        for (const auto& [newCustomer, letters, copy, answer] : rows) {
+            TestUi ui;
+            auto main = startProgram(ui, {{"CustStart", "100001"}, {"CustPrefix", "CUS"}});
+            addRow("Customers", customer("CUS1", "Brown"));
+            NewCustomerMode = newCustomer ? 1 : 0;
+            SelectedCustID = "CUS1";
+            frmAddCust w;
+            showUp(w);
+            child<QLineEdit>(w, "FirstName_txt")->setFocus();
+            for (int i = 0; i < 3; ++i)
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QTest::keyClicks(QApplication::focusWidget(), letters);
+            if (copy)
+                click(w, "copy_cmd");
+            if (answer)
+                ui.expectBox("Save Changes", "Do you wish to save changes?", answer);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::AltModifier); // "&Exit", pressed on screen
+            QTRY_VERIFY(!w.isVisible());
+            const QString row = QStringLiteral("new %1, typed '%2': ").arg(newCustomer).arg(letters);
+            QCOMPARE(row + QString::number(ui.beeps) + ' ' + columnValues("Customers", "FirstName").join(','),
+                     row + (answer == vbYes ? "1" : "0") + " Ann");
+            VERIFY_UI(ui);
+        }
     }
 };
 
