@@ -6,11 +6,9 @@
 #include "platform/MemoBox.h"
 #include "shell/Globals.h"
 #include "shell/frmMain.h"
-#include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
-#include "store/Recordset.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -214,7 +212,7 @@ private slots:
         ui.onModal("frmAddInv", [&](QDialog&) {
             [&] { QCOMPARE(OpenInvoiceNo, "B4"); }();
             // Paid in the invoice window: the list, reloaded, shows it no more and loses its ticks.
-            Database::open(dataSourceOf(ConnectionString))->exec("UPDATE Invoices SET Balance = 0 WHERE InvNo = 'B4'");
+            Database::open(ui.file("data.mdb"))->exec("UPDATE Invoices SET Balance = 0 WHERE InvNo = 'B4'");
             return 0;
         });
         trigger(w, 1);

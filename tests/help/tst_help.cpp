@@ -10,10 +10,7 @@
 #include "shell/frmMain.h"
 
 #include <QAction>
-#include <QDir>
-#include <QRegularExpression>
 #include <QTcpServer>
-#include <QTimer>
 #include <QtTest>
 
 using platform::Browser;
@@ -104,9 +101,7 @@ private slots:
         QCOMPARE(pages.size(), 5);
         QStringList fromContents;
         for (const QString& page : pages) {
-            QFile f(HelpSource.filePath(page));
-            QVERIFY(f.open(QIODevice::ReadOnly));
-            const QString html = QString::fromUtf8(f.readAll());
+            const QString html = QString::fromUtf8(fileBytes(HelpSource.filePath(page)));
             QVERIFY2(html.contains("href=\"help.css\""), qPrintable(page));
             for (auto m = QRegularExpression("(?:href|src)=\"(?![a-z]+:)([^\"#]+)").globalMatch(html); m.hasNext();) {
                 const QString target = m.next().captured(1);

@@ -93,10 +93,7 @@ private slots:
             setText(*w, "Short_txt", "Nut");
             setText(*w, "long_txt", "M6 nut");
             auto* price = child<QLineEdit>(*w, "Price_txt");
-            if (*pasted)
-                price->setText(QLatin1String(typed));
-            else
-                QTest::keyClicks(price, QLatin1String(typed));
+            *pasted ? price->setText(QLatin1String(typed)) : QTest::keyClicks(price, QLatin1String(typed));
             QFocusEvent out(QEvent::FocusOut);
             QApplication::sendEvent(price, &out);
             QCOMPARE(price->text(), QLatin1String(shown));

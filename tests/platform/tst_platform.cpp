@@ -9,7 +9,6 @@
 #include "shell/frmMain.h"
 
 #include <QAction>
-#include <QFile>
 #include <QKeyEvent>
 #include <QtTest>
 

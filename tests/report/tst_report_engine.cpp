@@ -9,7 +9,6 @@
 #include "store/Errors.h"
 #include "store/Functions.h"
 
-#include <QDir>
 #include <QtTest>
 
 using namespace report;

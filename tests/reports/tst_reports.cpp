@@ -13,7 +13,6 @@
 
 #include <QAction>
 #include <QDateEdit>
-#include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>

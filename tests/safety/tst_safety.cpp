@@ -3,7 +3,6 @@
 
 #include "TestUi.h"
 
-#include "safety/BackupRestore.h"
 #include "safety/Import.h"
 #include "shell/Globals.h"
 #include "shell/frmMain.h"

@@ -14,7 +14,6 @@
 #include "store/Numbers.h"
 #include "store/Recordset.h"
 
-#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTreeWidget>
