@@ -84,9 +84,24 @@ private slots:
         VERIFY_UI(ui);
     }
 
-    // The first row counts, read into fields of their own widths and kinds.
+    // Every column the settings table names is in the row, once, and no fixed field is wider
+    // than its column; a copy into the record cuts to the field's width. The first row
+    // counts, read into fields of their own widths and kinds.
     void settingsLoad()
     {
+        const TableDef* system = schemaTable("System");
+        QSet<QString> seen;
+        for (const SettingsColumn& c : settingsColumns()) {
+            const ColumnDef* column = system->column(QLatin1String(c.column));
+            QVERIFY2(column && !seen.contains(QString(c.column).toLower()), c.column);
+            QVERIFY2(c.width <= 0 || column->size >= c.width, c.column);
+            seen.insert(QString(c.column).toLower());
+        }
+        QCOMPARE(seen.size(), 54);
+        resetGlobals();
+        copySettings({{"text2name", QString(35, 'n')}, {"TAXAMOUNT", 17.5}, {"present", 1}});
+        QCOMPARE(settings.text2Name.text(), QString(30, 'n'));
+        QVERIFY(settings.TaxAmount == 17.5 && settings.Present == 1);
         TestUi ui;
         makeDataFile(ui, {{{"BusinessName", QString(35, 'B')},
                            {"Address", "1 High Street\r\nTown"},
@@ -116,28 +131,9 @@ private slots:
         VERIFY_UI(ui);
     }
 
-    // Every column the settings table names is in the row, once, and no fixed field is
-    // wider than its column; a copy into the record cuts to the field's width.
-    void settingsTableMatchesTheRow()
-    {
-        const TableDef* system = schemaTable("System");
-        QSet<QString> seen;
-        for (const SettingsColumn& c : settingsColumns()) {
-            const ColumnDef* column = system->column(QLatin1String(c.column));
-            QVERIFY2(column && !seen.contains(QString(c.column).toLower()), c.column);
-            QVERIFY2(c.width <= 0 || column->size >= c.width, c.column);
-            seen.insert(QString(c.column).toLower());
-        }
-        QCOMPARE(seen.size(), 54);
-        resetGlobals();
-        copySettings({{"text2name", QString(35, 'n')}, {"TAXAMOUNT", 17.5}, {"present", 1}});
-        QCOMPARE(settings.text2Name.text(), QString(30, 'n'));
-        QVERIFY(settings.TaxAmount == 17.5 && settings.Present == 1);
-        resetGlobals();
-    }
-
-    // A settings row the record cannot take ends the program with the error box and a log.
-    void badSettingsEndTheProgram()
+    // Failures at start-up end the program. A settings row the record cannot take: the error
+    // box and a log.
+    void startUpFailures()
     {
         const std::tuple<QString, Value, int> rows[] = {
             {"FreeFormInv", Value(), 94}, {"Debtorstart", "yes", 13}, {"Present", qint64(70000), 6}};
@@ -151,11 +147,7 @@ private slots:
             QCOMPARE(QDir(ui.file("Logs")).entryList(QDir::Files), QStringList{"20261122103015.log"});
             VERIFY_UI(ui);
         }
-    }
-
-    // A data file that is no database of ours is neither opened nor replaced.
-    void foreignFileIsLeftUntouched()
-    {
+        // A data file that is no database of ours is neither opened nor replaced.
         for (const QByteArray& content : {QByteArray("Dear customer,\nthis is not a database.\n"),
                                           QByteArray("SQLite format 3").append(QByteArray(200, '\0'))}) {
             TestUi ui;
@@ -171,12 +163,9 @@ private slots:
             QVERIFY(ui.shownBoxes.last().contains("Error Code \t: 467259\r\n"));
             VERIFY_UI(ui);
         }
-    }
-
-    void buildFailureOffersAbortRetryIgnore()
-    {
+        // A folder where the file should be: it is no data file, it cannot be replaced, and
+        // building it fails with Abort, Retry and Ignore offered.
         TestUi ui;
-        // A folder where the file should be: it is no data file, and it cannot be replaced.
         QVERIFY(QDir(ui.dir()).mkdir("data.mdb"));
         const QString box = standardErrorText(err::PathFileAccess) + "    Error No. 75 \r\n";
         ui.expectBox("Code Gen Error", box, vbRetry, vbAbortRetryIgnore + vbCritical);
