@@ -270,7 +270,6 @@ private slots:
             QCOMPARE(end->date(), QDate(2026, 12, 31));
             QVERIFY(shown(d, "TaxName_txt") && !shown(d, "shipping1") && shown(d, "terms2"));
             QCOMPARE(settings.CrdPrefix, "CRD"); // the record follows the controls at opening
-
             box(d, "Name_txt")->setText("  New Name  ");
             box(d, "TaxAmount_txt")->setText("12abc"); // pasted: no key rule
             box(d, "TaxName_txt")->clear();            // refused by nothing, tax or not
@@ -424,7 +423,6 @@ private slots:
         auto* frame = child<QWidget>(w, "InvoiceFrame");
         QVERIFY(!child<QWidget>(w, "terms1")->isVisibleTo(frame) && child<QWidget>(w, "shipping2")->isVisibleTo(frame));
         QCOMPARE(settings.Statement, QString());
-
         click(w, "chk2");
         click(w, "chk1");
         box(w, "Text1")->clear();

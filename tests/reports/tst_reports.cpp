@@ -295,12 +295,10 @@ private slots:
         ui.expectBox("Invalid Filename", "Please enter a filename", vbOK, vbExclamation);
         exportNow(ui, w, false);
         QCOMPARE(QDir(ui.dir()).entryList({"*.csv"}), QStringList());
-
         name->setText("out");
         path->setText(ui.file("missing"));
         ui.expectBox("Invalid Path", "Folder does not exist please try again!", vbOK, vbExclamation);
         exportNow(ui, w, false);
-
         QFile old(ui.file("out.csv"));
         QVERIFY(old.open(QIODevice::WriteOnly) && old.write("keep") == 4);
         old.close();
@@ -308,7 +306,6 @@ private slots:
         ui.expectBox("Overwrite?", "File already exists! Do wish to overwrite?", vbNo);
         exportNow(ui, w, false);
         QCOMPARE(fileBytes(old.fileName()), QByteArray("keep"));
-
         // Only the test trims: the name keeps its blanks.
         name->setText("  a");
         exportNow(ui, w);
@@ -318,7 +315,6 @@ private slots:
         exportNow(ui, w);
         QCOMPARE(fileBytes(ui.file("Debtors.csv")),
                  toWindows1252("30/06/2026,CUS2,Bo,Café, Ltd,,,,,,") + golden("Debtors.csv"));
-
         // The name takes no point, slash or ampersand; a key released in the list names the file again.
         name->clear();
         QTest::keyClicks(name, "a.b/c\\d&e-f g");

@@ -70,7 +70,6 @@ private slots:
         QCOMPARE(QDir(ui.file("usb")).entryList(QDir::Files), QStringList{"Data.mdb"});
         // A data file of its own.
         QCOMPARE(Database::openToRead(target)->texts("SELECT CustID FROM Customers"), QStringList{"CUS1"});
-
         addRow("Customers", {{"CustID", "LATER"}});
         settings.BusinessName = "In memory";
         for (int answer : {vbNo, vbYes}) {

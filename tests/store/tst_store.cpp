@@ -390,7 +390,6 @@ private slots:
         QCOMPARE(find(QString()), "P1"); // an empty text is in every row
         QCOMPARE(find(QString()), "P2");
         QCOMPARE(found.text(), QString());
-
         // Tabbing back into the search box: the customer list selects its text, the item list not.
         auto main = startProgram(ui, {});
         frmCustomer customers;
