@@ -46,11 +46,6 @@ void trigger(QWidget& w, int place)
     child<QAction>(w, u"Toolbar1(%1)"_s.arg(place))->trigger();
 }
 
-QTreeWidget* custList(QWidget& w)
-{
-    return child<QTreeWidget>(w, "Cust_lst");
-}
-
 const QString Saved = "Customer details have been saved.";
 const QString AddInvoice = "Do you want to add an invoice to this customer?";
 const QString InUse = "This Customer number has already been used. Please try again!";
@@ -83,7 +78,7 @@ private slots:
             shown << "CUS" + QString::number(shown.size()) + " | Smith, Ann |  | " + cell[0];
         }
         frmCustomer w;
-        QCOMPARE(listRows(custList(w)), shown);
+        QCOMPARE(listRows(child<QTreeWidget>(w, "Cust_lst")), shown);
         // A Null in a listed name is a failure of the list.
         addRow("Customers", {{"CustID", "CUS9"}, {"LastName", "Smith"}});
         ui.expectBox("Error Message", errorMessageText(94, "frmCustomer", "Load_list", standardErrorText(94)));
@@ -114,7 +109,8 @@ private slots:
         });
         trigger(list, 2);
         // The new row stands last in a list never sorted.
-        QCOMPARE(listRows(custList(list)).last(), "CUS100003 | Smith, Jo |  | 1 High St,  York,  YO1");
+        QCOMPARE(listRows(child<QTreeWidget>(list, "Cust_lst")).last(),
+                 "CUS100003 | Smith, Jo |  | 1 High St,  York,  YO1");
         QCOMPARE(columnValues("System", "CustStart"), QStringList{"100004"});
         // The row as stored: texts trimmed, today's date, the delivery copied.
         QStringList stored;
@@ -169,6 +165,7 @@ private slots:
         for (const char* owner : {"ONE", "TWO", "TWO", "case"})
             addRow("Invoices", {{"InvNo", u"I%1"_s.arg(++n)}, {"CustNo", QLatin1String(owner)}});
         frmCustomer w;
+        auto* lst = child<QTreeWidget>(w, "Cust_lst");
         const QString refusal = u"Customer %1 cannot be deleted, as it has %2 attached! Please delete %3 first before "
                                 "deleting this customer."_s;
         // Row, answer, then the box that follows a Yes. Invoices naming it in another case do not count.
@@ -177,7 +174,7 @@ private slots:
                                     {"2", "", ""},
                                     {"3", "Customer Deleted!", "Customer CASE has been deleted!"}};
         for (const QStringList& r : rows) {
-            custList(w)->setCurrentItem(custList(w)->topLevelItem(r[0].toInt()));
+            lst->setCurrentItem(lst->topLevelItem(r[0].toInt()));
             ui.expectBox("Delete?", "Are you sure you want to delete this customer?", r[1].isEmpty() ? vbNo : vbYes,
                          vbYesNo + vbQuestion);
             if (!r[1].isEmpty())
@@ -185,8 +182,8 @@ private slots:
             trigger(w, 4);
         }
         QCOMPARE(columnValues("Customers", "CustID"), (QStringList{"ONE", "TWO", "NONE"}));
-        QCOMPARE(listRows(custList(w)).size(), 3);
-        QCOMPARE(custList(w)->currentItem()->text(0), "NONE");
+        QCOMPARE(listRows(lst).size(), 3);
+        QCOMPARE(lst->currentItem()->text(0), "NONE");
         VERIFY_UI(ui);
     }
 

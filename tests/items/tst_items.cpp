@@ -59,17 +59,16 @@ private slots:
         addRow("Parts", {{"ID", "BOLT"}});
         NewItemMode = 1;
         auto w = std::make_unique<frm_AddPart>();
-        auto update = [&](int answer) {
+        auto update = [&](int answer, bool inUse = false) {
             ui.expectBox("Continue?", Continue, answer);
+            if (inUse)
+                ui.expectBox("Item\\Part Number Already In Use",
+                             "This Item\\Part number has already been used. Please try again!", vbOK, vbExclamation);
             child<QPushButton>(*w, "Update_cmd")->click();
         };
-        update(vbNo); // No is the end of it
-        // An id in use in another case.
-        setText(*w, "Part_lbl", " bolt ");
-        ui.expectBox("Continue?", Continue, vbYes);
-        ui.expectBox("Item\\Part Number Already In Use",
-                     "This Item\\Part number has already been used. Please try again!", vbOK, vbExclamation);
-        child<QPushButton>(*w, "Update_cmd")->click();
+        update(vbNo);                      // No is the end of it
+        setText(*w, "Part_lbl", " bolt "); // an id in use in another case
+        update(vbYes, true);
         // Empty required fields only beep.
         setText(*w, "Part_lbl", "NUT");
         update(vbYes);

@@ -35,11 +35,6 @@ Control control(ControlKind kind, const char* name, int left, const QString& tex
     return c;
 }
 
-Control sum(const char* name, const QString& field, int left)
-{
-    return control(Function, name, left, field, "0.00", 2000, "Sum");
-}
-
 Section section(const char* name, SectionKind kind, std::vector<Control> controls, int height = 300)
 {
     return {QLatin1String(name), kind, height, false, std::move(controls)};
@@ -64,7 +59,8 @@ std::unique_ptr<Report> invoiceList(int width = 9000)
                 {control(Field, "InvNo_txt", 0, "InvNo"), control(Field, "Date_txt", 2000, "Date", "MM/dd/yyyy"),
                  control(Field, "Balance_txt", 4000, "Balance", "0.00;(0.00)")}),
         section("Section5", SectionKind::ReportFooter,
-                {control(Function, "Count_fn", 0, "Balance", "", 2000, "Count"), sum("Sum_fn", "Balance", 4000)}),
+                {control(Function, "Count_fn", 0, "Balance", "", 2000, "Count"),
+                 control(Function, "Sum_fn", 4000, "Balance", "0.00", 2000, "Sum")}),
     };
     return r;
 }
@@ -157,8 +153,9 @@ private slots:
         r->section("Section1").controls = {control(Field, "Desc_txt", 500, "Description"),
                                            control(Field, "Total_txt", 4000, "Total", "0.00")};
         r->sections.insert(r->sections.begin() + 4,
-                           section("section6", SectionKind::GroupFooter, {sum("GroupSum", "Total", 4000)}));
-        r->section("Section5").controls = {sum("AllSum", "Total", 4000)};
+                           section("section6", SectionKind::GroupFooter,
+                                   {control(Function, "GroupSum", 4000, "Total", "0.00", 2000, "Sum")}));
+        r->section("Section5").controls = {control(Function, "AllSum", 4000, "Total", "0.00", 2000, "Sum")};
         r->setDataSource(open("SHAPE {SELECT * FROM invoices} as main APPEND ({SELECT * FROM invoiceD} as "
                               "Details RELATE 'invno' TO 'invno')"));
         Show(*r);
