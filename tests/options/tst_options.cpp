@@ -383,28 +383,25 @@ private slots:
     // The logo's path: 200 characters at most, and a cancelled dialog keeps the last choice.
     void optionsLogo()
     {
-        const QString longest = "/" + QString(199, 'p');
-        // The choices ("-": the dialog cancelled), and the path kept.
-        const std::tuple<QStringList, QString> rows[] = {
-            {{longest}, longest}, {{longest + "x"}, ""}, {{"-"}, ""}, {{"/pics/a.jpg", "-"}, "/pics/a.jpg"}};
-        for (const auto& [choices, path] : rows) {
-            TestUi ui;
-            auto w = openOptions(ui, UsedRow, [&](QDialog& d) {
-                for (const QString& choice : choices) {
-                    ui.expectOpen(choice == "-" ? std::nullopt : std::optional<QString>(choice));
-                    if (choice.size() > 200)
-                        ui.expectBox("Path too Long",
-                                     "Path too long. Move the picture to another location and try again.", vbOK,
-                                     vbExclamation);
-                    click(d, "Select_cmd");
-                }
-                QCOMPARE(texts(d, {"path_lbl"}), QStringList{path});
-                click(d, "cmdOK");
-            });
-            VERIFY_UI(ui);
-            QCOMPARE(ui.dialogs.first().filter, "Picture File (*.jpg,*.bmp)|*.bmp;*.jpg");
-            QCOMPARE(columnValues("System", "logopath") << settings.Logopath, (QStringList{path, path}));
-        }
+        TestUi ui;
+        const QString longest = "/" + QString(199, 'p'), pic = "/pics/a.jpg";
+        auto w = openOptions(ui, UsedRow, [&](QDialog& d) {
+            // Each choice ("-": the dialog cancelled), and the path shown after it.
+            const QString choices[] = {"-", pic, "-", longest + "x", longest}, paths[] = {"", pic, pic, pic, longest};
+            for (int i = 0; i < 5; ++i) {
+                const QString& choice = choices[i];
+                ui.expectOpen(choice == "-" ? std::nullopt : std::optional<QString>(choice));
+                if (choice.size() > 200)
+                    ui.expectBox("Path too Long", "Path too long. Move the picture to another location and try again.",
+                                 vbOK, vbExclamation);
+                click(d, "Select_cmd");
+                QCOMPARE(texts(d, {"path_lbl"}), QStringList{paths[i]});
+            }
+            click(d, "cmdOK");
+        });
+        VERIFY_UI(ui);
+        QCOMPARE(ui.dialogs.first().filter, "Picture File (*.jpg,*.bmp)|*.bmp;*.jpg");
+        QCOMPARE(columnValues("System", "logopath") << settings.Logopath, (QStringList{longest, longest}));
     }
 
     // "Customize Options": every column it loads and saves, and what it leaves alone.
