@@ -112,8 +112,7 @@ private slots:
         QCOMPARE(listRows(child<QTreeWidget>(list, "Cust_lst")).last(),
                  "CUS100003 | Smith, Jo |  | 1 High St,  York,  YO1");
         QCOMPARE(columnValues("System", "CustStart"), QStringList{"100004"});
-        // The row as stored: texts trimmed, today's date, the delivery copied.
-        QStringList stored;
+        QStringList stored; // the row as stored: texts trimmed, today's date, the delivery copied
         for (const char* f : {"FirstName", "Address", "DelAddress1", "DelAddress5", "Date", "Discount"})
             stored << columnValues("Customers", QLatin1String(f)).last();
         QCOMPARE(stored, (QStringList{"Jo", "1 High St", "1 High St", "YO1", "22/11/2026", "0"}));

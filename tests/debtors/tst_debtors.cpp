@@ -157,8 +157,7 @@ private slots:
             QMap<QString, Value> c{{"CustID", "C1"}, {"FirstName", "Jo"}, {"LastName", "Smith"}, {"Phone", "1"}};
             c.remove(QLatin1String(column));
             addRow("Customers", c);
-            // Owing nothing, the customer is never read.
-            addInvoice("A0", "C1", Today, "0");
+            addInvoice("A0", "C1", Today, "0"); // owing nothing, the customer is never read
             QVERIFY2(!endsProgram([] { frmDebtor w; }), column);
             addInvoice("A1", "C1", Today, "5");
             ui.expectBox("Error Message", errorMessageText(94, "frmDebtor", "Load_list", standardErrorText(94)));
@@ -280,8 +279,7 @@ private slots:
                 QCOMPARE(columnValues("Invoices", "ReminderSent"),
                          yes ? (QStringList{"2", "1", "1"}) : (QStringList{"1", "0", "0"}));
             }
-            // One row a letter in the order shown; the earlier run's row is gone.
-            QStringList letters;
+            QStringList letters; // one row a letter in the order shown; the earlier run's row is gone
             for (const char* column : {"InvNo", "FirstName", "Address", "Balance", "Paid"})
                 letters << columnValues("Letters", QLatin1String(column)).join(" | ");
             QCOMPARE(letters, (QStringList{"L3 | L2 | L1", "Jo Smith | Al Brown | Ed Cole",
@@ -300,8 +298,7 @@ private slots:
             QVERIFY(pages[1].simplified().contains("Al Brown York YO1 Dear Al Brown"));
             QVERIFY(pages[2].simplified().contains("Ed Cole 1 Low Rd Dear Ed Cole Invoice No: L1"));
             VERIFY_UI(ui);
-            // The changed text served that visit only.
-            frmDebtor again;
+            frmDebtor again; // the changed text served that visit only
             QCOMPARE(child<MemoBox>(again, "Reminder2")->text(), "Second reminder.");
         }
     }

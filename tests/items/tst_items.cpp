@@ -152,8 +152,7 @@ private slots:
         QCOMPARE(columnValues("Parts", "ID"), (QStringList{"A", "C", "PRT100001"}));
         QCOMPARE(rows(list).size(), 3);
         QCOMPARE(columnValues("InvoiceD", "PartID"), QStringList{"B"});
-        // A Null long description is a failure of the list.
-        addRow("Parts", {{"ID", "D"}});
+        addRow("Parts", {{"ID", "D"}}); // a Null long description is a failure of the list
         ui.expectBox("Error Message", errorMessageText(94, "frm_Parts", "Load_list", standardErrorText(94)));
         QVERIFY(endsProgram([] { frm_Parts w; }));
         VERIFY_UI(ui);

@@ -297,8 +297,7 @@ private slots:
         ui.expectBox("Overwrite?", "File already exists! Do wish to overwrite?", vbNo);
         exportNow(ui, w, false);
         QCOMPARE(fileBytes(old.fileName()), QByteArray("keep"));
-        // Only the test trims: the name keeps its blanks.
-        name->setText("  a");
+        name->setText("  a"); // only the test trims: the name keeps its blanks
         exportNow(ui, w);
         QCOMPARE(fileBytes(ui.file("  a.csv")), golden("SumCustomers.csv"));
         // "Debtors" next builds its header onto the last row the customers left.

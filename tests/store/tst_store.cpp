@@ -260,8 +260,7 @@ private slots:
     void busyAndReportError()
     {
         TestUi ui;
-        // Busy nests: only the outermost pair shows, and an off at zero stays at zero.
-        QList<int> pointers;
+        QList<int> pointers; // busy nests: only the outermost pair shows, and an off at zero stays at zero
         platform::hooks().setPointer = [&](int p) { pointers << p; };
         for (bool on : {false, true, true, false, false})
             on ? Busy_on() : Busy_off();
@@ -291,8 +290,7 @@ private slots:
 
     void moneyAndNumbers()
     {
-        // Half away from zero on 15 digits; a wider value silently loses its left end, sign and all.
-        QStringList shown;
+        QStringList shown; // half away from zero on 15 digits; a wider value silently loses its left end, sign and all
         for (double value : {-1.5, 1.005, -2.675, 9.999, -0.001, 12345678.0, -1234567.89, -123456.78})
             shown << Format_amount(value, 7, 2);
         QCOMPARE(shown, (QStringList{"     -1.50", "      1.01", "     -2.68", "     10.00", "      0.00", "2345678.00",
@@ -306,13 +304,11 @@ private slots:
         QCOMPARE((QStringList{Zero_pad(42, 6), Zero_pad(1234567, 6), Zero_pad(" 10000 ", 4),
                               Right_align("-2147467259", 6), Right_align(QString(), 2)}),
                  (QStringList{"000042", "234567", "0000", "467259", "  "}));
-        // Fields of a line: no quoting, no trimming, empty beyond the last.
-        const QString line = "\"x,y\",, b";
+        const QString line = "\"x,y\",, b"; // fields of a line: no quoting, no trimming, empty beyond the last
         QCOMPARE((QStringList{Csv_field(line, 1), Csv_field(line, 2), Csv_field(line, 3), Csv_field(line, 4),
                               Csv_field(line, 5), Csv_field(QString(), 1)}),
                  (QStringList{"\"x", "y\"", "", " b", "", ""}));
-        // Four decimals from a double, half to even.
-        QList<qint64> ticks;
+        QList<qint64> ticks; // four decimals from a double, half to even
         for (double value : {17.123456, 0.00025, 0.00035, -0.00025, 1234567890.1234})
             ticks << Currency::fromDouble(value).ticks();
         QCOMPARE(ticks, (QList<qint64>{171235, 2, 4, -2, 12345678901234LL}));
@@ -333,8 +329,7 @@ private slots:
                                                                             [] { Null_to_zero(Value("yes")); }})
             QCOMPARE(failure(bad), int(err::TypeMismatch));
         QCOMPARE(Currency::fromTicks(-2500).toString() + ' ' + Currency().toString(), "-0.25 0");
-        // The lenient reading takes what leads, skipping blanks.
-        QList<double> read;
+        QList<double> read; // the lenient reading takes what leads, skipping blanks
         for (const char* text : {"", "abc", "12.5abc", " 1 2 . 5", "     -1.50", ".", "1.2.3", "1e3", "1,234"})
             read << Val(QLatin1String(text));
         QCOMPARE(read, (QList<double>{0, 0, 12.5, 12.5, -1.5, 0, 1.2, 1000, 1}));
