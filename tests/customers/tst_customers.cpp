@@ -12,7 +12,6 @@
 
 #include <QAction>
 #include <QCheckBox>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -48,16 +47,10 @@ void trigger(QWidget& w, int place)
     child<QAction>(w, u"Toolbar1(%1)"_s.arg(place))->trigger();
 }
 
-QTreeWidget* custList(QWidget& w)
-{
-    return child<QTreeWidget>(w, "Cust_lst");
-}
-
 const QString Saved = "Customer details have been saved.";
 const QString AddInvoice = "Do you want to add an invoice to this customer?";
 const QString InUse = "This Customer number has already been used. Please try again!";
 const QString InUseTitle = "Customer Number Already In Use";
-const QString SaveChanges = "Do you wish to save changes?";
 
 } // namespace
 
@@ -86,7 +79,7 @@ private slots:
             shown << "CUS" + QString::number(shown.size()) + " | Smith, Ann |  | " + cell[0];
         }
         frmCustomer w;
-        QCOMPARE(listRows(custList(w)), shown);
+        QCOMPARE(listRows(child<QTreeWidget>(w, "Cust_lst")), shown);
         // A Null in a listed name is a failure of the list.
         addRow("Customers", {{"CustID", "CUS9"}, {"LastName", "Smith"}});
         ui.expectBox("Error Message", errorMessageText(94, "frmCustomer", "Load_list", standardErrorText(94)));
@@ -117,10 +110,10 @@ private slots:
         });
         trigger(list, 2);
         // The new row stands last in a list never sorted.
-        QCOMPARE(listRows(custList(list)).last(), "CUS100003 | Smith, Jo |  | 1 High St,  York,  YO1");
+        QCOMPARE(listRows(child<QTreeWidget>(list, "Cust_lst")).last(),
+                 "CUS100003 | Smith, Jo |  | 1 High St,  York,  YO1");
         QCOMPARE(columnValues("System", "CustStart"), QStringList{"100004"});
-        // The row as stored: texts trimmed, today's date, the delivery copied.
-        QStringList stored;
+        QStringList stored; // the row as stored: texts trimmed, today's date, the delivery copied
         for (const char* f : {"FirstName", "Address", "DelAddress1", "DelAddress5", "Date", "Discount"})
             stored << columnValues("Customers", QLatin1String(f)).last();
         QCOMPARE(stored, (QStringList{"Jo", "1 High St", "1 High St", "YO1", "22/11/2026", "0"}));
@@ -172,6 +165,7 @@ private slots:
         for (const char* owner : {"ONE", "TWO", "TWO", "case"})
             addRow("Invoices", {{"InvNo", u"I%1"_s.arg(++n)}, {"CustNo", QLatin1String(owner)}});
         frmCustomer w;
+        auto* lst = child<QTreeWidget>(w, "Cust_lst");
         const QString refusal = u"Customer %1 cannot be deleted, as it has %2 attached! Please delete %3 first before "
                                 "deleting this customer."_s;
         // Row, answer, then the box that follows a Yes. Invoices naming it in another case do not count.
@@ -180,7 +174,7 @@ private slots:
                                     {"2", "", ""},
                                     {"3", "Customer Deleted!", "Customer CASE has been deleted!"}};
         for (const QStringList& r : rows) {
-            custList(w)->setCurrentItem(custList(w)->topLevelItem(r[0].toInt()));
+            lst->setCurrentItem(lst->topLevelItem(r[0].toInt()));
             ui.expectBox("Delete?", "Are you sure you want to delete this customer?", r[1].isEmpty() ? vbNo : vbYes,
                          vbYesNo + vbQuestion);
             if (!r[1].isEmpty())
@@ -188,8 +182,8 @@ private slots:
             trigger(w, 4);
         }
         QCOMPARE(columnValues("Customers", "CustID"), (QStringList{"ONE", "TWO", "NONE"}));
-        QCOMPARE(listRows(custList(w)).size(), 3);
-        QCOMPARE(custList(w)->currentItem()->text(0), "NONE");
+        QCOMPARE(listRows(lst).size(), 3);
+        QCOMPARE(lst->currentItem()->text(0), "NONE");
         VERIFY_UI(ui);
     }
 
@@ -233,45 +227,37 @@ private slots:
         VERIFY_UI(ui);
     }
 
-    void onlyTypingIsAChange_data()
-    {
-        QTest::addColumn<bool>("newCustomer");
-        QTest::addColumn<QString>("letters"); // typed after three Tabs from the first name
-        QTest::addColumn<bool>("copy");
-        QTest::addColumn<int>("answer"); // to "Do you wish to save changes?"; 0: not asked
-        QTest::newRow("tab three times") << false << QString() << false << 0;
-        QTest::newRow("one letter") << false << "x" << false << int(vbNo);
-        QTest::newRow("the copy button alone") << true << QString() << true << 0;
-        // A refused save on the way out: the window closes all the same.
-        QTest::newRow("a refused save") << true << "x" << false << int(vbYes);
-    }
-    // Keys that move or command are no change: only a typed character makes Exit ask.
+    // Keys that move or command are no change: only a typed character makes Exit ask. A refused
+    // save on the way out closes the window all the same.
     void onlyTypingIsAChange()
     {
-        QFETCH(bool, newCustomer);
-        QFETCH(QString, letters);
-        QFETCH(bool, copy);
-        QFETCH(int, answer);
-        TestUi ui;
-        auto main = startProgram(ui, {{"CustStart", "100001"}, {"CustPrefix", "CUS"}});
-        addRow("Customers", customer("CUS1", "Brown"));
-        NewCustomerMode = newCustomer ? 1 : 0;
-        SelectedCustID = "CUS1";
-        frmAddCust w;
-        showUp(w);
-        child<QLineEdit>(w, "FirstName_txt")->setFocus();
-        for (int i = 0; i < 3; ++i)
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QTest::keyClicks(QApplication::focusWidget(), letters);
-        if (copy)
-            click(w, "copy_cmd");
-        if (answer)
-            ui.expectBox("Save Changes", SaveChanges, answer);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::AltModifier); // "&Exit", pressed on screen
-        QTRY_VERIFY(!w.isVisible());
-        QCOMPARE(ui.beeps, answer == vbYes ? 1 : 0);
-        QCOMPARE(columnValues("Customers", "FirstName"), QStringList{"Ann"});
-        VERIFY_UI(ui);
+        // New customer?, letters typed after three Tabs from the first name, copy pressed, the answer to
+        // "save changes?" (0: not asked).
+        const std::tuple<bool, const char*, bool, int> rows[] = {
+            {false, "", false, 0}, {false, "x", false, vbNo}, {true, "", true, 0}, {true, "x", false, vbYes}};
+        for (const auto& [newCustomer, letters, copy, answer] : rows) {
+            TestUi ui;
+            auto main = startProgram(ui, {{"CustStart", "100001"}, {"CustPrefix", "CUS"}});
+            addRow("Customers", customer("CUS1", "Brown"));
+            NewCustomerMode = newCustomer ? 1 : 0;
+            SelectedCustID = "CUS1";
+            frmAddCust w;
+            showUp(w);
+            child<QLineEdit>(w, "FirstName_txt")->setFocus();
+            for (int i = 0; i < 3; ++i)
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QTest::keyClicks(QApplication::focusWidget(), letters);
+            if (copy)
+                click(w, "copy_cmd");
+            if (answer)
+                ui.expectBox("Save Changes", "Do you wish to save changes?", answer);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::AltModifier); // "&Exit", pressed on screen
+            QTRY_VERIFY(!w.isVisible());
+            const QString row = QStringLiteral("new %1, typed '%2': ").arg(newCustomer).arg(letters);
+            QCOMPARE(row + QString::number(ui.beeps) + ' ' + columnValues("Customers", "FirstName").join(','),
+                     row + (answer == vbYes ? "1" : "0") + " Ann");
+            VERIFY_UI(ui);
+        }
     }
 
     void customisationShowsAtOnce()

@@ -6,11 +6,9 @@
 #include "platform/MemoBox.h"
 #include "shell/Globals.h"
 #include "shell/frmMain.h"
-#include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
-#include "store/Recordset.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -125,11 +123,8 @@ private slots:
     {
         TestUi ui;
         auto main = startProgram(ui, {});
-        {
-            // No invoices at all: the period totals stay blank.
-            frmDebtor w;
-            QCOMPARE(totals(w), (QStringList{"", "", "", Zero}));
-        }
+        frmDebtor empty; // no invoices at all: the period totals stay blank
+        QCOMPARE(totals(empty), (QStringList{"", "", "", Zero}));
         addCustomer("C1", "Jo", "Smith");
         addCustomer("C2", "Al", "Brown");
         addInvoice("A1", "C1", Today.addDays(-2), "100.005", {{"Notes", "call first"}, {"ReminderSent", 2}});
@@ -153,7 +148,8 @@ private slots:
         VERIFY_UI(ui);
     }
 
-    void nullInTheCustomerEndsTheProgram()
+    // A Null in a listed field of an owing customer, or a logo that cannot be read, ends the program.
+    void failuresEndTheProgram()
     {
         for (const char* column : {"Phone", "LastName", "FirstName"}) {
             TestUi ui;
@@ -161,14 +157,25 @@ private slots:
             QMap<QString, Value> c{{"CustID", "C1"}, {"FirstName", "Jo"}, {"LastName", "Smith"}, {"Phone", "1"}};
             c.remove(QLatin1String(column));
             addRow("Customers", c);
-            // Owing nothing, the customer is never read.
-            addInvoice("A0", "C1", Today, "0");
+            addInvoice("A0", "C1", Today, "0"); // owing nothing, the customer is never read
             QVERIFY2(!endsProgram([] { frmDebtor w; }), column);
             addInvoice("A1", "C1", Today, "5");
             ui.expectBox("Error Message", errorMessageText(94, "frmDebtor", "Load_list", standardErrorText(94)));
             QVERIFY2(endsProgram([] { frmDebtor w; }), column);
             VERIFY_UI(ui);
         }
+        TestUi ui;
+        auto main = startProgram(ui, {{"logopath", "/nowhere/logo.jpg"}});
+        addCustomer("C1", "Jo", "Smith");
+        addInvoice("L1", "C1", Today, "9");
+        frmDebtor w;
+        click(w, "All_cmd");
+        trigger(w, 3);
+        ui.expectBox("Error Message", errorMessageText(53, "frmDebtor", "Print_cmd", standardErrorText(53)));
+        QVERIFY(endsProgram([&] { click(w, "OK_cmd"); }));
+        // The letters were written before the failure and stay.
+        QCOMPARE(columnValues("Letters", "InvNo"), QStringList{"L1"});
+        VERIFY_UI(ui);
     }
 
     void selectionAndView()
@@ -204,7 +211,7 @@ private slots:
         ui.onModal("frmAddInv", [&](QDialog&) {
             [&] { QCOMPARE(OpenInvoiceNo, "B4"); }();
             // Paid in the invoice window: the list, reloaded, shows it no more and loses its ticks.
-            Database::open(dataSourceOf(ConnectionString))->exec("UPDATE Invoices SET Balance = 0 WHERE InvNo = 'B4'");
+            Database::open(ui.file("data.mdb"))->exec("UPDATE Invoices SET Balance = 0 WHERE InvNo = 'B4'");
             return 0;
         });
         trigger(w, 1);
@@ -233,90 +240,67 @@ private slots:
         VERIFY_UI(ui);
     }
 
-    void letters_data()
-    {
-        QTest::addColumn<int>("paper");
-        QTest::addColumn<int>("answer");
-        QTest::newRow("A4, Yes") << int(vbPRPSA4) << int(vbYes);
-        QTest::newRow("Letter, No") << int(vbPRPSLetter) << int(vbNo);
-    }
+    // On A4 with Yes to counting the reminders, and on Letter with No.
     void letters()
     {
-        QFETCH(int, paper);
-        QFETCH(int, answer);
-        TestUi ui;
-        ui.paper = paper;
-        auto main = startProgram(ui, {{"BusinessName", "Acme Ltd"},
-                                      {"Address", "1 Mill Lane\r\nLeeds"},
-                                      {"Phone", "0113 496 0000"},
-                                      {"Reminder2", "Second reminder."}});
-        addCustomer("C1", "Jo", "Smith", {"1 High St", "Hill", "York", "Yorks", "YO1"});
-        addCustomer("C2", "Al", "Brown", {"", "", "York", "", "YO1"});
-        addCustomer("C3", "Ed", "Cole", {"1 Low Rd", "", "", "", ""});
-        addInvoice("L1", "C3", QDate(2026, 11, 1), "90", {{"ReminderSent", 1}});
-        addInvoice("L2", "C2", QDate(2026, 9, 1), "25.5");
-        addInvoice("L3", "C1", QDate(2026, 8, 1), "40");
-        addRow("Letters", {{"CustID", "OLD"}}); // from an earlier run
-        {
-            frmDebtor w;
-            // Three letters, in the order shown: sorted by number, descending.
-            list(w)->header()->sectionClicked(3);
-            tick(w, {"L1", "L2", "L3"});
-            trigger(w, 3);
-            QVERIFY(!list(w)->isEnabled());
-            // This visit only: the second reminder changed, and the signature.
-            child<MemoBox>(w, "Reminder2")->setText("Please pay now.");
-            child<QRadioButton>(w, "Option2")->setChecked(true);
-            child<QLineEdit>(w, "Signed_txt")->setText("A. Manager");
-            ui.expectBox("Update Reminders Sent",
-                         "Do you want to update the amount of reminders sent for the invoices selected?", answer,
-                         vbYesNo + vbQuestion);
-            click(w, "OK_cmd");
-            QVERIFY(list(w)->isEnabled());
-            // Yes counts one more on each ticked invoice and reloads without ticks.
-            const bool yes = answer == vbYes;
-            QCOMPARE(tick(w), yes ? QStringList() : (QStringList{"L3", "L2", "L1"}));
-            QCOMPARE(columnValues("Invoices", "ReminderSent"),
-                     yes ? (QStringList{"2", "1", "1"}) : (QStringList{"1", "0", "0"}));
+        for (const auto& [paper, answer] : {std::pair{int(vbPRPSA4), int(vbYes)}, {int(vbPRPSLetter), int(vbNo)}}) {
+            TestUi ui;
+            ui.paper = paper;
+            auto main = startProgram(ui, {{"BusinessName", "Acme Ltd"},
+                                          {"Address", "1 Mill Lane\r\nLeeds"},
+                                          {"Phone", "0113 496 0000"},
+                                          {"Reminder2", "Second reminder."}});
+            addCustomer("C1", "Jo", "Smith", {"1 High St", "Hill", "York", "Yorks", "YO1"});
+            addCustomer("C2", "Al", "Brown", {"", "", "York", "", "YO1"});
+            addCustomer("C3", "Ed", "Cole", {"1 Low Rd", "", "", "", ""});
+            addInvoice("L1", "C3", QDate(2026, 11, 1), "90", {{"ReminderSent", 1}});
+            addInvoice("L2", "C2", QDate(2026, 9, 1), "25.5");
+            addInvoice("L3", "C1", QDate(2026, 8, 1), "40");
+            addRow("Letters", {{"CustID", "OLD"}}); // from an earlier run
+            {
+                frmDebtor w;
+                // Three letters, in the order shown: sorted by number, descending.
+                list(w)->header()->sectionClicked(3);
+                tick(w, {"L1", "L2", "L3"});
+                trigger(w, 3);
+                QVERIFY(!list(w)->isEnabled());
+                // This visit only: the second reminder changed, and the signature.
+                child<MemoBox>(w, "Reminder2")->setText("Please pay now.");
+                child<QRadioButton>(w, "Option2")->setChecked(true);
+                child<QLineEdit>(w, "Signed_txt")->setText("A. Manager");
+                ui.expectBox("Update Reminders Sent",
+                             "Do you want to update the amount of reminders sent for the invoices selected?", answer,
+                             vbYesNo + vbQuestion);
+                click(w, "OK_cmd");
+                QVERIFY(list(w)->isEnabled());
+                // Yes counts one more on each ticked invoice and reloads without ticks.
+                const bool yes = answer == vbYes;
+                QCOMPARE(tick(w), yes ? QStringList() : (QStringList{"L3", "L2", "L1"}));
+                QCOMPARE(columnValues("Invoices", "ReminderSent"),
+                         yes ? (QStringList{"2", "1", "1"}) : (QStringList{"1", "0", "0"}));
+            }
+            QStringList letters; // one row a letter in the order shown; the earlier run's row is gone
+            for (const char* column : {"InvNo", "FirstName", "Address", "Balance", "Paid"})
+                letters << columnValues("Letters", QLatin1String(column)).join(" | ");
+            QCOMPARE(letters, (QStringList{"L3 | L2 | L1", "Jo Smith | Al Brown | Ed Cole",
+                                           "1 High St\r\nHill\r\nYork\r\nYorks\r\nYO1 | \r\nYork\r\nYO1 | 1 Low Rd",
+                                           "40 | 25.5 | 90", "10 | 10 | 10"}));
+            // One page a letter, on the printer's paper.
+            QCOMPARE(ui.reports.size(), 1);
+            const PdfInfo info = pdfInfo(ui.reports[0].pdf);
+            QCOMPARE(info.pages, 3);
+            QCOMPARE(info.pageSize, paper == vbPRPSA4 ? QSizeF(595, 842) : QSizeF(612, 792));
+            const QStringList pages = pdfText(ui.reports[0].pdf).split('\f', Qt::SkipEmptyParts);
+            QCOMPARE(pages[0].simplified(),
+                     "Acme Ltd 1 Mill Lane Leeds 0113 496 0000 22/11/2026 Jo Smith 1 High St Hill "
+                     "York Yorks YO1 Dear Jo Smith Invoice No: L3 Inv Date: 01/08/2026 "
+                     "Amount: 50.00 Balance: 40.00 Please pay now. Yours Sincerely A. Manager");
+            QVERIFY(pages[1].simplified().contains("Al Brown York YO1 Dear Al Brown"));
+            QVERIFY(pages[2].simplified().contains("Ed Cole 1 Low Rd Dear Ed Cole Invoice No: L1"));
+            VERIFY_UI(ui);
+            frmDebtor again; // the changed text served that visit only
+            QCOMPARE(child<MemoBox>(again, "Reminder2")->text(), "Second reminder.");
         }
-        // One row a letter in the order shown; the earlier run's row is gone.
-        QStringList letters;
-        for (const char* column : {"InvNo", "FirstName", "Address", "Balance", "Paid"})
-            letters << columnValues("Letters", QLatin1String(column)).join(" | ");
-        QCOMPARE(letters, (QStringList{"L3 | L2 | L1", "Jo Smith | Al Brown | Ed Cole",
-                                       "1 High St\r\nHill\r\nYork\r\nYorks\r\nYO1 | \r\nYork\r\nYO1 | 1 Low Rd",
-                                       "40 | 25.5 | 90", "10 | 10 | 10"}));
-        // One page a letter, on the printer's paper.
-        QCOMPARE(ui.reports.size(), 1);
-        const PdfInfo info = pdfInfo(ui.reports[0].pdf);
-        QCOMPARE(info.pages, 3);
-        QCOMPARE(info.pageSize, paper == vbPRPSA4 ? QSizeF(595, 842) : QSizeF(612, 792));
-        const QStringList pages = pdfText(ui.reports[0].pdf).split('\f', Qt::SkipEmptyParts);
-        QCOMPARE(pages[0].simplified(), "Acme Ltd 1 Mill Lane Leeds 0113 496 0000 22/11/2026 Jo Smith 1 High St Hill "
-                                        "York Yorks YO1 Dear Jo Smith Invoice No: L3 Inv Date: 01/08/2026 "
-                                        "Amount: 50.00 Balance: 40.00 Please pay now. Yours Sincerely A. Manager");
-        QVERIFY(pages[1].simplified().contains("Al Brown York YO1 Dear Al Brown"));
-        QVERIFY(pages[2].simplified().contains("Ed Cole 1 Low Rd Dear Ed Cole Invoice No: L1"));
-        VERIFY_UI(ui);
-        // The changed text served that visit only.
-        frmDebtor again;
-        QCOMPARE(child<MemoBox>(again, "Reminder2")->text(), "Second reminder.");
-    }
-
-    void unreadableLogoEndsTheProgram()
-    {
-        TestUi ui;
-        auto main = startProgram(ui, {{"logopath", "/nowhere/logo.jpg"}});
-        addCustomer("C1", "Jo", "Smith");
-        addInvoice("L1", "C1", Today, "9");
-        frmDebtor w;
-        click(w, "All_cmd");
-        trigger(w, 3);
-        ui.expectBox("Error Message", errorMessageText(53, "frmDebtor", "Print_cmd", standardErrorText(53)));
-        QVERIFY(endsProgram([&] { click(w, "OK_cmd"); }));
-        // The letters were written before the failure and stay.
-        QCOMPARE(columnValues("Letters", "InvNo"), QStringList{"L1"});
-        VERIFY_UI(ui);
     }
 };
 

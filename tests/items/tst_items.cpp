@@ -59,17 +59,16 @@ private slots:
         addRow("Parts", {{"ID", "BOLT"}});
         NewItemMode = 1;
         auto w = std::make_unique<frm_AddPart>();
-        auto update = [&](int answer) {
+        auto update = [&](int answer, bool inUse = false) {
             ui.expectBox("Continue?", Continue, answer);
+            if (inUse)
+                ui.expectBox("Item\\Part Number Already In Use",
+                             "This Item\\Part number has already been used. Please try again!", vbOK, vbExclamation);
             child<QPushButton>(*w, "Update_cmd")->click();
         };
-        update(vbNo); // No is the end of it
-        // An id in use in another case.
-        setText(*w, "Part_lbl", " bolt ");
-        ui.expectBox("Continue?", Continue, vbYes);
-        ui.expectBox("Item\\Part Number Already In Use",
-                     "This Item\\Part number has already been used. Please try again!", vbOK, vbExclamation);
-        child<QPushButton>(*w, "Update_cmd")->click();
+        update(vbNo);                      // No is the end of it
+        setText(*w, "Part_lbl", " bolt "); // an id in use in another case
+        update(vbYes, true);
         // Empty required fields only beep.
         setText(*w, "Part_lbl", "NUT");
         update(vbYes);
@@ -93,10 +92,7 @@ private slots:
             setText(*w, "Short_txt", "Nut");
             setText(*w, "long_txt", "M6 nut");
             auto* price = child<QLineEdit>(*w, "Price_txt");
-            if (*pasted)
-                price->setText(QLatin1String(typed));
-            else
-                QTest::keyClicks(price, QLatin1String(typed));
+            *pasted ? price->setText(QLatin1String(typed)) : QTest::keyClicks(price, QLatin1String(typed));
             QFocusEvent out(QEvent::FocusOut);
             QApplication::sendEvent(price, &out);
             QCOMPARE(price->text(), QLatin1String(shown));
@@ -156,8 +152,7 @@ private slots:
         QCOMPARE(columnValues("Parts", "ID"), (QStringList{"A", "C", "PRT100001"}));
         QCOMPARE(rows(list).size(), 3);
         QCOMPARE(columnValues("InvoiceD", "PartID"), QStringList{"B"});
-        // A Null long description is a failure of the list.
-        addRow("Parts", {{"ID", "D"}});
+        addRow("Parts", {{"ID", "D"}}); // a Null long description is a failure of the list
         ui.expectBox("Error Message", errorMessageText(94, "frm_Parts", "Load_list", standardErrorText(94)));
         QVERIFY(endsProgram([] { frm_Parts w; }));
         VERIFY_UI(ui);

@@ -14,22 +14,17 @@ namespace
 
 struct SeriesFields {
     QString table, key, nextColumn;
-    QString* prefix;
-    QString* next;
+    QString *prefix, *next;
     qint16* freeForm;
 };
 
 SeriesFields fields(Series s)
 {
-    switch (s) {
-    case Series::Invoice:
-        return {"Invoices", "InvNo", "Invstart", &settings.InvPrefix, &settings.Invstart, &settings.FreeformInv};
-    case Series::Customer:
-        return {"Customers", "CustID", "CustStart", &settings.CustPrefix, &settings.CustStart, &settings.freeformCus};
-    case Series::Item:
-        break;
-    }
-    return {"Parts", "ID", "PartStart", &settings.PartPrefix, &settings.PartStart, &settings.freeformPart};
+    const SeriesFields all[] = {
+        {"Invoices", "InvNo", "Invstart", &settings.InvPrefix, &settings.Invstart, &settings.FreeformInv},
+        {"Customers", "CustID", "CustStart", &settings.CustPrefix, &settings.CustStart, &settings.freeformCus},
+        {"Parts", "ID", "PartStart", &settings.PartPrefix, &settings.PartStart, &settings.freeformPart}};
+    return all[int(s)];
 }
 
 // A data file whose settings row and record hold the series as given, and the numbers taken.

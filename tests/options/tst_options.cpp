@@ -73,7 +73,7 @@ class OptionsTest : public QObject
     static void click(QWidget& w, const QString& name) { child<QAbstractButton>(w, name)->click(); }
     static QLineEdit* box(QWidget& w, const QString& name) { return child<QLineEdit>(w, name); }
     static bool shown(QWidget& w, const QString& name) { return !child<QWidget>(w, name)->isHidden(); }
-    // The texts of controls by name, whatever their kind.
+    // The texts of controls, whatever their kind.
     static QStringList texts(QWidget& w, const QStringList& names)
     {
         QStringList out;
@@ -83,7 +83,6 @@ class OptionsTest : public QObject
         }
         return out;
     }
-    // Of the buttons named, those ticked or selected.
     static QStringList ticked(QWidget& w, const QStringList& names)
     {
         QStringList out;
@@ -271,7 +270,6 @@ private slots:
             QCOMPARE(end->date(), QDate(2026, 12, 31));
             QVERIFY(shown(d, "TaxName_txt") && !shown(d, "shipping1") && shown(d, "terms2"));
             QCOMPARE(settings.CrdPrefix, "CRD"); // the record follows the controls at opening
-
             box(d, "Name_txt")->setText("  New Name  ");
             box(d, "TaxAmount_txt")->setText("12abc"); // pasted: no key rule
             box(d, "TaxName_txt")->clear();            // refused by nothing, tax or not
@@ -294,8 +292,10 @@ private slots:
         QCOMPARE(s.ConfirmExit, 1); // loaded at start, never written
     }
 
-    // Apply saves at once; Cancel then drops only what came after.
-    void optionsCancelAfterApply()
+    // Apply saves at once; Cancel then drops only what came after. Boxes of several lines take
+    // no more than their limit, typed or pasted; Ctrl+Tab moves to the next tab from any
+    // control, and from the last to the first.
+    void optionsApplyCancelLimitsAndTabs()
     {
         TestUi ui;
         auto w = openOptions(ui, UsedRow, [&](QDialog& d) {
@@ -311,10 +311,26 @@ private slots:
             QCOMPARE(columnValues("System", "BusinessName"), QStringList{"Applied"});
             box(d, "Phone_txt")->setText("999");
             child<QPlainTextEdit>(d, "Reminder2")->setPlainText("Changed");
+            for (auto [name, limit] :
+                 {std::pair{"Address_txt", 150}, {"statement_txt", 100}, {"terms_txt", 200}, {"Reminder3", 250}}) {
+                auto* b = child<QPlainTextEdit>(d, name);
+                b->setPlainText(QString(limit - 1, 'a'));
+                b->moveCursor(QTextCursor::End);
+                QTest::keyClicks(b, "xyz");
+                QVERIFY2(b->toPlainText() == QString(limit - 1, 'a') + "x", name);
+                b->setPlainText(QString(limit + 40, 'b'));
+                QVERIFY2(b->toPlainText().size() == limit, name);
+            }
+            auto* tabs = child<QTabBar>(d, "tbsOptions");
+            QTest::keyClick(box(d, "Name_txt"), Qt::Key_Tab, Qt::ControlModifier);
+            QVERIFY(tabs->currentIndex() == 1 && shown(d, "Frame1(1)") && !shown(d, "Frame1(0)"));
+            tabs->setCurrentIndex(7);
+            QTest::keyClick(child<QWidget>(d, "Reminder2"), Qt::Key_Tab, Qt::ControlModifier);
+            QVERIFY(tabs->currentIndex() == 0 && shown(d, "Frame1(0)") && !shown(d, "Frame1(7)"));
             click(d, "cmdCancel");
         });
         VERIFY_UI(ui);
-        compareSystemRow("BusinessName=Applied|InvoiceType=2|Phone=0123|Reminder1=" + Reminder1);
+        compareSystemRow("BusinessName=Applied|InvoiceType=2|Phone=0123|Address=1 High St|Reminder1=" + Reminder1);
         QCOMPARE((QStringList{settings.BusinessName.trimmed(), settings.Phone.trimmed()}),
                  (QStringList{"Applied", "0123"}));
         QCOMPARE(columnValues("System", "Reminder2"), QStringList{settings.Reminder2});
@@ -367,55 +383,25 @@ private slots:
     // The logo's path: 200 characters at most, and a cancelled dialog keeps the last choice.
     void optionsLogo()
     {
-        const QString longest = "/" + QString(199, 'p');
-        // The choices ("-": the dialog cancelled), and the path kept.
-        const std::tuple<QStringList, QString> rows[] = {
-            {{longest}, longest}, {{longest + "x"}, ""}, {{"-"}, ""}, {{"/pics/a.jpg", "-"}, "/pics/a.jpg"}};
-        for (const auto& [choices, path] : rows) {
-            TestUi ui;
-            auto w = openOptions(ui, UsedRow, [&](QDialog& d) {
-                for (const QString& choice : choices) {
-                    ui.expectOpen(choice == "-" ? std::nullopt : std::optional<QString>(choice));
-                    if (choice.size() > 200)
-                        ui.expectBox("Path too Long",
-                                     "Path too long. Move the picture to another location and try again.", vbOK,
-                                     vbExclamation);
-                    click(d, "Select_cmd");
-                }
-                QCOMPARE(texts(d, {"path_lbl"}), QStringList{path});
-                click(d, "cmdOK");
-            });
-            VERIFY_UI(ui);
-            QCOMPARE(ui.dialogs.first().filter, "Picture File (*.jpg,*.bmp)|*.bmp;*.jpg");
-            QCOMPARE(columnValues("System", "logopath") << settings.Logopath, (QStringList{path, path}));
-        }
-    }
-
-    // Boxes of several lines take no more than their limit, typed or pasted; Ctrl+Tab
-    // moves to the next tab from any control, and from the last to the first.
-    void optionsLimitsAndCtrlTab()
-    {
         TestUi ui;
+        const QString longest = "/" + QString(199, 'p'), pic = "/pics/a.jpg";
         auto w = openOptions(ui, UsedRow, [&](QDialog& d) {
-            for (auto [name, limit] :
-                 {std::pair{"Address_txt", 150}, {"statement_txt", 100}, {"terms_txt", 200}, {"Reminder3", 250}}) {
-                auto* b = child<QPlainTextEdit>(d, name);
-                b->setPlainText(QString(limit - 1, 'a'));
-                b->moveCursor(QTextCursor::End);
-                QTest::keyClicks(b, "xyz");
-                QVERIFY2(b->toPlainText() == QString(limit - 1, 'a') + "x", name);
-                b->setPlainText(QString(limit + 40, 'b'));
-                QVERIFY2(b->toPlainText().size() == limit, name);
+            // Each choice ("-": the dialog cancelled), and the path shown after it.
+            const QString choices[] = {"-", pic, "-", longest + "x", longest}, paths[] = {"", pic, pic, pic, longest};
+            for (int i = 0; i < 5; ++i) {
+                const QString& choice = choices[i];
+                ui.expectOpen(choice == "-" ? std::nullopt : std::optional<QString>(choice));
+                if (choice.size() > 200)
+                    ui.expectBox("Path too Long", "Path too long. Move the picture to another location and try again.",
+                                 vbOK, vbExclamation);
+                click(d, "Select_cmd");
+                QCOMPARE(texts(d, {"path_lbl"}), QStringList{paths[i]});
             }
-            auto* tabs = child<QTabBar>(d, "tbsOptions");
-            QTest::keyClick(box(d, "Name_txt"), Qt::Key_Tab, Qt::ControlModifier);
-            QVERIFY(tabs->currentIndex() == 1 && shown(d, "Frame1(1)") && !shown(d, "Frame1(0)"));
-            tabs->setCurrentIndex(7);
-            QTest::keyClick(child<QWidget>(d, "Reminder2"), Qt::Key_Tab, Qt::ControlModifier);
-            QVERIFY(tabs->currentIndex() == 0 && shown(d, "Frame1(0)") && !shown(d, "Frame1(7)"));
-            click(d, "cmdCancel");
+            click(d, "cmdOK");
         });
         VERIFY_UI(ui);
+        QCOMPARE(ui.dialogs.first().filter, "Picture File (*.jpg,*.bmp)|*.bmp;*.jpg");
+        QCOMPARE(columnValues("System", "logopath") << settings.Logopath, (QStringList{longest, longest}));
     }
 
     // "Customize Options": every column it loads and saves, and what it leaves alone.
@@ -431,10 +417,9 @@ private slots:
         QCOMPARE(ticked(w, {"chk1", "chk2", "chk3", "chk4", "Shipping_chk", "Terms_Chk", "Statement_chk"}),
                  (QStringList{"chk1", "chk3", "Shipping_chk", "Statement_chk"}));
         // The sample follows the ticks; loading copies nothing into the record.
-        QVERIFY(!child<QWidget>(w, "terms1")->isVisibleTo(child<QWidget>(w, "InvoiceFrame")));
-        QVERIFY(child<QWidget>(w, "shipping2")->isVisibleTo(child<QWidget>(w, "InvoiceFrame")));
+        auto* frame = child<QWidget>(w, "InvoiceFrame");
+        QVERIFY(!child<QWidget>(w, "terms1")->isVisibleTo(frame) && child<QWidget>(w, "shipping2")->isVisibleTo(frame));
         QCOMPARE(settings.Statement, QString());
-
         click(w, "chk2");
         click(w, "chk1");
         box(w, "Text1")->clear();

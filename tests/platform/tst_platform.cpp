@@ -9,7 +9,6 @@
 #include "shell/frmMain.h"
 
 #include <QAction>
-#include <QFile>
 #include <QKeyEvent>
 #include <QtTest>
 
@@ -62,50 +61,45 @@ class PlatformTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void programFolder()
+    void programFolderAndShippedFiles()
     {
         enum Xdg { Unset, Relative, Set };
         enum Where { Exe, XdgData, HomeData };
-        const struct {
-            int layout, xdg, expected;
-        } rows[] = {{BuildTree, Set, Exe},          {ReadOnly, Set, XdgData},  {ReadOnly, Unset, HomeData},
-                    {ReadOnly, Relative, HomeData}, {Installed, Set, XdgData}, {Installed, Unset, HomeData}};
-        for (const auto& row : rows) {
-            Machine m(row.layout);
+        const std::tuple<int, int, int> rows[] = {{BuildTree, Set, Exe},       {ReadOnly, Set, XdgData},
+                                                  {ReadOnly, Unset, HomeData}, {ReadOnly, Relative, HomeData},
+                                                  {Installed, Set, XdgData},   {Installed, Unset, HomeData}};
+        for (const auto& [layout, xdg, expected] : rows) {
+            Machine m(layout);
             const QString xdgDir = m.root.filePath(QStringLiteral("data"));
             qputenv("HOME", QFile::encodeName(m.home));
-            if (row.xdg == Unset)
+            if (xdg == Unset)
                 qunsetenv("XDG_DATA_HOME");
             else
-                qputenv("XDG_DATA_HOME", row.xdg == Set ? QFile::encodeName(xdgDir) : "data");
-            const QString want = row.expected == Exe       ? m.exeDir
-                                 : row.expected == XdgData ? xdgDir + QStringLiteral("/velk-invoice")
-                                                           : m.home + QStringLiteral("/.local/share/velk-invoice");
-            const QByteArray name = QByteArray::number(row.layout) + '/' + QByteArray::number(row.xdg);
+                qputenv("XDG_DATA_HOME", xdg == Set ? QFile::encodeName(xdgDir) : "data");
+            const QString want = expected == Exe       ? m.exeDir
+                                 : expected == XdgData ? xdgDir + QStringLiteral("/velk-invoice")
+                                                       : m.home + QStringLiteral("/.local/share/velk-invoice");
+            const QByteArray name = QByteArray::number(layout) + '/' + QByteArray::number(xdg);
             QVERIFY2(programDirFor(m.exeDir + '/') == want && QFileInfo(want).isDir(), name);
             // A build tree leaves the user's folders alone; the next start finds the folder it made.
-            QVERIFY2(row.expected != Exe || !QFileInfo::exists(xdgDir), name);
+            QVERIFY2(expected != Exe || !QFileInfo::exists(xdgDir), name);
             Machine::touch(want + QStringLiteral("/data.mdb"));
             QVERIFY2(programDirFor(m.exeDir) == want && QFileInfo::exists(want + QStringLiteral("/data.mdb")), name);
         }
-    }
-
-    void shippedFile()
-    {
-        // An installed copy prefers its share folder; anything else the executable's folder.
-        const struct {
-            int layout;
-            bool beside, shared, expectShared;
-        } rows[] = {{BuildTree, true, false, false}, {Installed, false, true, true},  {Installed, true, true, true},
-                    {Installed, true, false, false}, {Installed, false, false, true}, {BuildTree, false, false, false}};
-        for (const auto& row : rows) {
-            Machine m(row.layout);
-            if (row.beside)
+        // A file shipped with the program: an installed copy prefers its share folder, anything
+        // else the executable's folder. Layout, the file beside the executable, in the share
+        // folder, and whether the share folder's is taken.
+        const std::tuple<int, bool, bool, bool> files[] = {
+            {BuildTree, true, false, false}, {Installed, false, true, true},  {Installed, true, true, true},
+            {Installed, true, false, false}, {Installed, false, false, true}, {BuildTree, false, false, false}};
+        for (const auto& [layout, beside, shared, expectShared] : files) {
+            Machine m(layout);
+            if (beside)
                 Machine::touch(m.exeDir + QStringLiteral("/customers.htm"));
-            if (row.shared)
+            if (shared)
                 Machine::touch(m.shareDir + QStringLiteral("/customers.htm"));
             QCOMPARE(shippedFileFor(m.exeDir, QStringLiteral("customers.htm")),
-                     (row.expectShared ? m.shareDir : m.exeDir) + QStringLiteral("/customers.htm"));
+                     (expectShared ? m.shareDir : m.exeDir) + QStringLiteral("/customers.htm"));
         }
     }
 
@@ -132,7 +126,7 @@ private slots:
         QVERIFY(shows(themeIcon("edit-find"), "edit-find"));
     }
 
-    void keyPressCodes()
+    void keyCodes()
     {
         auto ascii = [](int key, int modifiers, const char* text) {
             return keyAscii(QKeyEvent(QEvent::KeyPress, key, Qt::KeyboardModifiers(modifiers), text));
@@ -148,18 +142,11 @@ private slots:
                              ascii(Qt::Key_E, Qt::AltModifier, "e"), ascii(Qt::Key_Left, 0, ""),
                              ascii(Qt::Key_Delete, 0, "\x7f"), ascii(Qt::Key_F2, 0, "")}),
                  QList<int>(6, 0));
-    }
-
-    void numberFilter()
-    {
-        QCOMPARE(numberKey('5', "12", false), int('5'));
-        QCOMPARE(numberKey('a', "12", true), 0);
-        QCOMPARE(numberKey('-', "", true), 0);
-        QCOMPARE(numberKey('.', "12", true), int('.'));
-        QCOMPARE(numberKey('.', "1.2", true), 0);
-        QCOMPARE(numberKey('.', "12", false), 0);
-        QCOMPARE(numberKey(8, "12", false), 8);   // Backspace
-        QCOMPARE(numberKey(22, "12", false), 22); // Ctrl+V
+        // The number boxes pass digits, one point where allowed, Backspace and Ctrl+V.
+        QCOMPARE((QList<int>{numberKey('5', "12", false), numberKey('a', "12", true), numberKey('-', "", true),
+                             numberKey('.', "12", true), numberKey('.', "1.2", true), numberKey('.', "12", false),
+                             numberKey(8, "12", false), numberKey(22, "12", false)}),
+                 (QList<int>{'5', 0, 0, '.', 0, 0, 8, 22}));
     }
 };
 

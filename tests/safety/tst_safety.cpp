@@ -3,7 +3,6 @@
 
 #include "TestUi.h"
 
-#include "safety/BackupRestore.h"
 #include "safety/Import.h"
 #include "shell/Globals.h"
 #include "shell/frmMain.h"
@@ -13,7 +12,6 @@
 #include "store/Functions.h"
 
 #include <QAction>
-#include <QDir>
 #include <QMenu>
 #include <QtTest>
 
@@ -30,24 +28,13 @@ void write(const QString& path, const QByteArray& bytes)
     f.write(bytes);
 }
 
-QStringList customers()
-{
-    return columnValues("Customers", "CustID");
-}
-
 // The rows of a table, each as the named columns' texts joined by "|".
 QStringList rows(const QString& table, const QStringList& columns)
 {
-    QList<QStringList> values;
-    for (const QString& c : columns)
-        values << columnValues(table, c);
-    QStringList out;
-    for (qsizetype i = 0; i < values[0].size(); ++i) {
-        QStringList cells;
-        for (const QStringList& v : values)
-            cells << v[i];
-        out << cells.join('|');
-    }
+    QStringList out = columnValues(table, columns[0]);
+    for (const QString& c : columns.mid(1))
+        for (qsizetype i = 0; const QString& v : columnValues(table, c))
+            out[i++] += '|' + v;
     return out;
 }
 
@@ -83,7 +70,6 @@ private slots:
         QCOMPARE(QDir(ui.file("usb")).entryList(QDir::Files), QStringList{"Data.mdb"});
         // A data file of its own.
         QCOMPARE(Database::openToRead(target)->texts("SELECT CustID FROM Customers"), QStringList{"CUS1"});
-
         addRow("Customers", {{"CustID", "LATER"}});
         settings.BusinessName = "In memory";
         for (int answer : {vbNo, vbYes}) {
@@ -92,12 +78,13 @@ private slots:
             if (answer == vbYes)
                 ui.expectBox("Successful", "Restore has been Successful", vbOK, vbInformation);
             w.mnurestore_Click();
-            QCOMPARE(customers(), answer == vbNo ? (QStringList{"CUS1", "LATER"}) : QStringList{"CUS1"});
+            QCOMPARE(columnValues("Customers", "CustID"),
+                     answer == vbNo ? (QStringList{"CUS1", "LATER"}) : QStringList{"CUS1"});
         }
         // Windows see the restored tables at their next open; the settings in memory stay.
         QCOMPARE(settings.BusinessName.trimmed(), "In memory");
         addRow("Customers", {{"CustID", "AFTER"}});
-        QCOMPARE(customers(), (QStringList{"CUS1", "AFTER"}));
+        QCOMPARE(columnValues("Customers", "CustID"), (QStringList{"CUS1", "AFTER"}));
         VERIFY_UI(ui);
     }
 
@@ -161,10 +148,8 @@ private slots:
         Database::closeAll();
         PlainConnection.open(ConnectionString);
         const QByteArray before = fileBytes(data);
-        if (command == "MnuSave")
-            ui.expectSave(name.isEmpty() ? std::nullopt : std::optional<QString>(source));
-        else
-            ui.expectOpen(name.isEmpty() ? std::nullopt : std::optional<QString>(source));
+        const auto chosen = name.isEmpty() ? std::nullopt : std::optional<QString>(source);
+        command == "MnuSave" ? ui.expectSave(chosen) : ui.expectOpen(chosen);
         if (!title.isEmpty())
             ui.expectBox(title, title == "Confirm" ? RestoreQuestion : text,
                          title == "Confirm"         ? vbYes
@@ -174,7 +159,7 @@ private slots:
         QCOMPARE(fileBytes(data), before);
         QCOMPARE(fileBytes(ui.file("old.mdb")), QByteArray("previous backup"));
         QCOMPARE(QDir(ui.dir()).entryList(QDir::Files), (QStringList{"data.mdb", "link.mdb", "old.mdb"}));
-        QCOMPARE(customers().first(), "CUS1");
+        QCOMPARE(columnValues("Customers", "CustID").first(), "CUS1");
         QCOMPARE(BackupDone, qint16(0));
         VERIFY_UI(ui);
     }
@@ -190,7 +175,7 @@ private slots:
         write(ui.file("Invoices1.csv"), {});
         emit child<QMenu>(*w, "mnuTools")->aboutToShow();
         import->trigger();
-        QCOMPARE(customers(), QStringList());
+        QCOMPARE(columnValues("Customers", "CustID"), QStringList());
         QByteArray wide = "C5,2026-01-01,I5,A,B,,,,,,5,Wide,5,,,,D1,D2,D3,D4,D5"; // fields past the 21st ignored
         for (int i = 22; i <= 40; ++i)
             wide += ",f" + QByteArray::number(i);
