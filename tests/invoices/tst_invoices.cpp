@@ -147,17 +147,6 @@ const QString LineColumns = "InvNo|PartID|Qty|Description|Amount|Total|Taxable";
 const QString Figures = "subtotal_txt|vat_txt|Discount_txt|total_txt|Balance_txt";
 const QString DeleteQuestion = "Are you sure you want to delete this invoice";
 
-// Three invoices in table order; of their customers only C2 is on file.
-std::unique_ptr<frmMain> threeInvoices(TestUi& ui)
-{
-    auto main = startProgram(ui, values("CustPrefix=CUS;CustStart=1001"));
-    addRows("Invoices", "InvNo|Date|CustNo|CustomerName|Total|Balance|Notes",
-            {"INV1002|2026-03-01|C2|Name of C2|100|50|urgent", "INV1001|2025-12-24|C1|Name of C1|9|4.5|",
-             "INV1003|2026-01-15|C3|Name of C3|1234567.5|617283.75|"});
-    addRows("Customers", "CustID|LastName|FirstName", {"C2|Smith|Jo", "C9|Young|Al"});
-    return main;
-}
-
 QString numbers(QTreeWidget* list)
 {
     QStringList out;
@@ -265,7 +254,7 @@ std::unique_ptr<frmMain> openInvoice(TestUi& ui, const QString& settings, const 
     auto main = start(ui, "TaxAmount=10;BusinessName=Velk Joinery;Address=1 Mill Lane\nHebden;Phone=0123 555;"
                           "Mobile=0777;Email=a@velk.example;Web=velk.example;TaxNo=GB1;Currency=$;IncludeShipping=1;"
                           "IncludeTerms=1;IncludeStatement=1;Statement=Thank you;terms1=Pay in 30 days;Text1Visible=1;"
-                          "Text1Name=Rep;Text2Visible=1;Text2Name=Order;Text3Visible=1;Text3Name=Ship By;"
+                          "Text1Name=  Rep  ;Text2Visible=1;Text2Name=Order;Text3Visible=1;Text3Name=Ship By;"
                           "Text4Visible=1;Text4Name=Track;" +
                               settings);
     addRows("Customers", "CustID|LastName|FirstName|Address|City|Postcode|DelAddress1|DelAddress5",
@@ -305,11 +294,11 @@ private slots:
     void totals_data()
     {
         // Lines "qty|price|taxed,..."; Discount2|Paid|Writtenoff; the line totals, then the
-        // five Figures; the banner: "PAID" or the StillOwes_lbl caption.
+        // five Figures; the banner shown, if any.
         table("rate;lines;entries;figures;banner", R"(
 empty qty counts one     ; 0    ; |10|0,3||0   ; 0|0|0    ; 10.00|0.00|10.00|0.00|0.00|10.00|10.00 ; BALANCE: 10.00
 3 x 1.125 half away      ; 0    ; 3|1.125|0    ; |0|0     ; 3.38|3.38|0.00|0.00|3.38|3.38 ; BALANCE: 3.38
-two 12.5% lines          ; 12.5 ; 1|0.25|1,1|0.75|1 ; 0|1.13|0 ; 0.25|0.75|1.00|0.13|0.00|1.13|0.00 ; PAID
+two 12.5% lines          ; 12.5 ; 1|0.25|1,1|0.75|1 ; 0|1.13|0 ; 0.25|0.75|1.00|0.13|0.00|1.13|0.00 ; PAID IN FULL
 line tax half to even    ; 12.5 ; 1|0.01|1,1|0.01|1,1|0.01|1,1|0.01|1 ; 0|0|0 ; 0.01|0.01|0.01|0.01|0.04|0.00|0.00|0.04|0.04 ; BALANCE: 0.04
 discount before tax      ; 15   ; 1|100|1      ; 10|0|0   ; 100.00|100.00|15.00|10.00|105.00|105.00 ; BALANCE: 105.00
 paid and written off     ; 0    ; 1|100|0      ; 0|30|20  ; 100.00|100.00|0.00|0.00|100.00|50.00 ; BALANCE: 50.00
@@ -339,10 +328,8 @@ signs: no tax on -5      ; 10   ; 2|-5|1,-1|4|1,0.5|10|0,1|3|1 ; 0.5|0|0 ; -10.0
         QCOMPARE(shown.split('|').filter(QRegularExpression("^.{10}$")).size(), shown.count('|') + int(e[0].isEmpty()));
         QCOMPARE(shown.remove(' '), figures);
         QCOMPARE(text(w, "tota1l_txt(7)|total_txt2"), "      0.00|" + text(w, "total_txt"));
-        QCOMPARE(child<QLabel>(w, "Paid_lbl")->isVisibleTo(&w), banner == QLatin1String("PAID"));
-        const bool owes = banner.startsWith(QLatin1String("BALANCE"));
-        QCOMPARE(child<QLabel>(w, "StillOwes_lbl")->isVisibleTo(&w), owes);
-        QCOMPARE(text(w, "StillOwes_lbl"), owes ? banner : QString());
+        auto seen = [&](const char* name) { return child<QLabel>(w, name)->isVisibleTo(&w) ? text(w, name) : ""; };
+        QCOMPARE(seen("Paid_lbl") + seen("StillOwes_lbl"), banner);
         // A leading point in the percentage ends the program, as it always did.
         ui.expectBox("Error Message", errorMessageText(13, "frmAddInv", "Calc_Totals", standardErrorText(13)));
         QVERIFY(endsProgram([&] { enter(w, "Discount2_txt=."); }));
@@ -352,10 +339,8 @@ signs: no tax on -5      ; 10   ; 2|-5|1,-1|4|1,0.5|10|0,1|3|1 ; 0.5|0|0 ; -10.0
     void typingAndClearing()
     {
         TestUi ui;
-        auto main = start(ui, "TaxAmount=0;Text1Visible=1;Text1Name=  Rep  ");
+        auto main = start(ui, "TaxAmount=0");
         frmAddInv w;
-        activate(&w);
-        QCOMPARE(text(w, "Inv_lbl|vat_lbl|SalesPerson_lbl"), "INV100001|VAT @ 0%|Rep");
         setLines(w, ";1|5|0;2|5|0");
         // The keys are filtered; every key release recomputes.
         enter(w, "Qty_txt(0)=1a2.-3;Amount_txt(0)=4.5.0-;Paid_txt=1.2.3");
@@ -429,9 +414,8 @@ free form leaves it  ; INV ; 100001   ; my-1        ; 100001
         auto [prefix, next, number, nextAfter] = fields<4>();
         TestUi ui;
         const bool freeForm = !number.startsWith(prefix);
-        auto main = start(ui, QStringLiteral("TaxAmount=12.5;ConfirmAll=0;InvPrefix=%1;Invstart=%2;FreeFormInv=%3")
-                                  .arg(prefix, next)
-                                  .arg(int(freeForm)));
+        auto main = start(ui, "TaxAmount=12.5;ConfirmAll=0;InvPrefix=" + prefix + ";Invstart=" + next +
+                                  ";FreeFormInv=" + QString::number(freeForm));
         frmAddInv w;
         if (freeForm)
             enter(w, "Inv_lbl=" + number);
@@ -470,9 +454,8 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
     {
         auto [freeForm, next, typed, boxes] = fields<4>();
         TestUi ui;
-        auto main = start(ui, QStringLiteral("TaxAmount=0;FreeFormInv=%1;InvPrefix=%2;Invstart=%3;ConfirmAll=%4")
-                                  .arg(freeForm, next.isEmpty() ? "" : "INV", next)
-                                  .arg(int(boxes != "question")));
+        auto main = start(ui, "TaxAmount=0;FreeFormInv=" + freeForm + (next.isEmpty() ? ";InvPrefix=" : "") +
+                                  ";Invstart=" + next + ";ConfirmAll=" + QString::number(boxes != "question"));
         addRows("Invoices", "InvNo", {"INV1"});
         frmAddInv w;
         if (freeForm == "1")
@@ -530,13 +513,36 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
         VERIFY_UI(ui);
     }
 
-    void listSortsAddsAndDeletes()
+    void invoiceList()
     {
         TestUi ui;
-        auto main = threeInvoices(ui);
+        auto main = startProgram(ui, values("CustPrefix=CUS;CustStart=1001"));
+        // Three invoices in table order; of their customers only C2 is on file.
+        addRows("Invoices", "InvNo|Date|CustNo|CustomerName|Total|Balance|Notes",
+                {"INV1002|2026-03-01|C2|Name of C2|100|50|urgent", "INV1001|2025-12-24|C1|Name of C1|9|4.5|",
+                 "INV1003|2026-01-15|C3|Name of C3|1234567.5|617283.75|"});
+        addRows("Customers", "CustID|LastName|FirstName", {"C2|Smith|Jo", "C9|Young|Al"});
         addRows("InvoiceD", "InvNo", {"INV1001", "INV1002", "INV1002", "INV10020", "INV1003"});
         frmInvoice w;
         auto* list = child<QTreeWidget>(w, "Inv_lst");
+        // Searched: the number, date, customer and amount, not the balance or notes; from the
+        // row after the one given, round to the top once. None found says so.
+        const struct {
+            const char* text;
+            int start;
+            const char* found;
+        } searches[] = {
+            {"inv1003", 1, "INV1003"}, {"24/12", 1, "INV1001"}, {"c3", 1, "INV1003"}, {"name of c2", 1, "INV1002"},
+            {"1234567", 1, "INV1003"}, {"617283", 1, ""},       {"urgent", 1, ""},    {"INV1002", 3, "INV1002"},
+            {"INV", 2, "INV1001"}};
+        for (const auto& [typed, start, found] : searches) {
+            child<QLineEdit>(w, "Search_txt")->setText(typed);
+            w.rules()->SearchPos = start;
+            list->clearSelection();
+            child<QPushButton>(w, "search_cmd")->click();
+            const QString row = list->selectedItems().isEmpty() ? "" : list->selectedItems().first()->text(0);
+            QVERIFY2(row == found && text(w, "Found_lbl") == (*found ? "" : "Not Found"), typed);
+        }
         // Amounts in ten places, so that a text sort orders them; a hidden YYYYMMDD sorts dates.
         QCOMPARE(listRows(list)[2], "INV1003 | 15/01/2026 | C3 | Name of C3 | 1234567.50 |  617283.75 |  | 20260115");
         w.rules()->columnClick(1);
@@ -545,27 +551,25 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
         QCOMPARE(numbers(list), "INV1001 INV1002 INV1003");
         w.rules()->columnClick(4);
         // Saved from either window: only the new row is added, at its sort place; with no
-        // number to show (C1 here), the list is read again in the order chosen.
-        auto saveFrom = [&](const char* window, const QString& no, const QString& cust) {
-            const bool added = cust != "C1";
+        // number to show, the list is read again in the order chosen.
+        auto saveFrom = [&](const char* window, const QString& row, bool shown = true) {
+            addRows("Invoices", "InvNo|Date|CustNo|Total|Balance", {row});
             ui.expectBox("Add to New Customer", "Do you want to add this invoice to a new customer",
                          QByteArray(window) == "frmAddCust" ? vbYes : vbNo, vbYesNoCancel + vbQuestion);
-            ui.onModal(QLatin1String(window), [=](QDialog&) {
-                addRows("Invoices", "InvNo|Date|CustNo|Total|Balance",
-                        {no + "|2026-04-01|" + cust + (added ? "|500|250" : "|50|25")});
+            ui.onModal(window, [=](QDialog&) {
                 InvoiceSaved = 1;
-                LastInvoiceNo = added ? no : QString();
+                LastInvoiceNo = shown ? row.section('|', 0, 0) : QString();
                 return 0;
             });
             trigger(w, 2);
         };
         // The customer's name last name first; one not on file leaves both cells empty.
-        saveFrom("frmAddCust", "INV2000", "C9");
+        saveFrom("frmAddCust", "INV2000|2026-04-01|C9|500|250");
         QCOMPARE(listRows(list)[1], "INV2000 | 01/04/2026 | C9 | Young Al |     500.00 |     250.00 |  | 20260401");
         QCOMPARE(list->selectedItems().value(0), list->topLevelItem(1));
-        saveFrom("frmsearchCust", "INV2001", "C8");
+        saveFrom("frmsearchCust", "INV2001|2026-04-01|C8|500|250");
         QCOMPARE(listRows(list)[2].left(36), "INV2001 | 01/04/2026 |  |  |     500"); // an equal amount goes after
-        saveFrom("frmAddCust", "INV0999", "C1");
+        saveFrom("frmAddCust", "INV0999|2026-04-01|C1|50|25", false);
         QCOMPARE(numbers(list), "INV1003 INV2000 INV2001 INV1002 INV0999 INV1001");
         // Deleting takes the invoice and its own lines only; the row below is selected.
         w.rules()->select(list->topLevelItem(3));
@@ -588,38 +592,6 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
         VERIFY_UI(ui);
     }
 
-    void listSearch_data()
-    {
-        // The row selected, or none for "Not Found".
-        table("text;start;found", R"(
-number                       ; inv1003    ; 1 ; INV1003
-date                         ; 24/12      ; 1 ; INV1001
-customer id                  ; c3         ; 1 ; INV1003
-customer name                ; name of c2 ; 1 ; INV1002
-amount                       ; 1234567    ; 1 ; INV1003
-balance is not searched      ; 617283     ; 1 ;
-notes are not searched       ; urgent     ; 1 ;
-above the start: second pass ; INV1002    ; 3 ; INV1002
-next after the start         ; INV        ; 2 ; INV1001
-)");
-    }
-
-    void listSearch()
-    {
-        auto [text, start, found] = fields<3>();
-        TestUi ui;
-        auto main = threeInvoices(ui);
-        frmInvoice w;
-        auto* list = child<QTreeWidget>(w, "Inv_lst");
-        child<QLineEdit>(w, "Search_txt")->setText(text);
-        w.rules()->SearchPos = start.toInt();
-        list->clearSelection();
-        child<QPushButton>(w, "search_cmd")->click();
-        QCOMPARE(child<QLabel>(w, "Found_lbl")->text(), found.isEmpty() ? "Not Found" : "");
-        QCOMPARE(list->selectedItems().isEmpty() ? QString() : list->selectedItems().first()->text(0), found);
-        VERIFY_UI(ui);
-    }
-
     void printEachDesign_data()
     {
         QTest::addColumn<int>("type");
@@ -631,13 +603,15 @@ next after the start         ; INV        ; 2 ; INV1001
             // The headings crossed, as the layouts always were: each over the other field's
             // value. Design 1 trims the company's name; the others keep the blanks.
             const QString d = familyB(type) ? "Section4." : "Section2.", colon = familyB(type) ? ":" : "";
-            QStringList captions = QString("Section4.Invoice_lbl=INVOICE - INV100001;Section2.Total1_lbl=     50.00*;"
-                                           "Section4.BillingAdd=Ann Brown\n1 High St\nLeeds\nLS1;Section2.Total2_lbl=;"
-                                           "Section2.Amount1_lbl=50.00 "
-                                           ";Section2.balance_lbl=$140.00;Section2.Notes_lbl=Notes:\nLeave at the door")
-                                       .split(';');
-            captions << d + "Date1_lbl=22/11/2026" << d + "Shipping_lbl=Order" + colon << d + "Shipping2_lbl=DHL"
-                     << d + "SalesNO_lbl=Ship By" + colon << d + "SalesNO1_lbl=SO-77"
+            QStringList captions =
+                QString("Section4.Invoice_lbl=INVOICE - INV100001;Section2.Total1_lbl=     50.00*;"
+                        "Section4.BillingAdd=Ann Brown\n1 High St\nLeeds\nLS1;Section2.Total2_lbl=;"
+                        "Section2.Amount1_lbl=50.00 ;Section2.balance_lbl=$140.00;"
+                        "Section2.taxname_lbl=VAT @ 10%;Section2.Notes_lbl=Notes:\nLeave at the door;"
+                        "Section2.statment_lbl=Thank you;Section2.Terms_lbl=Pay in 30 days")
+                    .split(';');
+            captions << d + "Date1_lbl=22/11/2026" << d + "Sales_lbl=Rep" + colon << d + "Shipping_lbl=Order" + colon
+                     << d + "Shipping2_lbl=DHL" << d + "SalesNO_lbl=Ship By" + colon << d + "SalesNO1_lbl=SO-77"
                      << "Section4.companyname_lbl=" + QString("Velk Joinery").leftJustified(type == 1 ? 0 : 30);
             QTest::addRow("%d A4 without delivery", type)
                 << type << int(vbPRPSA4) << QString("IncludeShipping=0") << captions
@@ -691,10 +665,8 @@ next after the start         ; INV        ; 2 ; INV1001
             QVERIFY(r->control("Section4", "companyadd")
                         .caption.endsWith(type == 4 ? "VAT" + QString(27, ' ') + " No: GB1" + QString(27, ' ')
                                                     : "VAT No: GB1"));
-        // One page of the paper, everything in its box.
-        const PdfInfo info = pdfInfo(ui.reports[0].pdf);
-        QCOMPARE(info.pages, 1);
-        QCOMPARE(info.pageSize.toSize(), paper == vbPRPSA4 ? QSize(595, 842) : QSize(612, 792));
+        // One page, everything in its box.
+        QCOMPARE(ui.reports[0].pages, 1);
         QCOMPARE(inkProblems(*r, paper, ui.reports[0].pdf), QString());
         VERIFY_UI(ui);
         if (!settings.isEmpty() && settings != "IncludeShipping=0")
@@ -703,7 +675,6 @@ next after the start         ; INV        ; 2 ; INV1001
         fillEverything(*r, type);
         Show(*r);
         QCOMPARE(ui.reports.last().pages, 1);
-        QCOMPARE(pdfInfo(ui.reports.last().pdf).pages, 1);
         QCOMPARE(inkProblems(*r, paper, ui.reports.last().pdf), QString());
         const QString full = pdfText(ui.reports.last().pdf);
         for (const char* expected :
@@ -762,10 +733,9 @@ customer gone: the next one's address    ; 3 ; 1 ;         ;       ; CUS2 ;     
         QCOMPARE(ui.reports.size(), reports.toInt());
         QCOMPARE(fileBytes(ui.file("data.mdb")), before);
         if (box.toInt() > 0) {
-            const QString last = ui.shownBoxes.last();
-            QVERIFY2(last.contains("Error Code \t: " + box) && last.contains("Print_Invoice") &&
-                         last.contains("frmAddInv"),
-                     qPrintable(last));
+            const QString b = ui.shownBoxes.last();
+            QVERIFY2(b.contains("Error Code \t: " + box) && b.contains("Print_Invoice") && b.contains("frmAddInv"),
+                     qPrintable(b));
             return ui.clearProblems(); // the failure box is the end of the run
         }
         QCOMPARE(r && !r->control("Section4", "Image1").picture.isNull(), logo == "picture");
