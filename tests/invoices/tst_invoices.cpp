@@ -72,10 +72,7 @@ std::unique_ptr<frmMain> start(TestUi& ui, const QString& settings)
     auto main =
         startProgram(ui, values("TaxEnabled=1;TaxName=VAT;InvPrefix=INV;Invstart=100001;ConfirmAll=1;" + settings));
     EditInvoiceMode = 0;
-    PickedCustID = "CUS1";
-    PickedFirstName = "Ann";
-    PickedLastName = "Brown";
-    PickedPhone = "0123";
+    std::tie(PickedCustID, PickedFirstName, PickedLastName, PickedPhone) = std::tuple("CUS1", "Ann", "Brown", "0123");
     return main;
 }
 
@@ -147,12 +144,10 @@ const QString LineColumns = "InvNo|PartID|Qty|Description|Amount|Total|Taxable";
 const QString Figures = "subtotal_txt|vat_txt|Discount_txt|total_txt|Balance_txt";
 const QString DeleteQuestion = "Are you sure you want to delete this invoice";
 
+// The invoice numbers of the list, in its order.
 QString numbers(QTreeWidget* list)
 {
-    QStringList out;
-    for (int i = 0; i < list->topLevelItemCount(); ++i)
-        out << list->topLevelItem(i)->text(0);
-    return out.join(' ');
+    return listRows(list, " ").replaceInStrings(QRegularExpression(" .*"), "").join(' ');
 }
 
 // Each word of the PDF, as pdftotext finds it, that stands outside every visible text of
@@ -237,8 +232,7 @@ void fillEverything(Report& r, int type)
         set("Section2", name("Total"), "9876543.21*");
     }
     set("Section2", "Notes_lbl", "Notes:\n" + wide(150, "Delivered in two parts; the second part follows next week. "));
-    set("Section2", "Terms_lbl",
-        wide(200, "Payment within 30 days of the invoice date. Goods remain ours until paid. "));
+    set("Section2", "Terms_lbl", wide(200, "Payment within 30 days of the invoice date; goods ours until paid. "));
     set("Section2", "statment_lbl", wide(100, "Thank you for your business. "));
     set("Section2", "taxname_lbl", wide(30, "VALUE ADDED TAX ") + " @ 17.5%");
     for (const char* money : {"Subtotal_lbl", "Tax_lbl", "Discount_lbl", "total11_lbl", "Total10_lbl", "Paid_lbl",
@@ -269,20 +263,6 @@ std::unique_ptr<frmMain> openInvoice(TestUi& ui, const QString& settings, const 
     child<MemoBox>(*w, "notes_txt")->setPlainText("Leave at the door");
     setLines(*w, "2|50.00|1;1|50.00|0;0|0|0");
     return main;
-}
-
-// Prints the window: the report as it was shown, if it was.
-std::shared_ptr<Report> print(frmAddInv& w)
-{
-    std::shared_ptr<Report> shown;
-    const auto render = hooks().showReport;
-    hooks().showReport = [&](Report& r) {
-        shown = std::make_shared<Report>(r);
-        render(r);
-    };
-    trigger(w, 8);
-    hooks().showReport = render;
-    return shown;
 }
 
 } // namespace
@@ -647,8 +627,9 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
         std::unique_ptr<frmAddInv> w;
         auto main = openInvoice(ui, QStringLiteral("InvoiceType=%1;").arg(type) + settings, "CUS1", w);
         child<QCheckBox>(*w, "Notes_chk")->setChecked(!captions.contains("Section2.Notes_lbl="));
-        const auto r = print(*w);
-        QVERIFY(r && ui.reports.size() == 1);
+        trigger(*w, 8);
+        QCOMPARE(ui.reports.size(), 1);
+        const auto r = ui.reports[0].report;
         QCOMPARE(r->name, QStringLiteral("Invoice%1_rpt").arg(type));
         QStringList got, hiddenGot;
         for (const QString& c : captions)
@@ -661,10 +642,9 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
                     hiddenGot << c.name;
         hiddenGot.sort();
         QCOMPARE(hiddenGot, hidden);
-        if (settings.isEmpty())
-            QVERIFY(r->control("Section4", "companyadd")
-                        .caption.endsWith(type == 4 ? "VAT" + QString(27, ' ') + " No: GB1" + QString(27, ' ')
-                                                    : "VAT No: GB1"));
+        // Design 4 keeps the blanks of the tax line too.
+        const QString vat = type == 4 ? "VAT" + QString(27, ' ') + " No: GB1" + QString(27, ' ') : "VAT No: GB1";
+        QVERIFY(!settings.isEmpty() || r->control("Section4", "companyadd").caption.endsWith(vat));
         // One page, everything in its box.
         QCOMPARE(ui.reports[0].pages, 1);
         QCOMPARE(inkProblems(*r, paper, ui.reports[0].pdf), QString());
@@ -728,8 +708,7 @@ customer gone: the next one's address    ; 3 ; 1 ;         ;       ; CUS2 ;     
         else if (box.startsWith('C'))
             ui.expectBox(box, "Please change the paper size on your printer to 'Letter' or 'A4'", vbOK, vbExclamation);
         const QByteArray before = fileBytes(ui.file("data.mdb"));
-        std::shared_ptr<Report> r;
-        QCOMPARE(endsProgram([&] { r = print(*w); }), box.toInt() > 0);
+        QCOMPARE(endsProgram([&] { trigger(*w, 8); }), box.toInt() > 0);
         QCOMPARE(ui.reports.size(), reports.toInt());
         QCOMPARE(fileBytes(ui.file("data.mdb")), before);
         if (box.toInt() > 0) {
@@ -738,11 +717,12 @@ customer gone: the next one's address    ; 3 ; 1 ;         ;       ; CUS2 ;     
                      qPrintable(b));
             return ui.clearProblems(); // the failure box is the end of the run
         }
+        const auto r = ui.reports.value(0).report;
         QCOMPARE(r && !r->control("Section4", "Image1").picture.isNull(), logo == "picture");
         if (logo == "missing") {
             QCOMPARE(settings.Logopath, QString()); // in memory only
             ui.paper = vbPRPSA4;
-            print(*w); // and it is not said again
+            trigger(*w, 8); // and it is not said again
             QCOMPARE(ui.reports.size(), 2);
         }
         if (custId == "CUS2")

@@ -94,7 +94,8 @@ TestUi::TestUi()
         const QString pdf = dir_.filePath(QStringLiteral("%1-%2.pdf").arg(r.name).arg(reports.size() + 1));
         if (!layout.writePdf(pdf))
             problems_ << QStringLiteral("report %1 could not be written").arg(r.name);
-        reports.push_back({r.name, pdf, int(layout.pages().size()), layout.orientation() == QPageLayout::Landscape});
+        reports.push_back({r.name, pdf, int(layout.pages().size()), layout.orientation() == QPageLayout::Landscape,
+                           std::make_shared<report::Report>(r)});
     };
 }
 

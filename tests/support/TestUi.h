@@ -48,11 +48,12 @@ public:
     QStringList shownBoxes;
     QList<platform::FileDialogRequest> dialogs;
     int beeps = 0;
-    // Reports shown: each is rendered to a PDF in the test's folder instead of a preview.
+    // Reports shown, each kept and rendered to a PDF in the test's folder instead of a preview.
     struct ShownReport {
         QString name, pdf;
         int pages;
         bool landscape;
+        std::shared_ptr<report::Report> report;
     };
     QList<ShownReport> reports;
     int paper = platform::vbPRPSA4;
