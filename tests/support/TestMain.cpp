@@ -1,10 +1,6 @@
 #include "TestUi.h"
 
 #include <QMetaMethod>
-#include <memory>
-#include <vector>
-
-std::vector<std::pair<const char*, std::function<QObject*()>>>& registeredTests();
 
 namespace
 {
@@ -39,7 +35,7 @@ int runClass(const std::function<QObject*()>& make, const QStringList& arguments
             remaining.clear();
         } catch (const platform::ProgramEnded&) {
             ++failed;
-            const qsizetype at = remaining.indexOf(takeUnexpectedEnd());
+            const qsizetype at = remaining.indexOf(std::exchange(unexpectedEnd, QString()));
             remaining = at < 0 ? QStringList() : remaining.mid(at + 1);
         }
     } while (!remaining.isEmpty());
@@ -54,9 +50,8 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QLocale::setDefault(QLocale::c());
     QApplication app(argc, argv);
-    const QStringList arguments = app.arguments();
     int failed = 0;
-    for (const auto& [name, make] : registeredTests())
-        failed += runClass(make, arguments);
+    for (const auto& make : registeredTests)
+        failed += runClass(make, app.arguments());
     return failed == 0 ? 0 : 1;
 }

@@ -1,15 +1,14 @@
 #include "TestUi.h"
 
 #include "platform/Activation.h"
+#include "report/ReportRenderer.h"
 #include "shell/Globals.h"
 #include "shell/frmMain.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Functions.h"
 #include "store/Recordset.h"
-#include "store/Value.h"
 
-#include "report/ReportRenderer.h"
 #include <QDialog>
 #include <QFile>
 #include <QProcess>
@@ -21,7 +20,14 @@ using namespace platform;
 namespace
 {
 int expectedEnds = 0;
-QString unexpectedEnd;
+
+QString output(const QString& program, const QStringList& arguments)
+{
+    QProcess p;
+    p.start(program, arguments);
+    p.waitForFinished(60000);
+    return QString::fromUtf8(p.readAllStandardOutput());
+}
 } // namespace
 
 TestUi::TestUi()
@@ -34,7 +40,7 @@ TestUi::TestUi()
     Hooks& h = hooks();
     h.programDir = [this] { return dir_.path(); };
     h.shippedFile = [this](const QString& name) { return dir_.filePath(name); };
-    h.now = [this] { return clock; };
+    h.now = [] { return QDateTime(QDate(2026, 11, 22), QTime(10, 30, 15)); };
     h.msgBox = [this](const QString& text, int style, const QString& title) {
         shownBoxes << title + QStringLiteral(": ") + text;
         if (boxes_.empty()) {
@@ -45,10 +51,7 @@ TestUi::TestUi()
         boxes_.pop_front();
         if (b.title != title || b.text != text || (b.style >= 0 && b.style != style))
             problems_ << QStringLiteral("box \"%1\": \"%2\" (style %3), expected \"%4\": \"%5\" (style %6)")
-                             .arg(title, text)
-                             .arg(style)
-                             .arg(b.title, b.text)
-                             .arg(b.style);
+                             .arg(title, text, QString::number(style), b.title, b.text, QString::number(b.style));
         return b.answer;
     };
     auto dialog = [this](std::deque<std::optional<QString>>& queue, const char* kind) {
@@ -58,10 +61,9 @@ TestUi::TestUi()
                 problems_ << QStringLiteral("unexpected %1 dialog").arg(QLatin1String(kind));
                 return std::nullopt;
             }
-            const bool chosen = queue.front().has_value();
-            const QString path = chosen ? *queue.front() : QString();
+            const std::optional<QString> path = queue.front();
             queue.pop_front();
-            return chosen ? std::optional<QString>(path) : std::nullopt;
+            return path;
         };
     };
     h.openFile = dialog(opens_, "open");
@@ -74,7 +76,7 @@ TestUi::TestUi()
             problems_ << QStringLiteral("unexpected window %1").arg(d.objectName());
             return 0;
         }
-        auto handler = modals_.front().second;
+        const auto handler = std::move(modals_.front().second);
         modals_.pop_front();
         return handler(d);
     };
@@ -92,7 +94,8 @@ TestUi::TestUi()
         const QString pdf = dir_.filePath(QStringLiteral("%1-%2.pdf").arg(r.name).arg(reports.size() + 1));
         if (!layout.writePdf(pdf))
             problems_ << QStringLiteral("report %1 could not be written").arg(r.name);
-        reports.push_back({r.name, pdf, int(layout.pages().size()), layout.orientation() == QPageLayout::Landscape});
+        reports.push_back({r.name, pdf, int(layout.pages().size()), layout.orientation() == QPageLayout::Landscape,
+                           std::make_shared<report::Report>(r)});
     };
 }
 
@@ -103,25 +106,6 @@ TestUi::~TestUi()
     Database::closeAll();
     while (busyCount() > 0)
         Busy_off();
-}
-
-void TestUi::expectBox(const QString& title, const QString& text, int answer, int style)
-{
-    boxes_.push_back({title, text, answer, style});
-}
-
-void TestUi::expectSave(std::optional<QString> path)
-{
-    saves_.push_back(std::move(path));
-}
-void TestUi::expectOpen(std::optional<QString> path)
-{
-    opens_.push_back(std::move(path));
-}
-
-void TestUi::onModal(const QString& objectName, std::function<int(QDialog&)> handler)
-{
-    modals_.emplace_back(objectName, std::move(handler));
 }
 
 QString TestUi::problems() const
@@ -136,11 +120,6 @@ QString TestUi::problems() const
     return all.join('\n');
 }
 
-void TestUi::clearProblems()
-{
-    problems_.clear();
-}
-
 bool endsProgram(const std::function<void()>& code)
 {
     struct Expecting {
@@ -153,11 +132,6 @@ bool endsProgram(const std::function<void()>& code)
         return true;
     }
     return false;
-}
-
-QString takeUnexpectedEnd()
-{
-    return std::exchange(unexpectedEnd, QString());
 }
 
 std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& settingsRow)
@@ -181,8 +155,7 @@ void addSettingsRow(const QMap<QString, Value>& values)
 {
     QMap<QString, Value> row{{"FreeFormInv", 0}, {"FreeformCus", 0},       {"FreeformPart", 0},     {"FreeFormCrd", 0},
                              {"TaxAmount", 0.0}, {"Text3Name", QString()}, {"Text4Name", QString()}};
-    for (auto it = values.begin(); it != values.end(); ++it)
-        row.insert(it.key(), it.value());
+    row.insert(values);
     addRow(QStringLiteral("System"), row);
 }
 
@@ -222,34 +195,22 @@ QByteArray fileBytes(const QString& path)
 
 QStringList listRows(QTreeWidget* list, const QString& separator)
 {
-    QStringList out;
-    for (int i = 0; i < list->topLevelItemCount(); ++i) {
-        QStringList cells;
+    QStringList out(list->topLevelItemCount());
+    for (int i = 0; i < out.size(); ++i)
         for (int c = 0; c < list->columnCount(); ++c)
-            cells << list->topLevelItem(i)->text(c);
-        out << cells.join(separator);
-    }
+            out[i] += (c > 0 ? separator : QString()) + list->topLevelItem(i)->text(c);
     return out;
 }
 
 QString pdfText(const QString& path)
 {
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")});
-    p.waitForFinished(60000);
-    return QString::fromUtf8(p.readAllStandardOutput());
+    return output(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")});
 }
 
 PdfInfo pdfInfo(const QString& path)
 {
-    QProcess p;
-    p.start(QStringLiteral("pdfinfo"), {path});
-    p.waitForFinished(60000);
-    const QString out = QString::fromUtf8(p.readAllStandardOutput());
-    PdfInfo info;
+    const QString out = output(QStringLiteral("pdfinfo"), {path});
     const auto pages = QRegularExpression(QStringLiteral("Pages:\\s+(\\d+)")).match(out);
-    info.pages = pages.captured(1).toInt();
     const auto size = QRegularExpression(QStringLiteral("Page size:\\s+([\\d.]+) x ([\\d.]+)")).match(out);
-    info.pageSize = QSizeF(size.captured(1).toDouble(), size.captured(2).toDouble());
-    return info;
+    return {pages.captured(1).toInt(), QSizeF(size.captured(1).toDouble(), size.captured(2).toDouble())};
 }

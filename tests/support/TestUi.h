@@ -1,13 +1,13 @@
 #pragma once
-// Stands in for the user in tests: a fresh program folder, a fixed clock, and queues of
-// the boxes, file dialogs and windows a test expects. Anything unexpected is recorded
-// and fails the test at its end instead of blocking a headless run.
+// Stands in for the user in tests: a fresh program folder, a fixed clock, and queues of the
+// boxes, file dialogs and windows a test expects. Anything unexpected fails the test at its
+// end instead of blocking a headless run.
 
 #include "platform/Platform.h"
+#include "store/Value.h"
 
 #include <QApplication>
 #include <QDateTime>
-#include <QLocale>
 #include <QMap>
 #include <QSizeF>
 #include <QStringList>
@@ -18,6 +18,10 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
+
+class frmMain;
+class QTreeWidget;
 
 class TestUi
 {
@@ -29,29 +33,34 @@ public:
     QString file(const QString& name) const { return dir_.filePath(name); }
 
     // A box the test expects next: its title, text and answer; style -1 for any.
-    void expectBox(const QString& title, const QString& text, int answer = platform::vbOK, int style = -1);
-    void expectSave(std::optional<QString> path);
-    void expectOpen(std::optional<QString> path);
-    void onModal(const QString& objectName, std::function<int(QDialog&)> handler);
+    void expectBox(const QString& title, const QString& text, int answer = platform::vbOK, int style = -1)
+    {
+        boxes_.push_back({title, text, answer, style});
+    }
+    void expectSave(std::optional<QString> path) { saves_.push_back(std::move(path)); }
+    void expectOpen(std::optional<QString> path) { opens_.push_back(std::move(path)); }
+    void onModal(const QString& objectName, std::function<int(QDialog&)> handler)
+    {
+        modals_.emplace_back(objectName, std::move(handler));
+    }
 
-    // What the program showed, in order, for checks beyond the queue.
+    // What the program showed, in order.
     QStringList shownBoxes;
     QList<platform::FileDialogRequest> dialogs;
     int beeps = 0;
-    // Reports shown: instead of a preview, each is rendered to a PDF in the test's folder.
+    // Reports shown, each kept and rendered to a PDF in the test's folder instead of a preview.
     struct ShownReport {
-        QString name;
-        QString pdf;
+        QString name, pdf;
         int pages;
         bool landscape;
+        std::shared_ptr<report::Report> report;
     };
     QList<ShownReport> reports;
     int paper = platform::vbPRPSA4;
-    QDateTime clock = QDateTime(QDate(2026, 11, 22), QTime(10, 30, 15));
 
     // Empty when everything expected happened and nothing else did.
     QString problems() const;
-    void clearProblems();
+    void clearProblems() { problems_.clear(); }
 
 private:
     struct Box {
@@ -65,26 +74,19 @@ private:
     QStringList problems_;
 };
 
-class frmMain;
-class QTreeWidget;
-#include "store/Value.h"
-// Starts the program in the test's folder on a data file whose settings row holds the
-// values given (numbered series and no other options unless given), as a user would
-// find it after the first run. Rows of other tables can be added through Recordset.
+// Starts the program in the test's folder, as after the first run, on a settings row of the values given.
 std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& settingsRow);
-// Adds a settings row: the required columns and the four numbering modes filled, then
-// the values given.
+// Rows of the running program's data file; a settings row has the required columns and
+// numbered series unless the values given say otherwise.
 void addSettingsRow(const QMap<QString, Value>& values);
-// Adds one row to a table of the running program's data file.
 void addRow(const QString& table, const QMap<QString, Value>& values);
 // The values of a column, in table order.
 QStringList columnValues(const QString& table, const QString& column);
 
-// The bytes of a file, for checks that nothing changed it.
 QByteArray fileBytes(const QString& path);
 // The rows of a list, each as its cells joined by the separator.
 QStringList listRows(QTreeWidget* list, const QString& separator = QStringLiteral(" | "));
-// Puts a window on screen and in front, so that focus and shortcuts are those a user meets.
+// On screen and in front, so that focus and shortcuts are those a user meets.
 void showUp(QWidget& window);
 // A control of a window by its name; a missing one ends the test run at once.
 template <class T> T* child(QWidget& window, const QString& name)
@@ -106,13 +108,13 @@ PdfInfo pdfInfo(const QString& path);
 // Runs the code and tells whether it ended the program. An end anywhere else fails the
 // test that met it, with the text of the program's last box.
 bool endsProgram(const std::function<void()>& code);
-// The test function that the program ended in unexpectedly, if any; cleared when read.
-QString takeUnexpectedEnd();
+// The test function the program ended in unexpectedly, if any.
+inline QString unexpectedEnd;
 
 #define VERIFY_UI(ui) QVERIFY2((ui).problems().isEmpty(), qPrintable((ui).problems()))
 
-// A test program of several classes: each file registers its class with VELK_TEST, and
-// the support library's main runs them all.
-void registerTest(const char* name, std::function<QObject*()> make);
+// Each test file registers its class with VELK_TEST and main runs them all. The list is
+// constant-initialized, so that no registration can come before it.
+constinit inline std::vector<std::function<QObject*()>> registeredTests;
 #define VELK_TEST(TestClass)                                                                                           \
-    static const bool registered##TestClass = (registerTest(#TestClass, [] { return new TestClass; }), true);
+    static const bool registered##TestClass = (registeredTests.push_back([] { return new TestClass; }), true);
