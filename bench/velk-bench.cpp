@@ -105,6 +105,7 @@ int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    platform::keepFreedMemory(); // as the program does at start
     QApplication app(argc, argv);
     QTemporaryDir dir;
     platform::hooks().programDir = [&] { return dir.path(); };

@@ -84,5 +84,8 @@ int pointer(); // the pointer last set
 int paperSize();
 int showModal(QDialog& dialog); // see Activation.h: the windows beneath come to the front again
 [[noreturn]] void endProgram(int exitCode);
+// Keeps the memory a large list, report or export frees for the next one, instead of
+// handing it back and faulting it in again page by page. Called once at start.
+void keepFreedMemory();
 
 } // namespace platform

@@ -1,5 +1,6 @@
 #include "platform/Activation.h"
 #include "platform/Icons.h"
+#include "platform/Platform.h"
 #include "shell/frmMain.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
@@ -33,6 +34,7 @@ int main(int argc, char** argv)
 {
     // The help and web windows' engine shares its drawing contexts; it asks for this first.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    platform::keepFreedMemory();
     Application app(argc, argv);
     app.setApplicationName(QStringLiteral("Velk Invoice"));
     // Every window takes this icon; the desktop file name ties the windows to the menu entry.
