@@ -49,4 +49,3 @@ private:
 
 // Text in the single-byte code page of the files (Windows-1252); what it lacks becomes "?".
 QByteArray toWindows1252(const QString& text);
-void appendWindows1252(QByteArray& out, const QString& text);

@@ -64,32 +64,9 @@ Currency Currency::fromText(const QString& text)
 
 QString Currency::toString() const
 {
-    // Written by hand: lists and exports turn every amount into text.
-    const bool negative = ticks_ < 0;
     // Work in unsigned so that the most negative value has a magnitude too.
-    quint64 magnitude = negative ? quint64(0) - quint64(ticks_) : quint64(ticks_);
-    char16_t buffer[32];
-    char16_t* end = buffer + 32;
-    char16_t* p = end;
-    quint64 frac = magnitude % Scale;
-    magnitude /= Scale;
-    if (frac != 0) {
-        int places = 4;
-        while (frac % 10 == 0) {
-            frac /= 10;
-            --places;
-        }
-        for (; places > 0; --places, frac /= 10)
-            *--p = char16_t(u'0' + frac % 10);
-        *--p = u'.';
-    }
-    do {
-        *--p = char16_t(u'0' + magnitude % 10);
-        magnitude /= 10;
-    } while (magnitude != 0);
-    if (negative)
-        *--p = u'-';
-    return QString(reinterpret_cast<const QChar*>(p), end - p);
+    const quint64 magnitude = ticks_ < 0 ? quint64(0) - quint64(ticks_) : quint64(ticks_);
+    return decimalText(ticks_ < 0, magnitude, 4, true);
 }
 
 Currency Currency::operator+(Currency other) const

@@ -111,22 +111,9 @@ QString Format_amount(Currency value, int intDigits, int decDigits)
         // work, halves away from zero as below.
         static const quint64 tens[] = {1, 10, 100, 1000, 10000};
         const quint64 step = tens[4 - decDigits];
-        quint64 kept = magnitude / step + (step > 1 && magnitude % step >= step / 2 ? 1 : 0);
-        const bool zero = kept == 0; // a value that rounds to zero shows no sign
-        char16_t buffer[32];
-        char16_t* const end = buffer + 32;
-        char16_t* p = end;
-        for (int i = 0; i < decDigits; ++i, kept /= 10)
-            *--p = char16_t(u'0' + kept % 10);
-        if (decDigits > 0)
-            *--p = u'.';
-        do {
-            *--p = char16_t(u'0' + kept % 10);
-            kept /= 10;
-        } while (kept != 0);
-        if (t < 0 && !zero)
-            *--p = u'-';
-        return fitWidth(QString(reinterpret_cast<const QChar*>(p), end - p),
+        const quint64 kept = magnitude / step + (step > 1 && magnitude % step >= step / 2 ? 1 : 0);
+        // A value that rounds to zero shows no sign.
+        return fitWidth(decimalText(t < 0 && kept != 0, kept, decDigits, false),
                         intDigits + decDigits + (decDigits > 0 ? 1 : 0));
     }
     const QString digits = QString::number(magnitude).rightJustified(5, '0');

@@ -118,6 +118,26 @@ qint32 toInt32(double value)
     return qint32(r);
 }
 
+QString decimalText(bool negative, quint64 units, int places, bool trimmed)
+{
+    char16_t buffer[48];
+    char16_t* const end = buffer + 48;
+    char16_t* p = end;
+    for (; trimmed && places > 0 && units % 10 == 0; --places)
+        units /= 10;
+    for (int i = 0; i < places; ++i, units /= 10)
+        *--p = char16_t(u'0' + units % 10);
+    if (places > 0)
+        *--p = u'.';
+    do {
+        *--p = char16_t(u'0' + units % 10);
+        units /= 10;
+    } while (units != 0);
+    if (negative)
+        *--p = u'-';
+    return QString(reinterpret_cast<const QChar*>(p), end - p);
+}
+
 QString dateText(const QDate& date)
 {
     int year, month, day;
