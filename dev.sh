@@ -1,13 +1,22 @@
 #!/usr/bin/env bash
 # Set-up, build, and then run the program or every test.
-#   ./dev.sh run    install what is missing, build, start Velk Invoice
-#   ./dev.sh test   install what is missing, build, run every test (also under sanitizers)
+#   ./dev.sh run        install what is missing, build, start Velk Invoice
+#   ./dev.sh test       install what is missing, build, run every test (also under sanitizers)
+#   ./dev.sh packages   print the Debian packages this script installs
 set -euo pipefail
 cd "$(dirname "$0")"
 
-packages=(g++ cmake make pkg-config qt6-base-dev libsqlite3-dev poppler-utils
+# Every package the build, the Debian package and the tests need, by Debian name.
+# dev/tools.list names the programs among them; dev/check-tools.sh keeps the two agreeing.
+packages=(g++ cmake make pkg-config ccache qt6-base-dev libsqlite3-dev poppler-utils
           libgl-dev qt6-qpa-plugins fonts-dejavu-core clang-format
-          libqt6svg6 desktop-file-utils appstream dpkg-dev sqlite3 qt6-webengine-dev)
+          libqt6svg6 desktop-file-utils appstream dpkg dpkg-dev file sqlite3 qt6-webengine-dev)
+
+if [ "${1:-}" = packages ]; then
+  echo "${packages[@]}"
+  exit 0
+fi
+
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
@@ -31,6 +40,7 @@ case "${1:-}" in
     exec build/velk-invoice
     ;;
   test)
+    dev/check-tools.sh
     # The tree stays in the house format: an unformatted file fails the test command.
     find . -path './build*' -prune -o \( -name '*.cpp' -o -name '*.h' \) -print | xargs clang-format --dry-run --Werror
     build build all
@@ -39,7 +49,7 @@ case "${1:-}" in
     (cd build-sanitize && ASAN_OPTIONS=detect_leaks=0 ctest --output-on-failure)
     ;;
   *)
-    echo "usage: $0 run|test" >&2
+    echo "usage: $0 run|test|packages" >&2
     exit 2
     ;;
 esac

@@ -22,7 +22,6 @@
 #include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProcess>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QtTest>
@@ -161,14 +160,11 @@ QString inkProblems(const Report& report, int paper, const QString& pdf)
             if (c.visible && (c.kind == ControlKind::Label || c.kind == ControlKind::Field))
                 boxes << QRectF(QPointF(report.leftMargin + c.left, report.topMargin + band.top + c.top) / 20,
                                 QSizeF(c.width, c.height) / 20);
-    QProcess p;
-    p.start("pdftotext", {"-bbox", pdf, "-"});
-    p.waitForFinished(60000);
     static const QRegularExpression word(
         R"re(xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*)<)re");
     QStringList problems;
     QList<std::pair<QString, QRectF>> words;
-    for (auto it = word.globalMatch(QString::fromUtf8(p.readAllStandardOutput())); it.hasNext();) {
+    for (auto it = word.globalMatch(runTool("pdftotext", {"-bbox", pdf, "-"})); it.hasNext();) {
         const auto m = it.next();
         const auto n = [&](int i) { return m.captured(i).toDouble(); };
         // Glyph boxes reach a little above and below the line a text is set in.

@@ -11,8 +11,10 @@
 
 #include <QDialog>
 #include <QFile>
+#include <QHash>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QStandardPaths>
 #include <QTreeWidget>
 
 using namespace platform;
@@ -21,14 +23,39 @@ namespace
 {
 int expectedEnds = 0;
 
-QString output(const QString& program, const QStringList& arguments)
+// Program name -> its Debian package, as dev/tools.list gives them.
+QHash<QString, QString> listedTools()
 {
+    QHash<QString, QString> out;
+    QFile file(QStringLiteral(VELK_SOURCE_DIR "/dev/tools.list"));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("cannot read %s", qPrintable(file.fileName()));
+    for (const QString& line : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'))) {
+        const QStringList words = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        if (words.size() >= 2 && !words[0].startsWith(QLatin1Char('#')))
+            out.insert(words[0], words[1]);
+    }
+    return out;
+}
+} // namespace
+
+QString runTool(const QString& program, const QStringList& arguments)
+{
+    static const QHash<QString, QString> tools = listedTools();
+    const QString fail =
+        !tools.contains(program) ? program + QStringLiteral(" is not in dev/tools.list")
+        : QStandardPaths::findExecutable(program).isEmpty() && !QFile::exists(program)
+            ? QStringLiteral("%1 is missing: install the Debian package %2").arg(program, tools[program])
+            : QString();
+    if (!fail.isEmpty()) {
+        QTest::qFail(qPrintable(fail), __FILE__, __LINE__);
+        return QString();
+    }
     QProcess p;
     p.start(program, arguments);
     p.waitForFinished(60000);
     return QString::fromUtf8(p.readAllStandardOutput());
 }
-} // namespace
 
 TestUi::TestUi()
 {
@@ -204,12 +231,12 @@ QStringList listRows(QTreeWidget* list, const QString& separator)
 
 QString pdfText(const QString& path)
 {
-    return output(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")});
+    return runTool(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")});
 }
 
 PdfInfo pdfInfo(const QString& path)
 {
-    const QString out = output(QStringLiteral("pdfinfo"), {path});
+    const QString out = runTool(QStringLiteral("pdfinfo"), {path});
     const auto pages = QRegularExpression(QStringLiteral("Pages:\\s+(\\d+)")).match(out);
     const auto size = QRegularExpression(QStringLiteral("Page size:\\s+([\\d.]+) x ([\\d.]+)")).match(out);
     return {pages.captured(1).toInt(), QSizeF(size.captured(1).toDouble(), size.captured(2).toDouble())};

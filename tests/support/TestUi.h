@@ -97,6 +97,11 @@ template <class T> T* child(QWidget& window, const QString& name)
     return c;
 }
 
+// Runs an outside program that dev/tools.list names, waits for it, and gives its standard
+// output. A program missing from the list or the machine fails the running test, naming
+// the Debian package to install: tests never skip for want of a tool.
+QString runTool(const QString& program, const QStringList& arguments);
+
 // The text of a PDF as pdftotext lays it out, and its page count and page size in points.
 QString pdfText(const QString& path);
 struct PdfInfo {
