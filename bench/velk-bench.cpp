@@ -13,10 +13,10 @@
 #include "reports/FrmExport.h"
 #include "reports/frmReports.h"
 #include "safety/Import.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/ListRules.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
@@ -299,7 +299,7 @@ int main(int argc, char** argv)
         const platform::Hooks desktop = platform::hooks();
         platform::hooks().programDir = [&] { return out.path(); };
         platform::hooks().paperSize = [] { return int(platform::vbPRPSA4); };
-        platform::hooks().showReport = [&](report::Report& r) {
+        report::previewHook() = [&](report::Report& r) {
             report::Layout layout(r, platform::vbPRPSA4);
             layout.writePdf(out.filePath(r.name + QStringLiteral(".pdf")));
         };
@@ -359,7 +359,7 @@ int main(int argc, char** argv)
         for (int i = 0; i < 500; ++i)
             list->topLevelItem(i * 59)->setCheckState(0, Qt::Checked);
         QTemporaryDir out;
-        platform::hooks().showReport = [&](report::Report& r) {
+        report::previewHook() = [&](report::Report& r) {
             report::Layout(r, platform::vbPRPSA4).writePdf(out.filePath(QStringLiteral("letters.pdf")));
         };
         figure("500 reminder letters: the Letters table and the PDF", timeIt(
@@ -368,7 +368,7 @@ int main(int argc, char** argv)
                                                                               w.Print_cmd();
                                                                           },
                                                                           1));
-        platform::hooks().showReport = nullptr;
+        report::previewHook() = nullptr;
     }
     if (wanted("import")) {
         // Tools > Import of 10,000 lines, each a customer, an invoice and two lines.
@@ -387,7 +387,7 @@ int main(int argc, char** argv)
         OpenInvoiceNo = QStringLiteral("INV012345");
         QTemporaryDir out;
         platform::hooks().paperSize = [] { return int(platform::vbPRPSA4); };
-        platform::hooks().showReport = [&](report::Report& r) {
+        report::previewHook() = [&](report::Report& r) {
             report::Layout(r, platform::vbPRPSA4).writePdf(out.filePath(QStringLiteral("invoice.pdf")));
         };
         frmAddInv w;

@@ -1,18 +1,17 @@
 #include "customers/frmAddCust.h"
 
-#include "invoices/frmAddInv.h"
-#include "options/Numbering.h"
-#include "options/frmCustomerSet.h"
 #include "platform/Activation.h"
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
 #include "platform/Window.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/ListRules.h"
+#include "store/Numbering.h"
 #include "store/Numbers.h"
+#include "store/Opener.h"
 #include "store/Recordset.h"
 
 #include <QApplication>
@@ -516,8 +515,7 @@ void frmAddCust::Add_cmd_Click()
         PickedFirstName = FirstName_txt->text().trimmed();
         PickedLastName = Lastname_txt->text().trimmed();
         PickedPhone = Phone_txt->text().trimmed();
-        frmAddInv window(this);
-        showModal(window);
+        Open_window(WindowName::frmAddInv, this);
         if (InvoiceSaved == 1) {
             if (!LastInvoiceNo.trimmed().isEmpty())
                 NewInvoice();
@@ -533,8 +531,7 @@ void frmAddCust::Edit_cmd_Click()
         return;
     OpenInvoiceNo = Inv_lst->currentItem()->text(1);
     EditInvoiceMode = 1;
-    frmAddInv window(this);
-    showModal(window);
+    Open_window(WindowName::frmAddInv, this);
     if (InvoiceSaved == 1) {
         Changed_Inv();
         InvoiceSaved = 0;
@@ -640,8 +637,7 @@ void frmAddCust::copy_cmd_Click()
 
 void frmAddCust::Customize_cmd_Click()
 {
-    frmCustomerSet window(this);
-    showModal(window);
+    Open_window(WindowName::frmCustomerSet, this);
     LoadSetup();
 }
 

@@ -1,19 +1,19 @@
 #include "debtors/frmDebtor.h"
 
 #include "help/Help_frm.h"
-#include "invoices/frmAddInv.h"
 #include "platform/Activation.h"
 #include "platform/Controls.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
 #include "report/Report.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/ListRules.h"
 #include "store/Numbers.h"
+#include "store/Opener.h"
 #include "store/Recordset.h"
 #include "store/ShapeRecordset.h"
 
@@ -82,11 +82,8 @@ std::unique_ptr<report::Report> Letter_rpt()
 {
     auto letter = report::Report::load(QStringLiteral(":/designs/Letter_rpt.rpt.json"));
     if (!settings.Logopath.isEmpty()) {
-        report::Control& image = letter->control(QStringLiteral("Header1"), QStringLiteral("Image1"));
-        if (!QFileInfo(settings.Logopath).isFile())
-            throw VbError(err::FileNotFound);
-        if (!image.picture.load(settings.Logopath))
-            throw VbError(481, QStringLiteral("Invalid picture"));
+        letter->control(QStringLiteral("Header1"), QStringLiteral("Image1")).picture =
+            report::loadPicture(settings.Logopath);
     }
     return letter;
 }
@@ -371,10 +368,7 @@ void frmDebtor::OpenRow()
         return;
     OpenInvoiceNo = row->text(ColInvNo);
     EditInvoiceMode = 1;
-    {
-        frmAddInv window(this);
-        showModal(window);
-    }
+    Open_window(WindowName::frmAddInv, this);
     Load_list();
 }
 

@@ -1,20 +1,19 @@
 #include "invoices/frmAddInv.h"
 
-#include "items/frm_Parts.h"
-#include "options/Numbering.h"
-#include "options/frmInvoiceSet.h"
 #include "platform/Activation.h"
 #include "platform/Controls.h"
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/ListRules.h"
+#include "store/Numbering.h"
 #include "store/Numbers.h"
+#include "store/Opener.h"
 #include "store/Recordset.h"
 
 #include <QAction>
@@ -718,12 +717,10 @@ void frmAddInv::Toolbar1_ButtonClick(int place)
 {
     Close_Picker();
     switch (place) {
-    case 2: {
-        frm_Parts window(this);
-        showModal(window);
+    case 2:
+        Open_window(WindowName::frm_Parts, this);
         Fill_Parts_List();
         break;
-    }
     case 4:
         Clear_Line();
         break;
@@ -733,11 +730,9 @@ void frmAddInv::Toolbar1_ButtonClick(int place)
     case 8:
         Print_Invoice();
         break;
-    case 10: {
-        frmInvoiceSet window(this);
-        showModal(window);
+    case 10:
+        Open_window(WindowName::frmInvoiceSet, this);
         break;
-    }
     default:
         break;
     }

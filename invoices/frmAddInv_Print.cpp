@@ -5,10 +5,10 @@
 #include "invoices/frmAddInv.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Recordset.h"
 
 #include <QCheckBox>
@@ -107,7 +107,7 @@ void frmAddInv::Print_Invoice()
         if (paper == vbPRPSA4)
             Adjust_for_A4(*r);
         if (!source)
-            throw VbError(3704, QStringLiteral("The report's source is not open"));
+            throw VbError(err::ObjectClosed);
         r->setDataSource(source);
         auto label = [&](const char* section, const QString& name) -> report::Control& {
             return r->control(QLatin1String(section), name);
@@ -193,10 +193,7 @@ void frmAddInv::Print_Invoice()
 
         // As the report starts, the logo.
         if (!s.Logopath.isEmpty()) {
-            QImage logo(s.Logopath);
-            if (logo.isNull())
-                throw VbError(481, QStringLiteral("Invalid picture"));
-            label("Section4", "Image1").picture = logo;
+            label("Section4", "Image1").picture = report::loadPicture(s.Logopath);
         }
         report::Show(*r);
     });

@@ -1,16 +1,15 @@
 #include "invoices/frmInvoice.h"
 
-#include "customers/frmAddCust.h"
-#include "customers/frmsearchCust.h"
 #include "help/Help_frm.h"
 #include "invoices/frmAddInv.h"
 #include "platform/Activation.h"
 #include "platform/Platform.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/ListRules.h"
 #include "store/ListWindow.h"
+#include "store/Opener.h"
 #include "store/Recordset.h"
 
 #include <QPushButton>
@@ -128,11 +127,9 @@ bool Add_invoice(QWidget* parent)
                               vbYesNoCancel + vbQuestion, QStringLiteral("Add to New Customer"));
     if (answer == vbYes) {
         NewCustomerMode = 1;
-        frmAddCust window(parent);
-        showModal(window);
+        Open_window(WindowName::frmAddCust, parent);
     } else if (answer == vbNo) {
-        frmsearchCust window(parent);
-        showModal(window);
+        Open_window(WindowName::frmsearchCust, parent);
     }
     return answer == vbYes || answer == vbNo;
 }

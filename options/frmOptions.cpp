@@ -1,15 +1,15 @@
 #include "options/frmOptions.h"
 
 #include "options/InvoiceOptions.h"
-#include "options/Numbering.h"
 #include "options/SetupControls.h"
 #include "platform/Activation.h"
 #include "platform/Keys.h"
 #include "platform/Platform.h"
 #include "platform/Window.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
+#include "store/Numbering.h"
 #include "store/Numbers.h"
 #include "store/Recordset.h"
 

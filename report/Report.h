@@ -6,6 +6,7 @@
 #include <QFont>
 #include <QImage>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -82,7 +83,13 @@ struct Paper {
 };
 Paper paperFor(int code);
 
-// Shows the report as a modal preview, through the platform's hook.
+// Shows the report as a modal preview: the desktop's, or what the hook puts in its place
+// (tests and the benchmark take the report instead).
 void Show(Report& report);
+std::function<void(Report&)>& previewHook();
+
+// The picture at a path for a picture control: a missing file fails with 53, a file that
+// holds no picture Qt can read with 481.
+QImage loadPicture(const QString& path);
 
 } // namespace report

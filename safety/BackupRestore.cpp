@@ -1,11 +1,11 @@
 #include "safety/BackupRestore.h"
 
 #include "platform/Platform.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Schema.h"
 
 #include <QDir>

@@ -1,5 +1,6 @@
 #include "safety/Import.h"
 
+#include "platform/CodePage.h"
 #include "platform/Platform.h"
 #include "store/Connection.h"
 #include "store/Database.h"
@@ -111,22 +112,6 @@ void mnuImport()
     // The import traps nothing itself: a failure takes the program's one way out, named
     // after the menu command it came from.
     BusyTrap(QStringLiteral("frmMain"), "mnuImport_Click", [] { Import_file(); });
-}
-
-QString fromWindows1252(const QByteArray& bytes)
-{
-    // 0x80 to 0x9F are the code page's own; every other byte is its Latin-1 character.
-    // The five bytes the code page leaves unassigned pass through as they are.
-    static const char16_t high[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                      0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-                                      0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                      0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-    QString text(bytes.size(), Qt::Uninitialized);
-    for (qsizetype i = 0; i < bytes.size(); ++i) {
-        const auto b = static_cast<unsigned char>(bytes[i]);
-        text[i] = QChar(b >= 0x80 && b < 0xA0 ? high[b - 0x80] : char16_t(b));
-    }
-    return text;
 }
 
 } // namespace safety

@@ -17,15 +17,15 @@
 #include "reports/frmReports.h"
 #include "safety/BackupRestore.h"
 #include "safety/Import.h"
-#include "shell/Globals.h"
-#include "shell/SettingsTable.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Numbers.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
+#include "store/SettingsTable.h"
 
 #include <QAction>
 #include <QCloseEvent>

@@ -1,6 +1,7 @@
 #include "platform/Activation.h"
 #include "platform/Icons.h"
 #include "platform/Platform.h"
+#include "shell/Opener.h"
 #include "shell/frmMain.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
@@ -40,6 +41,7 @@ int main(int argc, char** argv)
     // Every window takes this icon; the desktop file name ties the windows to the menu entry.
     app.setWindowIcon(platform::themeIcon("velk-invoice"));
     app.setDesktopFileName(QStringLiteral("velk-invoice"));
+    Install_window_opener();
     frmMain main;
     main.MDIForm_Load();
     main.show();

@@ -29,8 +29,14 @@ QString standardErrorText(int number)
         return QStringLiteral("Path/File access error");
     case err::PathNotFound:
         return QStringLiteral("Path not found");
+    case err::ObjectNotSet:
+        return QStringLiteral("Object variable or With block variable not set");
     case err::InvalidUseOfNull:
         return QStringLiteral("Invalid use of Null");
+    case err::InvalidPicture:
+        return QStringLiteral("Invalid picture");
+    case err::ObjectClosed:
+        return QStringLiteral("Operation is not allowed when the object is closed.");
     case err::NoCurrentRecord:
         return QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. "
                               "Requested operation requires a current record.");

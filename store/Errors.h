@@ -17,7 +17,9 @@ enum : int {
     PermissionDenied = 70,
     PathFileAccess = 75,
     PathNotFound = 76,
+    ObjectNotSet = 91,
     InvalidUseOfNull = 94,
+    InvalidPicture = 481,
     NoCurrentRecord = 3021,
     DuplicateKey = 3022,
     CannotOpenFile = 3051,
@@ -29,6 +31,7 @@ enum : int {
     NotSupported = 3251,
     SqlSyntax = 3075,
     DatabaseFailure = 3197,
+    ObjectClosed = 3704,
     UnrecognisedDatabase = -2147467259,
 };
 }

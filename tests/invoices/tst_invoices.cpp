@@ -10,11 +10,11 @@
 #include "platform/Activation.h"
 #include "platform/MemoBox.h"
 #include "report/ReportRenderer.h"
-#include "shell/Globals.h"
 #include "shell/frmMain.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/ListRules.h"
 
 #include <QAction>

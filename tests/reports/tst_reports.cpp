@@ -4,10 +4,12 @@
 
 #include "TestUi.h"
 
+#include "platform/CodePage.h"
 #include "reports/FrmExport.h"
 #include "reports/ReportList.h"
 #include "reports/frmReports.h"
 #include "shell/frmMain.h"
+#include "store/Ageing.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
 
@@ -339,14 +341,6 @@ private slots:
         QVERIFY(QFile::exists(ui.file("SumInvoices.csv")) && fileBytes(ui.file("SumInvoices.csv")).isEmpty());
         QVERIFY(!QFile::exists(ui.file("Debtors.csv")));
         VERIFY_UI(ui);
-    }
-
-    void codePage()
-    {
-        QCOMPARE(toWindows1252("a,b Café ÿ"), QByteArray("a,b Caf\xe9 \xff"));
-        QCOMPARE(toWindows1252("€ ‘x’ Ÿ"), QByteArray("\x80 \x91x\x92 \x9f")); // the 0x80 row
-        // Outside the page, and beyond the basic plane.
-        QCOMPARE(toWindows1252(QString::fromUtf8("Ω 日 a\xf0\x9f\x98\x80z")), QByteArray("? ? a?z"));
     }
 };
 

@@ -4,12 +4,12 @@
 #include "TestUi.h"
 
 #include "safety/Import.h"
-#include "shell/Globals.h"
 #include "shell/frmMain.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 
 #include <QAction>
 #include <QMenu>

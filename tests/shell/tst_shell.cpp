@@ -3,14 +3,14 @@
 #include "TestUi.h"
 
 #include "platform/Activation.h"
-#include "shell/Globals.h"
-#include "shell/SettingsTable.h"
 #include "shell/frmMain.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Schema.h"
+#include "store/SettingsTable.h"
 
 #include <QAction>
 #include <QtTest>

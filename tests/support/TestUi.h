@@ -4,6 +4,7 @@
 // end instead of blocking a headless run.
 
 #include "platform/Platform.h"
+#include "report/Report.h"
 #include "store/Value.h"
 
 #include <QApplication>
