@@ -8,6 +8,7 @@
 #include "store/Connection.h"
 #include "store/Functions.h"
 #include "store/Globals.h"
+#include "store/Invoices.h"
 #include "store/ListRules.h"
 #include "store/Numbering.h"
 #include "store/Numbers.h"
@@ -556,25 +557,8 @@ void frmAddCust::Delete_cmd_Click()
 void frmAddCust::Delete_item(const QString& invoiceNo)
 {
     Trap(objectName(), "Delete_item", [&] {
-        Currency total = Currency::fromDouble(Val(Total_lbl->text()));
-        Recordset invoices;
-        invoices.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockPessimistic);
-        Recordset lines;
-        lines.open(QStringLiteral("invoiced"), ConnectionString, Recordset::adLockPessimistic);
-        lines.setIndex(QStringLiteral("InvNo"));
-        invoices.setIndex(QStringLiteral("invno"));
-        invoices.seek(invoiceNo);
-        total = total - Null_to_zero(invoices.field(QStringLiteral("BALANCE")));
-        invoices.deleteRecord();
-        invoices.close();
-        const QString number = invoiceNo.trimmed();
-        for (lines.seek(number); !lines.eof(); lines.moveNext()) {
-            if (Null_to_text(lines.field(QStringLiteral("INVNO"))) != number)
-                break;
-            lines.deleteRecord();
-        }
-        lines.close();
-        Total_lbl->setText(Format_amount(total, 7, 2));
+        const Currency total = Currency::fromDouble(Val(Total_lbl->text()));
+        Total_lbl->setText(Format_amount(total - Delete_invoice(invoiceNo), 7, 2));
     });
 }
 

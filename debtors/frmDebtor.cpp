@@ -15,6 +15,7 @@
 #include "store/Numbers.h"
 #include "store/Opener.h"
 #include "store/Recordset.h"
+#include "store/SettingsTable.h"
 #include "store/ShapeRecordset.h"
 
 #include <QAction>
@@ -541,9 +542,9 @@ void frmDebtor::Form_Unload()
         rs.open(QStringLiteral("system"), ConnectionString, Recordset::adLockPessimistic);
         if (rs.recordCount() > 0) {
             rs.moveFirst();
-            const qint16 flag = debtor_chk->isChecked() ? 1 : 0;
-            rs.setField(QStringLiteral("Debtorstart"), Value(qint64(flag)));
-            settings.Debtorstart = flag;
+            const SettingsValues flag{{QStringLiteral("Debtorstart"), Value(qint64(debtor_chk->isChecked() ? 1 : 0))}};
+            writeSettings(rs, flag);
+            copySettings(flag);
             rs.update();
         }
         rs.close();

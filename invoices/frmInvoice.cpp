@@ -7,6 +7,7 @@
 #include "store/Connection.h"
 #include "store/Functions.h"
 #include "store/Globals.h"
+#include "store/Invoices.h"
 #include "store/ListRules.h"
 #include "store/ListWindow.h"
 #include "store/Opener.h"
@@ -193,24 +194,7 @@ void frmInvoice::DeleteInvoice()
 
 void frmInvoice::Delete_item()
 {
-    Trap(objectName(), "Delete_item", [this] {
-        Recordset invoices, lines;
-        invoices.open(QStringLiteral("Invoices"), ConnectionString, Recordset::adLockPessimistic);
-        lines.open(QStringLiteral("InvoiceD"), ConnectionString, Recordset::adLockPessimistic);
-        lines.setIndex(QStringLiteral("InvNo"));
-        invoices.setIndex(QStringLiteral("invno"));
-        invoices.seek(DeleteNo);
-        invoices.deleteRecord();
-        invoices.close();
-        // The lines of one invoice stand together in the index: stop at the first other.
-        const QString number = DeleteNo.trimmed();
-        for (lines.seek(number); !lines.eof(); lines.moveNext()) {
-            if (Null_to_text(lines.field(QStringLiteral("INVNO"))) != number)
-                break;
-            lines.deleteRecord();
-        }
-        lines.close();
-    });
+    Trap(objectName(), "Delete_item", [this] { Delete_invoice(DeleteNo); });
 }
 
 void frmInvoice::NewInvoice()

@@ -203,6 +203,7 @@ void frmMain::Create_database()
                 step([&] {
                     db = Database::create(building);
                     db->exec(QStringLiteral("BEGIN"));
+                    db->setSchemaVersion(SchemaVersion);
                 });
                 for (const TableDef& table : schemaTables())
                     for (const QString& sql : createStatements(table))

@@ -76,8 +76,11 @@ std::shared_ptr<Database> Database::open(const QString& path)
         db->fail(rc, key);
     sqlite3_extended_result_codes(db->db_, 1);
     sqlite3_busy_timeout(db->db_, 5000);
-    // Reading the catalogue proves the file is one of ours before anything is written.
+    // Reading the catalogue proves the file is one of ours before anything is written;
+    // a file a newer version wrote may hold what this one would spoil.
     db->exec(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    if (db->schemaVersion() > SchemaVersion)
+        throw VbError(err::NewerDataFile);
     db->exec(QStringLiteral("PRAGMA journal_mode=DELETE"));
     db->exec(QStringLiteral("PRAGMA synchronous=FULL"));
     pool()[key] = db;
@@ -106,6 +109,16 @@ std::shared_ptr<Database> Database::openToRead(const QString& path)
         db->fail(rc, path);
     sqlite3_extended_result_codes(db->db_, 1);
     return db;
+}
+
+int Database::schemaVersion()
+{
+    return texts(QStringLiteral("PRAGMA user_version")).value(0).toInt();
+}
+
+void Database::setSchemaVersion(int version)
+{
+    exec(QStringLiteral("PRAGMA user_version = %1").arg(version));
 }
 
 void Database::closeAll()

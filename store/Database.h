@@ -35,6 +35,9 @@ public:
     // A prepared statement, kept for reuse; reset before it is handed out.
     sqlite3_stmt* prepare(const QString& sql);
     void exec(const QString& sql);
+    // The schema version the file records.
+    int schemaVersion();
+    void setSchemaVersion(int version);
     // The first column of every row a statement answers, as text.
     QStringList texts(const QString& sql);
     // Copies this whole database over another, consistently, in the other's own

@@ -63,6 +63,9 @@ QString standardErrorText(int number)
         return QStringLiteral("The data file reported a failure.");
     case err::UnrecognisedDatabase:
         return QStringLiteral("Unrecognized database format.");
+    case err::NewerDataFile:
+        return QStringLiteral("The data file was written by a newer version of Velk Invoice. Start that version "
+                              "to open it; this one has left the file as it was.");
     default:
         return QStringLiteral("Application-defined or object-defined error");
     }

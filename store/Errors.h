@@ -33,6 +33,7 @@ enum : int {
     DatabaseFailure = 3197,
     ObjectClosed = 3704,
     UnrecognisedDatabase = -2147467259,
+    NewerDataFile = -2147221503, // the program's own range, from vbObjectError + 1
 };
 }
 
