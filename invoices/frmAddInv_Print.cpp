@@ -109,6 +109,7 @@ void frmAddInv::Print_Invoice()
         if (!source)
             throw VbError(err::ObjectClosed);
         r->setDataSource(source);
+        r->documentName = Inv_lbl->text().trimmed();
         auto label = [&](const char* section, const QString& name) -> report::Control& {
             return r->control(QLatin1String(section), name);
         };

@@ -6,11 +6,14 @@
 
 #include <QApplication>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
+#include <QStandardPaths>
 
 namespace report
 {
@@ -154,6 +157,17 @@ void Show(Report& report)
     const Layout layout(report, platform::paperSize());
     ReportPreview preview(layout, QApplication::activeWindow());
     platform::showModal(preview);
+}
+
+QString proposedPdfPath(const Report& report)
+{
+    QString name = report.documentName.trimmed();
+    if (name.isEmpty())
+        name = report.title.trimmed() + QLatin1Char(' ') + platform::today().toString(QStringLiteral("yyyy-MM-dd"));
+    static const QRegularExpression unfit(QStringLiteral("[/\\\\:*?\"<>|\\x00-\\x1f]"));
+    name.replace(unfit, QStringLiteral("-"));
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
+        .filePath(name + QStringLiteral(".pdf"));
 }
 
 QImage loadPicture(const QString& path)

@@ -621,6 +621,7 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
         QCOMPARE(ui.reports.size(), 1);
         const auto r = ui.reports[0].report;
         QCOMPARE(r->name, QStringLiteral("Invoice%1_rpt").arg(type));
+        QCOMPARE(r->documentName, child<QLineEdit>(*w, "Inv_lbl")->text().trimmed()); // the PDF's proposed name
         QStringList got, hiddenGot;
         for (const QString& c : captions)
             got << c.section('=', 0, 0) + "=" +
