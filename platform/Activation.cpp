@@ -1,5 +1,6 @@
 #include "platform/Activation.h"
 #include "platform/Platform.h"
+#include "platform/Window.h"
 
 #include <QDialog>
 #include <QPointer>
@@ -79,6 +80,7 @@ void activate(QWidget* window)
 
 int showModal(QDialog& dialog)
 {
+    fitToScreen(&dialog);
     activate(&dialog);
     const int result = hooks().showModal(dialog);
     forgetClosed();

@@ -1,6 +1,7 @@
 #include "platform/Activation.h"
 #include "platform/Icons.h"
 #include "platform/Platform.h"
+#include "platform/Window.h"
 #include "shell/Opener.h"
 #include "shell/frmMain.h"
 #include "store/Errors.h"
@@ -44,6 +45,7 @@ int main(int argc, char** argv)
     Install_window_opener();
     frmMain main;
     main.MDIForm_Load();
+    platform::fitToScreen(&main);
     main.show();
     QTimer::singleShot(0, &main, [&main] { platform::activate(&main); });
     return app.exec();
