@@ -1,5 +1,6 @@
 #include "platform/Activation.h"
 #include "platform/Platform.h"
+#include "platform/Shortcuts.h"
 #include "platform/Window.h"
 
 #include <QDialog>
@@ -81,6 +82,7 @@ void activate(QWidget* window)
 int showModal(QDialog& dialog)
 {
     fitToScreen(&dialog);
+    addStandardShortcuts(&dialog);
     activate(&dialog);
     const int result = hooks().showModal(dialog);
     forgetClosed();

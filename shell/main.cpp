@@ -1,6 +1,7 @@
 #include "platform/Activation.h"
 #include "platform/Icons.h"
 #include "platform/Platform.h"
+#include "platform/Shortcuts.h"
 #include "platform/Window.h"
 #include "shell/Opener.h"
 #include "shell/frmMain.h"
@@ -46,6 +47,7 @@ int main(int argc, char** argv)
     frmMain main;
     main.MDIForm_Load();
     platform::fitToScreen(&main);
+    platform::addStandardShortcuts(&main);
     main.show();
     QTimer::singleShot(0, &main, [&main] { platform::activate(&main); });
     return app.exec();
