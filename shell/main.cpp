@@ -1,5 +1,6 @@
 #include "platform/Activation.h"
 #include "platform/Icons.h"
+#include "platform/Palette.h"
 #include "platform/Platform.h"
 #include "platform/Shortcuts.h"
 #include "platform/Window.h"
@@ -43,6 +44,7 @@ int main(int argc, char** argv)
     // Every window takes this icon; the desktop file name ties the windows to the menu entry.
     app.setWindowIcon(platform::themeIcon("velk-invoice"));
     app.setDesktopFileName(QStringLiteral("velk-invoice"));
+    platform::keepSelectionReadable();
     Install_window_opener();
     frmMain main;
     main.MDIForm_Load();
