@@ -24,6 +24,7 @@
 #include "reports/frmReports.h"
 #include "shell/frmMain.h"
 
+#include <QAbstractButton>
 #include <QScrollArea>
 #include <QtTest>
 
@@ -123,6 +124,28 @@ private slots:
         });
         platform::showModal(*w);
         QVERIFY2(problems.isEmpty(), qPrintable(problems.join(QStringLiteral("; "))));
+        VERIFY_UI(ui);
+    }
+
+    // Alt with a caption's "&" letter presses that control: no two shown in one window
+    // share a letter, or Alt would only move between them.
+    void mnemonicsAreUnique_data() { eachWindowFits_data(); }
+    void mnemonicsAreUnique()
+    {
+        QFETCH(std::function<QDialog*(QWidget*)>, window);
+        TestUi ui;
+        auto main = startProgram(ui, {});
+        std::unique_ptr<QDialog> w(window(main.get()));
+        QMap<QChar, QStringList> byLetter;
+        for (QAbstractButton* b : w->findChildren<QAbstractButton*>()) {
+            const qsizetype at = QString(b->text()).replace(QLatin1String("&&"), QLatin1String("  ")).indexOf('&');
+            if (at >= 0 && at + 1 < b->text().size() && b->isVisibleTo(w.get()) &&
+                b->parentWidget()->isVisibleTo(w.get()))
+                byLetter[b->text().at(at + 1).toLower()] << b->objectName();
+        }
+        for (auto it = byLetter.cbegin(); it != byLetter.cend(); ++it)
+            QVERIFY2(it.value().size() == 1,
+                     qPrintable(QStringLiteral("Alt+%1: %2").arg(it.key()).arg(it.value().join(", "))));
         VERIFY_UI(ui);
     }
 
