@@ -27,7 +27,7 @@ int exportAgeing(int days)
     return days <= 30 ? 1 : days < 60 ? 2 : 3;
 }
 
-void Age_invoices(int (*rule)(int days))
+int Age_invoices(int (*rule)(int days))
 {
     const auto db = Database::open(dataSourceOf(ConnectionString));
     // The owing rows are read once and written by their place in the table: a walk that
@@ -41,6 +41,7 @@ void Age_invoices(int (*rule)(int days))
     sqlite3_stmt* st =
         db->prepare(QStringLiteral("UPDATE invoices SET BALANCE1 = ?1, BALANCE2 = ?2, BALANCE3 = ?3 WHERE rowid = ?4"));
     const double today = Value(platform::today()).toDouble();
+    int written = 0;
     for (; !owing->eof(); owing->moveNext()) {
         const int column = rule(toInt16(today - owing->field(1).toDouble()));
         if (column == 0)
@@ -59,5 +60,7 @@ void Age_invoices(int (*rule)(int days))
         const int rc = sqlite3_step(st);
         if (rc != SQLITE_DONE)
             db->fail(rc);
+        ++written;
     }
+    return written;
 }

@@ -5,5 +5,6 @@
 // days, or 0 for none. The report and the export have their own boundaries.
 int reportAgeing(int days);
 int exportAgeing(int days);
-// Writes the ageing columns of every invoice with a balance above 0, by the rule.
-void Age_invoices(int (*rule)(int days));
+// Writes the ageing columns of every invoice with a balance above 0, by the rule, where
+// they change; gives the number of invoices written.
+int Age_invoices(int (*rule)(int days));

@@ -233,14 +233,12 @@ private slots:
                  {"B", QDate(2026, 11, 23), 5.0, 7.0, 8.0, 9.0},
                  {"C", QDate(2026, 11, 22), 0.0, 7.0, 8.0, 9.0},
                  {"D", QDate(2026, 10, 22), 5.0, Value(), Value(), Value()}});
-        Age_invoices(reportAgeing);
+        QCOMPARE(Age_invoices(reportAgeing), 2); // A and D
         QCOMPARE(columnValues("Invoices", "Balance1") + columnValues("Invoices", "Balance2") +
                      columnValues("Invoices", "Balance3"),
                  (QStringList{"0", "7", "7", "0", "5", "8", "8", "5", "0", "9", "9", "0"}));
         // A second run the same day finds every figure in place and writes nothing.
-        const QByteArray aged = fileBytes(ui.file("data.mdb"));
-        Age_invoices(reportAgeing);
-        QVERIFY2(fileBytes(ui.file("data.mdb")) == aged, "the second ageing wrote to the data file");
+        QCOMPARE(Age_invoices(reportAgeing), 0);
         VERIFY_UI(ui);
     }
 
