@@ -37,11 +37,6 @@ std::unique_ptr<QSignalSpy> pressesOf(QWidget& window, const QString& name)
     return std::make_unique<QSignalSpy>(a, &QAction::triggered);
 }
 
-template <class Window> std::function<QDialog*(QWidget*)> make()
-{
-    return [](QWidget* parent) { return new Window(parent); };
-}
-
 } // namespace
 
 class KeyboardTest : public QObject
@@ -50,26 +45,31 @@ class KeyboardTest : public QObject
 private slots:
     void dialogKeys_data()
     {
-        QTest::addColumn<std::function<QDialog*(QWidget*)>>("window");
+        QTest::addColumn<WindowMaker>("window");
         QTest::addColumn<QKeySequence>("key");
         QTest::addColumn<QString>("command");
-        QTest::newRow("customer record saves") << make<frmAddCust>() << QKeySequence(QKeySequence::Save) << "Save_cmd";
-        QTest::newRow("item record saves") << make<frm_AddPart>() << QKeySequence(QKeySequence::Save) << "Update_cmd";
-        QTest::newRow("invoice saves") << make<frmAddInv>() << QKeySequence(QKeySequence::Save) << "update_cmd";
-        QTest::newRow("invoice prints") << make<frmAddInv>() << QKeySequence(QKeySequence::Print) << "Toolbar1(8)";
-        QTest::newRow("invoice: Escape cancels") << make<frmAddInv>() << QKeySequence(Qt::Key_Escape) << "Exit_cmd";
-        QTest::newRow("customer list adds") << make<frmCustomer>() << QKeySequence(QKeySequence::New) << "Toolbar1(2)";
-        QTest::newRow("customer list helps") << make<frmCustomer>() << QKeySequence(Qt::Key_F1) << "Toolbar1(8)";
+        QTest::newRow("customer record saves")
+            << makeWindow<frmAddCust>() << QKeySequence(QKeySequence::Save) << "Save_cmd";
+        QTest::newRow("item record saves")
+            << makeWindow<frm_AddPart>() << QKeySequence(QKeySequence::Save) << "Update_cmd";
+        QTest::newRow("invoice saves") << makeWindow<frmAddInv>() << QKeySequence(QKeySequence::Save) << "update_cmd";
+        QTest::newRow("invoice prints") << makeWindow<frmAddInv>() << QKeySequence(QKeySequence::Print)
+                                        << "Toolbar1(8)";
+        QTest::newRow("invoice: Escape cancels")
+            << makeWindow<frmAddInv>() << QKeySequence(Qt::Key_Escape) << "Exit_cmd";
+        QTest::newRow("customer list adds")
+            << makeWindow<frmCustomer>() << QKeySequence(QKeySequence::New) << "Toolbar1(2)";
+        QTest::newRow("customer list helps") << makeWindow<frmCustomer>() << QKeySequence(Qt::Key_F1) << "Toolbar1(8)";
         QTest::newRow("picker: Escape cancels")
-            << make<frmsearchCust>() << QKeySequence(Qt::Key_Escape) << "cancel_cmd";
+            << makeWindow<frmsearchCust>() << QKeySequence(Qt::Key_Escape) << "cancel_cmd";
         QTest::newRow("customisation: Escape")
-            << make<frmCustomerSet>() << QKeySequence(Qt::Key_Escape) << "cancel_cmd";
+            << makeWindow<frmCustomerSet>() << QKeySequence(Qt::Key_Escape) << "cancel_cmd";
         QTest::newRow("invoice customisation: Escape")
-            << make<frmInvoiceSet>() << QKeySequence(Qt::Key_Escape) << "cancel_cmd";
+            << makeWindow<frmInvoiceSet>() << QKeySequence(Qt::Key_Escape) << "cancel_cmd";
     }
     void dialogKeys()
     {
-        QFETCH(std::function<QDialog*(QWidget*)>, window);
+        QFETCH(WindowMaker, window);
         QFETCH(QKeySequence, key);
         QFETCH(QString, command);
         TestUi ui;

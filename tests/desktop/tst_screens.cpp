@@ -73,11 +73,6 @@ QStringList fitProblems(QWidget& window)
     return problems;
 }
 
-template <class Window> std::function<QDialog*(QWidget*)> make()
-{
-    return [](QWidget* parent) { return new Window(parent); };
-}
-
 } // namespace
 
 class ScreensTest : public QObject
@@ -86,27 +81,27 @@ class ScreensTest : public QObject
 private slots:
     void eachWindowFits_data()
     {
-        QTest::addColumn<std::function<QDialog*(QWidget*)>>("window");
-        QTest::newRow("frmCustomer") << make<frmCustomer>();
-        QTest::newRow("frmAddCust") << make<frmAddCust>();
-        QTest::newRow("frmsearchCust") << make<frmsearchCust>();
-        QTest::newRow("frm_Parts") << make<frm_Parts>();
-        QTest::newRow("frm_AddPart") << make<frm_AddPart>();
-        QTest::newRow("frmInvoice") << make<frmInvoice>();
-        QTest::newRow("frmAddInv") << make<frmAddInv>();
-        QTest::newRow("frmDebtor") << make<frmDebtor>();
-        QTest::newRow("frmReports") << make<frmReports>();
-        QTest::newRow("FrmExport") << make<FrmExport>();
-        QTest::newRow("frmOptions") << make<frmOptions>();
-        QTest::newRow("frm_setup") << make<frm_setup>();
-        QTest::newRow("frmCustomerSet") << make<frmCustomerSet>();
-        QTest::newRow("frmInvoiceSet") << make<frmInvoiceSet>();
-        QTest::newRow("Help_frm") << make<Help_frm>();
-        QTest::newRow("frmBrowser") << make<frmBrowser>();
+        QTest::addColumn<WindowMaker>("window");
+        QTest::newRow("frmCustomer") << makeWindow<frmCustomer>();
+        QTest::newRow("frmAddCust") << makeWindow<frmAddCust>();
+        QTest::newRow("frmsearchCust") << makeWindow<frmsearchCust>();
+        QTest::newRow("frm_Parts") << makeWindow<frm_Parts>();
+        QTest::newRow("frm_AddPart") << makeWindow<frm_AddPart>();
+        QTest::newRow("frmInvoice") << makeWindow<frmInvoice>();
+        QTest::newRow("frmAddInv") << makeWindow<frmAddInv>();
+        QTest::newRow("frmDebtor") << makeWindow<frmDebtor>();
+        QTest::newRow("frmReports") << makeWindow<frmReports>();
+        QTest::newRow("FrmExport") << makeWindow<FrmExport>();
+        QTest::newRow("frmOptions") << makeWindow<frmOptions>();
+        QTest::newRow("frm_setup") << makeWindow<frm_setup>();
+        QTest::newRow("frmCustomerSet") << makeWindow<frmCustomerSet>();
+        QTest::newRow("frmInvoiceSet") << makeWindow<frmInvoiceSet>();
+        QTest::newRow("Help_frm") << makeWindow<Help_frm>();
+        QTest::newRow("frmBrowser") << makeWindow<frmBrowser>();
     }
     void eachWindowFits()
     {
-        QFETCH(std::function<QDialog*(QWidget*)>, window);
+        QFETCH(WindowMaker, window);
         TestUi ui;
         // A full settings row: the options windows read most columns without a Null check.
         QMap<QString, Value> row{{"TaxAmount", 17.5}, {"TaxEnabled", 1}, {"DefaultEnd", "31/12/2026"}};
@@ -132,7 +127,7 @@ private slots:
     void mnemonicsAreUnique_data() { eachWindowFits_data(); }
     void mnemonicsAreUnique()
     {
-        QFETCH(std::function<QDialog*(QWidget*)>, window);
+        QFETCH(WindowMaker, window);
         TestUi ui;
         auto main = startProgram(ui, {});
         std::unique_ptr<QDialog> w(window(main.get()));
