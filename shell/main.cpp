@@ -36,8 +36,6 @@ public:
 
 int main(int argc, char** argv)
 {
-    // The help and web windows' engine shares its drawing contexts; it asks for this first.
-    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     platform::keepFreedMemory();
     Application app(argc, argv);
     app.setApplicationName(QStringLiteral("Velk Invoice"));
