@@ -446,26 +446,27 @@ void frmDebtor::Build_table()
         invoices.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockReadOnly);
         invoices.setIndex(QStringLiteral("INVNO"));
         letterCount = 0;
-        const WriteBatch batch(Database::open(dataSourceOf(ConnectionString)));
-        if (letters.recordCount() > 0) {
-            for (letters.moveFirst(); !letters.eof(); letters.moveNext())
-                letters.deleteRecord();
-        }
-        for (QTreeWidgetItem* row : tickedRows()) {
-            // The rows found are taken as they are: the list came from these tables.
-            customers.seek(row->text(ColCustID));
-            letters.addNew();
-            letters.setField(QStringLiteral("CustID"), customers.field(QStringLiteral("CustID")));
-            letters.setField(QStringLiteral("FirstName"),
-                             Null_to_text(customers.field(QStringLiteral("FirstName"))) + QStringLiteral(" ") +
-                                 Null_to_text(customers.field(QStringLiteral("LastName"))));
-            letters.setField(QStringLiteral("Address"), addressBlock(customers));
-            invoices.seek(row->text(ColInvNo));
-            for (const char* column : {"InvNo", "Date", "Total", "Paid", "WrittenOff", "Balance"})
-                letters.setField(QLatin1String(column), invoices.field(QLatin1String(column)));
-            letterCount = toInt16(letterCount + 1.0);
-            letters.update();
-        }
+        Write_batch(Database::open(dataSourceOf(ConnectionString)), [&] {
+            if (letters.recordCount() > 0) {
+                for (letters.moveFirst(); !letters.eof(); letters.moveNext())
+                    letters.deleteRecord();
+            }
+            for (QTreeWidgetItem* row : tickedRows()) {
+                // The rows found are taken as they are: the list came from these tables.
+                customers.seek(row->text(ColCustID));
+                letters.addNew();
+                letters.setField(QStringLiteral("CustID"), customers.field(QStringLiteral("CustID")));
+                letters.setField(QStringLiteral("FirstName"),
+                                 Null_to_text(customers.field(QStringLiteral("FirstName"))) + QStringLiteral(" ") +
+                                     Null_to_text(customers.field(QStringLiteral("LastName"))));
+                letters.setField(QStringLiteral("Address"), addressBlock(customers));
+                invoices.seek(row->text(ColInvNo));
+                for (const char* column : {"InvNo", "Date", "Total", "Paid", "WrittenOff", "Balance"})
+                    letters.setField(QLatin1String(column), invoices.field(QLatin1String(column)));
+                letterCount = toInt16(letterCount + 1.0);
+                letters.update();
+            }
+        });
     });
 }
 
@@ -512,16 +513,17 @@ void frmDebtor::Update_reminders()
         Recordset invoices;
         invoices.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockPessimistic);
         invoices.setIndex(QStringLiteral("INVNO"));
-        const WriteBatch batch(Database::open(dataSourceOf(ConnectionString)));
-        for (QTreeWidgetItem* row : tickedRows()) {
-            invoices.seek(row->text(ColInvNo));
-            if (invoices.eof())
-                continue;
-            invoices.setField(QStringLiteral("ReminderSent"),
-                              Null_to_zero(invoices.field(QStringLiteral("ReminderSent"))) +
-                                  Currency::fromTicks(Currency::Scale));
-            invoices.update();
-        }
+        Write_batch(Database::open(dataSourceOf(ConnectionString)), [&] {
+            for (QTreeWidgetItem* row : tickedRows()) {
+                invoices.seek(row->text(ColInvNo));
+                if (invoices.eof())
+                    continue;
+                invoices.setField(QStringLiteral("ReminderSent"),
+                                  Null_to_zero(invoices.field(QStringLiteral("ReminderSent"))) +
+                                      Currency::fromTicks(Currency::Scale));
+                invoices.update();
+            }
+        });
     });
     Load_list();
 }

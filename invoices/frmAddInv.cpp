@@ -752,7 +752,9 @@ void frmAddInv::Update_cmd_Click()
         }
         if (EditInvoiceMode == 0 && CheckInvNo() == 1)
             return;
-        BusyTrap(objectName(), "Update_cmd", [this] { Save_invoice(); });
+        // One transaction: a power cut leaves the invoice as it was or wholly saved.
+        BusyTrap(objectName(), "Update_cmd",
+                 [this] { Write_batch(Database::open(dataSourceOf(ConnectionString)), [this] { Save_invoice(); }); });
         done(1);
     });
 }
@@ -781,8 +783,6 @@ void frmAddInv::Save_invoice()
 {
     InvoiceSaved = 1;
     const QString number = Inv_lbl->text().trimmed();
-    // One transaction: a power cut leaves the invoice as it was or wholly saved.
-    WriteBatch transaction(Database::open(dataSourceOf(ConnectionString)));
     Recordset invoices, lines;
     invoices.open(QStringLiteral("Invoices"), ConnectionString, Recordset::adLockPessimistic);
     invoices.setIndex(QStringLiteral("INVNO"));
@@ -847,7 +847,6 @@ void frmAddInv::Save_invoice()
     // Only a new invoice that took the generated number moves the series on.
     if (settings.FreeformInv == 0 && EditInvoiceMode == 0)
         Advance_number(Series::Invoice, Inv_lbl->text());
-    transaction.commit();
 }
 
 void frmAddInv::Exit_cmd_Click()

@@ -77,29 +77,12 @@ void writeBackup(const QString& target)
     writeThenRename(target, [&](const QString& temporary) { live->copyInto(*Database::create(temporary)); });
 }
 
-// A restore source must be a sound data file of this program.
-bool soundDataFile(Database& db)
-{
-    try {
-        if (db.texts(QStringLiteral("PRAGMA integrity_check")) != QStringList{QStringLiteral("ok")})
-            return false;
-        const QStringList tables =
-            db.texts(QStringLiteral("SELECT lower(name) FROM sqlite_master WHERE type = 'table'"));
-        for (const TableDef& t : schemaTables())
-            if (!tables.contains(QString::fromLatin1(t.name).toLower()))
-                return false;
-        return true;
-    } catch (const VbError&) {
-        return false; // not a database at all, or cut short
-    }
-}
-
 void restoreFrom(const QString& source)
 {
     if (sameFile(source, liveFile()))
         throw Silent{};
     const auto from = Database::openToRead(source);
-    if (!soundDataFile(*from))
+    if (!from->isSoundDataFile())
         throw Silent{};
     // The copy runs in the live file's own transaction: all of it lands, or none.
     from->copyInto(*Database::open(liveFile()));

@@ -37,30 +37,31 @@ int Age_invoices(int (*rule)(int days))
         db);
     // One transaction, committed even when a row fails, so that each update stands as
     // if made alone; it spares a disk flush per invoice.
-    const WriteBatch batch(db);
-    sqlite3_stmt* st =
-        db->prepare(QStringLiteral("UPDATE invoices SET BALANCE1 = ?1, BALANCE2 = ?2, BALANCE3 = ?3 WHERE rowid = ?4"));
-    const double today = Value(platform::today()).toDouble();
     int written = 0;
-    for (; !owing->eof(); owing->moveNext()) {
-        const int column = rule(toInt16(today - owing->field(1).toDouble()));
-        if (column == 0)
-            continue;
-        // Only an invoice whose figures move is written: most keep their period from one
-        // day to the next, and every write costs the journal a page.
-        const std::array<Value, 3> aged{column == 1 ? owing->field(2) : Value(Currency()),
-                                        column == 2 ? owing->field(2) : Value(Currency()),
-                                        column == 3 ? owing->field(2) : Value(Currency())};
-        if (owing->field(3) == aged[0] && owing->field(4) == aged[1] && owing->field(5) == aged[2])
-            continue;
-        StatementScope scope(st);
-        for (int i = 1; i <= 3; ++i)
-            Database::bind(st, i, aged[i - 1]);
-        sqlite3_bind_int64(st, 4, owing->field(0).toLong());
-        const int rc = sqlite3_step(st);
-        if (rc != SQLITE_DONE)
-            db->fail(rc);
-        ++written;
-    }
+    Write_batch(db, [&] {
+        sqlite3_stmt* st = db->prepare(
+            QStringLiteral("UPDATE invoices SET BALANCE1 = ?1, BALANCE2 = ?2, BALANCE3 = ?3 WHERE rowid = ?4"));
+        const double today = Value(platform::today()).toDouble();
+        for (; !owing->eof(); owing->moveNext()) {
+            const int column = rule(toInt16(today - owing->field(1).toDouble()));
+            if (column == 0)
+                continue;
+            // Only an invoice whose figures move is written: most keep their period from one
+            // day to the next, and every write costs the journal a page.
+            const std::array<Value, 3> aged{column == 1 ? owing->field(2) : Value(Currency()),
+                                            column == 2 ? owing->field(2) : Value(Currency()),
+                                            column == 3 ? owing->field(2) : Value(Currency())};
+            if (owing->field(3) == aged[0] && owing->field(4) == aged[1] && owing->field(5) == aged[2])
+                continue;
+            StatementScope scope(st);
+            for (int i = 1; i <= 3; ++i)
+                Database::bind(st, i, aged[i - 1]);
+            sqlite3_bind_int64(st, 4, owing->field(0).toLong());
+            const int rc = sqlite3_step(st);
+            if (rc != SQLITE_DONE)
+                db->fail(rc);
+            ++written;
+        }
+    });
     return written;
 }

@@ -30,6 +30,8 @@ int classicNumber(int code, const QString& message)
         return err::CannotOpenFile;
     case SQLITE_FULL:
         return err::DiskFull;
+    case SQLITE_IOERR:
+        return err::DeviceIO;
     case SQLITE_READONLY:
     case SQLITE_PERM:
     case SQLITE_BUSY: // a file in use
@@ -114,6 +116,25 @@ std::shared_ptr<Database> Database::openToRead(const QString& path)
 int Database::schemaVersion()
 {
     return texts(QStringLiteral("PRAGMA user_version")).value(0).toInt();
+}
+
+bool Database::isSoundDataFile()
+{
+    try {
+        if (texts(QStringLiteral("PRAGMA integrity_check")) != QStringList{QStringLiteral("ok")} ||
+            schemaVersion() > SchemaVersion)
+            return false;
+        for (const TableDef& t : schemaTables()) {
+            const QStringList columns =
+                texts(QStringLiteral("SELECT lower(name) FROM pragma_table_info('%1')").arg(QLatin1String(t.name)));
+            for (const ColumnDef& c : t.columns)
+                if (!columns.contains(QString::fromLatin1(c.name).toLower()))
+                    return false; // a missing table has no columns at all
+        }
+        return true;
+    } catch (const VbError&) {
+        return false; // not a database at all, or cut short
+    }
 }
 
 void Database::setSchemaVersion(int version)
@@ -299,30 +320,28 @@ StatementScope::~StatementScope()
     sqlite3_reset(st_);
 }
 
-WriteBatch::WriteBatch(std::shared_ptr<Database> db) : db_(std::move(db))
+void Write_batch(const std::shared_ptr<Database>& db, const std::function<void()>& writes)
 {
-    db_->exec(QStringLiteral("BEGIN IMMEDIATE"));
-}
-
-WriteBatch::~WriteBatch()
-{
-    if (!open_)
-        return;
-    db_->touched(); // writes made through prepared statements leave recordsets' rows stale
-    try {
-        db_->exec(QStringLiteral("COMMIT"));
-    } catch (const VbError&) {
-        // A failed write may have ended the transaction already; leave none open.
+    db->exec(QStringLiteral("BEGIN IMMEDIATE"));
+    const auto commit = [&] {
+        db->touched(); // writes made through prepared statements leave recordsets' rows stale
+        // A failed write may have ended the transaction already: nothing is left to commit.
+        if (sqlite3_get_autocommit(db->handle()))
+            return;
         try {
-            db_->exec(QStringLiteral("ROLLBACK"));
+            db->exec(QStringLiteral("COMMIT"));
         } catch (const VbError&) {
+            // Leave no transaction open behind the failure that is reported.
+            if (!sqlite3_get_autocommit(db->handle()))
+                sqlite3_exec(db->handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+            throw;
         }
+    };
+    try {
+        writes();
+    } catch (...) {
+        commit();
+        throw;
     }
-}
-
-void WriteBatch::commit()
-{
-    open_ = false;
-    db_->touched();
-    db_->exec(QStringLiteral("COMMIT"));
+    commit();
 }

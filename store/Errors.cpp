@@ -23,6 +23,8 @@ QString standardErrorText(int number)
         return QStringLiteral("File already exists");
     case err::DiskFull:
         return QStringLiteral("Disk full");
+    case err::DeviceIO:
+        return QStringLiteral("Device I/O error");
     case err::PermissionDenied:
         return QStringLiteral("Permission denied");
     case err::PathFileAccess:

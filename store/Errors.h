@@ -14,6 +14,7 @@ enum : int {
     FileNotFound = 53,
     FileAlreadyExists = 58,
     DiskFull = 61,
+    DeviceIO = 57,
     PermissionDenied = 70,
     PathFileAccess = 75,
     PathNotFound = 76,
