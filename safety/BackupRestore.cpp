@@ -74,7 +74,11 @@ void Command(const char* procedure, const std::function<void()>& body)
 void writeBackup(const QString& target)
 {
     const auto live = Database::open(liveFile());
-    writeThenRename(target, [&](const QString& temporary) { live->copyInto(*Database::create(temporary)); });
+    writeThenRename(target, [&](const QString& temporary) {
+        live->copyInto(*Database::create(temporary));
+        // The copy is as private as the books it copies.
+        QFile::setPermissions(temporary, QFile::permissions(liveFile()));
+    });
 }
 
 void restoreFrom(const QString& source)

@@ -156,6 +156,7 @@ void frmMain::MDIForm_Load()
 {
     BusyTrap(Module, "Load", [this] {
         SetupDone = 0;
+        Remove_unfinished_writes();
         // Only a plain file counts: a folder of that name is no data file.
         const QFileInfo info(dataFile());
         if (!info.exists() || !info.isFile())
@@ -214,6 +215,8 @@ void frmMain::Create_database()
                         });
                 if (db)
                     step([&] { db->exec(QStringLiteral("COMMIT")); });
+                // The books are the user's alone.
+                QFile::setPermissions(building, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
             });
         });
     } catch (const Abandoned&) {

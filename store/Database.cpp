@@ -1,5 +1,6 @@
 #include "store/Database.h"
 
+#include "platform/Platform.h"
 #include "store/Errors.h"
 #include "store/Numbers.h"
 #include "store/Schema.h"
@@ -7,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMap>
+#include <QSaveFile>
 #include <cstdio>
 #include <sqlite3.h>
 
@@ -85,6 +87,16 @@ std::shared_ptr<Database> Database::open(const QString& path)
         throw VbError(err::NewerDataFile);
     db->exec(QStringLiteral("PRAGMA journal_mode=DELETE"));
     db->exec(QStringLiteral("PRAGMA synchronous=FULL"));
+    // The read above rolled back a journal that held a cut-short transaction. One left by a
+    // write killed before its first page is no such journal, and would stay; with the file
+    // locked for this handle alone no one is writing, so it can go. Another program busy
+    // with the file keeps its journal: the lock is then not had, and nothing is removed.
+    const QString journal = key + QStringLiteral("-journal");
+    if (QFileInfo::exists(journal) &&
+        sqlite3_exec(db->db_, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr) == SQLITE_OK) {
+        QFile::remove(journal);
+        db->exec(QStringLiteral("COMMIT"));
+    }
     pool()[key] = db;
     return db;
 }
@@ -199,18 +211,69 @@ void Database::copyInto(Database& target)
     target.touched();
 }
 
+namespace
+{
+
+// The temporary files being written, listed in the program's folder until they are in
+// place or gone, so that a run cut short has them removed at the next start.
+QString unfinishedList()
+{
+    return platform::programFile(QStringLiteral(".unfinished-writes"));
+}
+
+QStringList unfinished()
+{
+    QFile list(unfinishedList());
+    if (!list.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(list.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+void setUnfinished(const QStringList& paths)
+{
+    if (paths.isEmpty()) {
+        QFile::remove(unfinishedList());
+        return;
+    }
+    QSaveFile list(unfinishedList());
+    if (list.open(QIODevice::WriteOnly)) {
+        list.write(paths.join(QLatin1Char('\n')).toUtf8() + '\n');
+        list.commit();
+    }
+}
+
+} // namespace
+
 void writeThenRename(const QString& path, const std::function<void(const QString& temporary)>& write)
 {
-    const QString temporary = path + QStringLiteral(".new");
+    const QString temporary = QFileInfo(path + QStringLiteral(".new")).absoluteFilePath();
     QFile::remove(temporary);
+    setUnfinished(unfinished() << temporary);
+    const auto done = [&] {
+        QFile::remove(temporary);
+        QFile::remove(temporary + QStringLiteral("-journal"));
+        QStringList rest = unfinished();
+        rest.removeAll(temporary);
+        setUnfinished(rest);
+    };
     try {
         write(temporary);
         if (std::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(path).constData()) != 0)
             throw VbError(err::PathFileAccess);
     } catch (...) {
-        QFile::remove(temporary);
+        done();
         throw;
     }
+    done();
+}
+
+void Remove_unfinished_writes()
+{
+    for (const QString& temporary : unfinished()) {
+        QFile::remove(temporary);
+        QFile::remove(temporary + QStringLiteral("-journal"));
+    }
+    setUnfinished({});
 }
 
 void Database::fail(int code, const QString& context) const

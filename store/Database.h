@@ -71,6 +71,9 @@ private:
 // when the writer has finished, so that no one ever finds half a file there. A failure
 // of the writer or the rename removes the temporary file and goes on to the caller.
 void writeThenRename(const QString& path, const std::function<void(const QString& temporary)>& write);
+// Removes the temporary files of writes that a run cut short (a kill, a power cut) left
+// behind; run at the start.
+void Remove_unfinished_writes();
 
 // Resets a statement when it goes out of scope, so that no read stays open.
 class StatementScope

@@ -16,8 +16,14 @@
 #include "store/Functions.h"
 #include "store/Globals.h"
 
+#include <QRandomGenerator>
+#include <QThread>
 #include <QtTest>
+#include <csignal>
 #include <sqlite3.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace
 {
@@ -116,6 +122,86 @@ private slots:
         QCOMPARE(fileBytes(ui.file("data.mdb")), before);
         QCOMPARE(BackupDone, qint16(0));
         VERIFY_UI(ui);
+    }
+
+    // The data file, a log and the folder's backups are the user's alone; a backup keeps
+    // the mode its source has.
+    void filesAreTheUsers()
+    {
+        TestUi ui;
+        auto main = startProgram(ui, {});
+        const auto mode = [](const QString& path) {
+            struct stat st {
+            };
+            return ::stat(QFile::encodeName(path).constData(), &st) == 0 ? int(st.st_mode & 0777) : -1;
+        };
+        QCOMPARE(mode(ui.file("data.mdb")), 0600);
+        for (int source : {0600, 0640}) {
+            QVERIFY(::chmod(QFile::encodeName(ui.file("data.mdb")).constData(), mode_t(source)) == 0);
+            const QString target = ui.file(QStringLiteral("backup%1/Data.mdb").arg(source, 0, 8));
+            QDir().mkpath(QFileInfo(target).path());
+            ui.expectSave(target);
+            ui.expectBox("Successful", "Save was Successful");
+            safety::MnuSave();
+            QCOMPARE(mode(target), source);
+        }
+        ui.expectBox("Error Message", errorMessageText(err::Overflow, "frmMain", "Load", standardErrorText(6)));
+        QVERIFY(endsProgram([] { Report_error(err::Overflow, "frmMain", "Load"); }));
+        QCOMPARE(mode(ui.file("Logs/20261122103015.log")), 0600);
+        VERIFY_UI(ui);
+    }
+
+    // A backup, and an import, killed at a random moment: the next start finds the data
+    // file whole, as before the import or after it, and no temporary file anywhere.
+    void killedHalfWay_data()
+    {
+        QTest::addColumn<QString>("work");
+        for (int i = 0; i < 4; ++i) {
+            QTest::newRow(qPrintable(QStringLiteral("backup %1").arg(i))) << "backup";
+            QTest::newRow(qPrintable(QStringLiteral("import %1").arg(i))) << "import";
+        }
+    }
+    void killedHalfWay()
+    {
+        QFETCH(QString, work);
+        TestUi ui;
+        auto main = startProgram(ui, {});
+        QByteArray csv;
+        for (int i = 0; i < 3000; ++i)
+            csv += QStringLiteral("C%1,2026-03-01,I%1,Anne,Smith,,,,,,10,One,10\r\n").arg(i).toLatin1();
+        write(ui.file("Invoices1.csv"), csv);
+        const QString live = ui.file("data.mdb"), target = ui.file("usb/Data.mdb");
+        QDir().mkpath(ui.file("usb"));
+        // The program that is killed is the only one with the file open, as on a desktop.
+        main.reset();
+        PlainConnection.close();
+        ShapeConnection.close();
+        Database::closeAll();
+        const pid_t child = fork();
+        if (child == 0) {
+            if (work == "backup")
+                for (;;)
+                    writeThenRename(target, [&](const QString& temporary) {
+                        Database::open(live)->copyInto(*Database::create(temporary));
+                    });
+            safety::mnuImport();
+            _exit(0);
+        }
+        QThread::msleep(QRandomGenerator::global()->bounded(5, 60));
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        main = std::make_unique<frmMain>(); // the next start
+        main->MDIForm_Load();
+        const QStringList left =
+            QDir(ui.dir()).entryList({"*.new*", "*-journal", ".unfinished*"}, QDir::Files | QDir::Hidden) +
+            QDir(ui.file("usb")).entryList({"*.new*", "*-journal"}, QDir::Files | QDir::Hidden);
+        QVERIFY2(left.isEmpty(), qPrintable(left.join(", ")));
+        const auto disk = Database::open(live);
+        QCOMPARE(disk->texts("PRAGMA integrity_check"), QStringList{"ok"});
+        const int invoices = disk->texts("SELECT count(*) FROM Invoices").value(0).toInt();
+        QVERIFY2(invoices == 0 || invoices == 3000, qPrintable(QString::number(invoices)));
+        if (QFile::exists(target))
+            QCOMPARE(Database::openToRead(target)->texts("PRAGMA integrity_check"), QStringList{"ok"});
     }
 
     // Money counts ten-thousandths in 64 bits: both ends are kept exactly, one step past
