@@ -1,6 +1,7 @@
 #include "customers/frmAddCust.h"
 
 #include "platform/Activation.h"
+#include "platform/DateBox.h"
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
@@ -77,7 +78,7 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
     custid_lbl = line("custid_lbl", 12);
     custid_lbl->setText(QStringLiteral("000001"));
     custid_lbl->setEnabled(false);
-    DTPicker1 = new QDateEdit(this);
+    DTPicker1 = new platform::DateBox(this);
     DTPicker1->setObjectName(QStringLiteral("DTPicker1"));
     DTPicker1->setCalendarPopup(true);
     DTPicker1->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));

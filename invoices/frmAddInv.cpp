@@ -2,6 +2,7 @@
 
 #include "platform/Activation.h"
 #include "platform/Controls.h"
+#include "platform/DateBox.h"
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
@@ -124,7 +125,7 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
     Cust_lbl = label(QString(), QStringLiteral("Cust_lbl"), this);
     Customername_lbl = box(QStringLiteral("Customername_lbl"), 45, Qt::AlignHCenter, this);
     Label16 = label(QString(), QStringLiteral("Label16"), this);
-    Date_txt = new QDateEdit(this);
+    Date_txt = new platform::DateBox(this);
     Date_txt->setObjectName(QStringLiteral("Date_txt"));
     Date_txt->setCalendarPopup(true);
     Date_txt->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));

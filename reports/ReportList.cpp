@@ -1,5 +1,6 @@
 #include "reports/ReportList.h"
 
+#include "platform/DateBox.h"
 #include "platform/Platform.h"
 #include "store/Connection.h"
 #include "store/Errors.h"
@@ -94,7 +95,7 @@ RangeControls buildRangeControls(QDialog* window, QGridLayout* grid)
     auto picker = [&](const char* name, const char* label, const char* caption, int row) {
         auto* l = new QLabel(QLatin1String(caption), window);
         l->setObjectName(QLatin1String(label));
-        auto* p = new QDateEdit(window);
+        auto* p = new platform::DateBox(window);
         p->setObjectName(QLatin1String(name));
         p->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
         p->setCalendarPopup(true);
