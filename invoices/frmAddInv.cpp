@@ -131,8 +131,16 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
     Date_txt->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
     Paid_lbl = label(QStringLiteral("PAID IN FULL"), QStringLiteral("Paid_lbl"), this);
     StillOwes_lbl = label(QStringLiteral("BALANCE:"), QStringLiteral("StillOwes_lbl"), this);
+    // The banners keep their room while hidden, as wide as the widest balance, so that
+    // the header stands still when one appears or its figure grows.
     for (QLabel* banner : {Paid_lbl, StillOwes_lbl}) {
         banner->setStyleSheet(QStringLiteral("color: red; font-weight: bold"));
+        QFont bold = banner->font();
+        bold.setBold(true);
+        banner->setMinimumWidth(QFontMetrics(bold).horizontalAdvance(QStringLiteral("BALANCE: -9999999.99")));
+        QSizePolicy policy = banner->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        banner->setSizePolicy(policy);
         banner->hide();
     }
     SalesPerson_lbl = label(QStringLiteral("Sales Person"), QStringLiteral("SalesPerson_lbl"), this);
