@@ -15,6 +15,9 @@ namespace report
 namespace
 {
 
+// Twips kept clear between a right-aligned text and the right edge of its box: 1.5 points.
+constexpr int RightInset = 30;
+
 // Sums and counts of one footer's functions over the rows it covers. A Null adds
 // nothing and is not counted.
 struct Totals {
@@ -248,6 +251,8 @@ void Layout::paint(QPainter& painter, int pageIndex) const
                 if (text.isEmpty())
                     break;
                 const int flags = int(c.alignment) | Qt::AlignTop | (c.wordWrap ? Qt::TextWordWrap : 0);
+                // Amounts stand right against their box: a little room keeps them off its border.
+                const QRect room = c.alignment & Qt::AlignRight ? rect.adjusted(0, 0, -RightInset, 0) : rect;
                 // Changing the painter's font is costly: only when the control's differs.
                 auto setSize = [&](int pixels) {
                     if (font.pixelSize() != pixels || font.bold() != c.bold) {
@@ -260,15 +265,15 @@ void Layout::paint(QPainter& painter, int pageIndex) const
                 if (c.shrink) {
                     // Half a point at a time, down to 4 points; what is still too big is cut.
                     for (int pixels = c.fontSize * 20; pixels > 80; pixels -= 10) {
-                        const QRect needed = painter.boundingRect(rect, flags, text);
-                        if (needed.width() <= rect.width() && needed.height() <= rect.height())
+                        const QRect needed = painter.boundingRect(room, flags, text);
+                        if (needed.width() <= room.width() && needed.height() <= room.height())
                             break;
                         setSize(pixels - 10);
                     }
                 } else if (!c.wordWrap && c.kind == ControlKind::Field)
-                    text = elideAtWord(QFontMetricsF(painter.font()), text, rect.width());
+                    text = elideAtWord(QFontMetricsF(painter.font()), text, room.width());
                 painter.setPen(Qt::black);
-                painter.drawText(rect, flags, text);
+                painter.drawText(room, flags, text);
                 break;
             }
             }

@@ -78,6 +78,32 @@ private slots:
         QVERIFY2(name.startsWith(kept) && name.at(kept.size()) == QLatin1Char(' '), qPrintable(kept));
         VERIFY_UI(ui);
     }
+
+    // A right-aligned amount keeps clear of its box's right border.
+    void amountsKeepOffTheBorder()
+    {
+        TestUi ui;
+        Report r;
+        r.name = "Amount_rpt";
+        r.width = 9000;
+        r.leftMargin = r.rightMargin = r.topMargin = r.bottomMargin = 720;
+        Control c;
+        c.name = "Total_lbl";
+        c.kind = ControlKind::Label;
+        c.left = 3000;
+        c.width = 1500;
+        c.height = 250;
+        c.alignment = Qt::AlignRight;
+        c.caption = "1234.56";
+        r.sections = {{"Section4", SectionKind::ReportHeader, 400, false, {c}}};
+        QVERIFY(Layout(r, platform::vbPRPSA4).writePdf(ui.file("amount.pdf")));
+        static const QRegularExpression word(QStringLiteral("xMax=\"([\\d.]+)\"[^>]*>1234.56<"));
+        const auto m = word.match(runTool("pdftotext", {"-bbox", ui.file("amount.pdf"), "-"}));
+        QVERIFY(m.hasMatch());
+        const double border = (720 + 3000 + 1500) / 20.0; // points
+        QVERIFY2(border - m.captured(1).toDouble() >= 1.0, qPrintable(m.captured(1)));
+        VERIFY_UI(ui);
+    }
 };
 
 VELK_TEST(LongTextTest)
