@@ -151,14 +151,16 @@ private slots:
         VERIFY_UI(ui);
     }
 
-    // A backup, and an import, killed at a random moment: the next start finds the data
-    // file whole, as before the import or after it, and no temporary file anywhere.
+    // A backup, an import and a restore, killed at a random moment: the next start finds
+    // the data file whole, as before the import or restore or after it, and no temporary
+    // file anywhere.
     void killedHalfWay_data()
     {
         QTest::addColumn<QString>("work");
         for (int i = 0; i < 4; ++i) {
             QTest::newRow(qPrintable(QStringLiteral("backup %1").arg(i))) << "backup";
             QTest::newRow(qPrintable(QStringLiteral("import %1").arg(i))) << "import";
+            QTest::newRow(qPrintable(QStringLiteral("restore %1").arg(i))) << "restore";
         }
     }
     void killedHalfWay()
@@ -172,6 +174,13 @@ private slots:
         write(ui.file("Invoices1.csv"), csv);
         const QString live = ui.file("data.mdb"), target = ui.file("usb/Data.mdb");
         QDir().mkpath(ui.file("usb"));
+        if (work == "restore") { // a backup holding 3,000 invoices the data file has not
+            writeThenRename(target, [&](const QString& temporary) {
+                Database::open(live)->copyInto(*Database::create(temporary));
+            });
+            Database::create(target)->exec("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
+                                           "3000) INSERT INTO Invoices (InvNo) SELECT 'R' || i FROM n");
+        }
         // The program that is killed is the only one with the file open, as on a desktop.
         main.reset();
         PlainConnection.close();
@@ -179,6 +188,9 @@ private slots:
         Database::closeAll();
         const pid_t child = fork();
         if (child == 0) {
+            if (work == "restore")
+                for (;;)
+                    Database::openToRead(target)->copyInto(*Database::open(live));
             if (work == "backup")
                 for (;;)
                     writeThenRename(target, [&](const QString& temporary) {
