@@ -13,6 +13,35 @@
 
 using namespace report;
 
+namespace
+{
+
+// A one-line control about an inch wide: room for two words of a name.
+Control oneLine(ControlKind kind, int left)
+{
+    Control c;
+    c.name = "One";
+    c.kind = kind;
+    c.left = left;
+    c.width = 1500;
+    c.height = 250;
+    c.wordWrap = false;
+    return c;
+}
+
+// A report of that one control, in a section of the kind given.
+Report around(const Control& c, SectionKind kind)
+{
+    Report r;
+    r.name = "One_rpt";
+    r.width = 9000;
+    r.leftMargin = r.rightMargin = r.topMargin = r.bottomMargin = 720;
+    r.sections = {{"Section1", kind, 300, false, {c}}};
+    return r;
+}
+
+} // namespace
+
 class LongTextTest : public QObject
 {
     Q_OBJECT
@@ -54,18 +83,9 @@ private slots:
         auto main = startProgram(ui, {});
         const QString name = "Harbour Chandlery Supplies Limited";
         addRow("Customers", {{"CustID", "C1"}, {"LastName", name}});
-        Report r;
-        r.name = "Long_rpt";
-        r.width = 9000;
-        r.leftMargin = r.rightMargin = r.topMargin = r.bottomMargin = 720;
-        Control c;
-        c.name = "LastName_txt";
-        c.kind = ControlKind::Field;
+        Control c = oneLine(ControlKind::Field, 0);
         c.field = "LastName";
-        c.width = 1500; // about an inch: room for two of the words
-        c.height = 250;
-        c.wordWrap = false;
-        r.sections = {{"Section1", SectionKind::Detail, 300, false, {c}}};
+        Report r = around(c, SectionKind::Detail);
         std::shared_ptr<ShapeRecordset> rows;
         Open_shape("SHAPE {SELECT * FROM customers} as details", rows);
         r.setDataSource(rows);
@@ -83,19 +103,10 @@ private slots:
     void amountsKeepOffTheBorder()
     {
         TestUi ui;
-        Report r;
-        r.name = "Amount_rpt";
-        r.width = 9000;
-        r.leftMargin = r.rightMargin = r.topMargin = r.bottomMargin = 720;
-        Control c;
-        c.name = "Total_lbl";
-        c.kind = ControlKind::Label;
-        c.left = 3000;
-        c.width = 1500;
-        c.height = 250;
+        Control c = oneLine(ControlKind::Label, 3000);
         c.alignment = Qt::AlignRight;
         c.caption = "1234.56";
-        r.sections = {{"Section4", SectionKind::ReportHeader, 400, false, {c}}};
+        const Report r = around(c, SectionKind::ReportHeader);
         QVERIFY(Layout(r, platform::vbPRPSA4).writePdf(ui.file("amount.pdf")));
         static const QRegularExpression word(QStringLiteral("xMax=\"([\\d.]+)\"[^>]*>1234.56<"));
         const auto m = word.match(runTool("pdftotext", {"-bbox", ui.file("amount.pdf"), "-"}));
