@@ -16,6 +16,11 @@ class QLineEdit;
 class QPushButton;
 class QToolBar;
 class QTreeWidget;
+class QVBoxLayout;
+namespace report
+{
+class Report;
+}
 
 class frmAddInv : public QDialog
 {
@@ -52,6 +57,15 @@ protected:
     void done(int result) override;
 
 private:
+    void buildToolbar(QVBoxLayout* layout);
+    void buildHeader(QVBoxLayout* layout);
+    void buildLines(QVBoxLayout* layout);
+    void buildTotals(QVBoxLayout* layout);
+    void buildCommands(QVBoxLayout* layout);
+    void buildPicker();
+    void connectEvents();
+    void openInvoice();
+
     enum class Field { None, PartID, Qty, Desc, Amount, Check, Tax };
     struct Place {
         Field field;
