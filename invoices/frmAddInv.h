@@ -81,6 +81,14 @@ private:
     void noNumberBox();
     void Calc();
 
+    // The steps of printing, in frmAddInv_Print.cpp.
+    void fillHeading(report::Report& r, int type, const QString& billing, const QString& shipping,
+                     const QString& contact, QString taxLine);
+    void fillLines(report::Report& r);
+    void fillTotals(report::Report& r);
+    void fillDataBlock(report::Report& r, int type);
+    void fillTermsAndLogo(report::Report& r);
+
     qint16 CurrentLine = 0;
     bool unloaded_ = false;
 
