@@ -25,7 +25,6 @@ private:
     void Create_database();
     void Load_settings();
     void MDIForm_Unload();
-    // Shows a task window modally; the main window comes to the front again after it.
 
     bool unloaded_ = false;
 };
