@@ -136,7 +136,8 @@ private slots:
                 QTest::keyClicks(child<QPlainTextEdit>(d, "Address_txt"), " 1 High St");
                 QTest::keyClicks(box(d, "Phone_txt"), " 0123 ");
                 click(d, "Next_cmd");
-                QVERIFY(state(d) == "1 back next" && !shown(d, "TaxName_txt"));
+                QCOMPARE(state(d), "1 back next");
+                QVERIFY(!shown(d, "TaxName_txt"));
                 click(d, "Option2");
                 click(d, "TaxEnabled_chk");
                 QVERIFY(shown(d, "TaxName_txt"));
@@ -157,7 +158,10 @@ private slots:
         });
         platform::activate(&w);
         VERIFY_UI(ui);
-        QVERIFY(SetupDone == 1 && !w.unloaded() && FrontCount == 1 && settingsRows() == 1);
+        QCOMPARE(SetupDone, 1);
+        QVERIFY(!w.unloaded());
+        QCOMPARE(FrontCount, 1);
+        QCOMPARE(settingsRows(), 1);
         // The credit prefix stays out of the row; it lasts for this run in the record.
         compareSystemRow("BusinessName=Velk Ltd|Address= 1 High St|Phone= 0123 |Currency=\u00a3|TaxName=Vat|"
                          "TaxAmount=17.5|TaxNo=GB 123|TaxEnabled=1|InvPrefix=INV|PartPrefix=ITE|CustPrefix=CUS|"
@@ -171,7 +175,8 @@ private slots:
         const SettingsRecord& s = settings;
         QCOMPARE((QStringList{s.BusinessName.text(), s.CrdPrefix, s.text1Name.trimmed()}),
                  (QStringList{QString("Velk Ltd").leftJustified(30), "CN", "Sales Person"}));
-        QVERIFY(s.TaxAmount == 17.5 && s.freeformPart == 1);
+        QCOMPARE(s.TaxAmount, 17.5);
+        QCOMPARE(s.freeformPart, 1);
     }
 
     // Cancel ends the program and leaves the file without a row; the next start asks again.
@@ -190,43 +195,78 @@ private slots:
             });
             platform::activate(&w);
             VERIFY_UI(ui);
-            QVERIFY(SetupDone == 0 && w.unloaded() && QFile::exists(ui.file("data.mdb")) && settingsRows() == 0);
+            QCOMPARE(SetupDone, 0);
+            QVERIFY(w.unloaded());
+            QVERIFY(QFile::exists(ui.file("data.mdb")));
+            QCOMPARE(settingsRows(), 0);
             resetGlobals();
         }
     }
 
     // Finish checks the length of the invoice, item and customer numbers, in that order.
+    void wizardLengthCheck_data()
+    {
+        QTest::addColumn<QString>("start");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("freeForm"); // the tick to click first, if any
+        QTest::addColumn<QString>("title");    // of the box; none: accepted
+        QTest::newRow("invoice too short") << "InvStart_txt"
+                                           << "123"
+                                           << ""
+                                           << "Invoice Number";
+        QTest::newRow("invoice free form") << "InvStart_txt"
+                                           << "123"
+                                           << "Inv_chk"
+                                           << "";
+        QTest::newRow("item too short") << "PrtStart_txt"
+                                        << "999"
+                                        << ""
+                                        << "Item Number";
+        QTest::newRow("customer too short") << "CusStart_txt"
+                                            << "12"
+                                            << ""
+                                            << "Customer Number";
+        QTest::newRow("credit not checked") << "CrdStart_txt"
+                                            << "1"
+                                            << ""
+                                            << "";
+        QTest::newRow("four digits") << "InvStart_txt"
+                                     << "0001"
+                                     << ""
+                                     << "";
+    }
+
     void wizardLengthCheck()
     {
-        // Start box, typed, free-form tick, title of the box (none: accepted).
-        const char* const rows[][4] = {{"InvStart_txt", "123", "", "Invoice Number"},
-                                       {"InvStart_txt", "123", "Inv_chk", ""},
-                                       {"PrtStart_txt", "999", "", "Item Number"},
-                                       {"CusStart_txt", "12", "", "Customer Number"},
-                                       {"CrdStart_txt", "1", "", ""},
-                                       {"InvStart_txt", "0001", "", ""}};
-        for (const auto& [start, typed, freeForm, title] : rows) {
-            TestUi ui;
-            makeDataFile();
-            frm_setup d;
-            showUp(d);
-            click(d, "Next_cmd");
-            click(d, "Next_cmd");
-            if (*freeForm) {
-                // The tick closes its row's boxes and leaves their text and example alone.
-                click(d, freeForm);
-                QVERIFY(!box(d, "InvPrefix_txt")->isEnabled() && !box(d, "InvStart_txt")->isEnabled());
-                QCOMPARE(texts(d, {"InvExample_lbl"}), QStringList{"INV100001"});
-            }
-            // A short customer number shows that later series wait their turn.
-            box(d, "CusStart_txt")->setText(*title ? "12" : "100001");
-            box(d, start)->setText(typed);
-            ui.expectBox(*title ? title : "Update?", *title ? TooShort : Update, *title ? vbOK : vbNo);
-            click(d, "Finish_cmd");
-            VERIFY_UI(ui);
-            QVERIFY2(d.isVisible() && settingsRows() == 0 && SetupDone == 0, typed);
-            QVERIFY2(!*title || QApplication::focusWidget() == box(d, start), title);
+        QFETCH(QString, start);
+        QFETCH(QString, typed);
+        QFETCH(QString, freeForm);
+        QFETCH(QString, title);
+        TestUi ui;
+        makeDataFile();
+        frm_setup d;
+        showUp(d);
+        click(d, "Next_cmd");
+        click(d, "Next_cmd");
+        if (!freeForm.isEmpty()) {
+            // The tick closes its row's boxes and leaves their text and example alone.
+            click(d, freeForm);
+            QVERIFY(!box(d, "InvPrefix_txt")->isEnabled());
+            QVERIFY(!box(d, "InvStart_txt")->isEnabled());
+            QCOMPARE(texts(d, {"InvExample_lbl"}), QStringList{"INV100001"});
         }
+        // A short customer number shows that later series wait their turn.
+        const bool refused = !title.isEmpty();
+        box(d, "CusStart_txt")->setText(refused ? "12" : "100001");
+        box(d, start)->setText(typed);
+        ui.expectBox(refused ? title : "Update?", refused ? TooShort : Update, refused ? vbOK : vbNo);
+        click(d, "Finish_cmd");
+        VERIFY_UI(ui);
+        QVERIFY(d.isVisible());
+        QCOMPARE(settingsRows(), 0);
+        QCOMPARE(SetupDone, 0);
+        if (refused)
+            QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(box(d, start)));
     }
 
     // Which boxes take digits only, and the examples that follow what is typed.
@@ -266,9 +306,12 @@ private slots:
                                 "Present_chk", "fax_chk", "phone_chk"}),
                      (QStringList{"Option3", "Present_chk", "fax_chk"}));
             auto* end = child<QDateEdit>(d, "DTPicker2");
-            QVERIFY(child<QDateEdit>(d, "DTPicker1")->date() == QDate(2005, 1, 1) && !end->isEnabled());
+            QCOMPARE(child<QDateEdit>(d, "DTPicker1")->date(), QDate(2005, 1, 1));
+            QVERIFY(!end->isEnabled());
             QCOMPARE(end->date(), QDate(2026, 12, 31));
-            QVERIFY(shown(d, "TaxName_txt") && !shown(d, "shipping1") && shown(d, "terms2"));
+            QVERIFY(shown(d, "TaxName_txt"));
+            QVERIFY(!shown(d, "shipping1"));
+            QVERIFY(shown(d, "terms2"));
             QCOMPARE(settings.CrdPrefix, "CRD"); // the record follows the controls at opening
             box(d, "Name_txt")->setText("  New Name  ");
             box(d, "TaxAmount_txt")->setText("12abc"); // pasted: no key rule
@@ -276,7 +319,8 @@ private slots:
             QTest::keyClicks(box(d, "Text3"), "Van");
             QCOMPARE(texts(d, {"chk3"}), QStringList{"Include Van"});
             click(d, "Shipping_chk");
-            QVERIFY(shown(d, "shipping1") && shown(d, "shipping2"));
+            QVERIFY(shown(d, "shipping1"));
+            QVERIFY(shown(d, "shipping2"));
             click(d, "Present_chk");
             QVERIFY(end->isEnabled());
             click(d, "cmdOK");
@@ -288,7 +332,9 @@ private slots:
                          "logopath=|TaxEnabled=1");
         const SettingsRecord& s = settings;
         QCOMPARE((QStringList{s.BusinessName.trimmed(), s.text3Name.trimmed()}), (QStringList{"New Name", "Van"}));
-        QVERIFY(s.TaxAmount == 12.0 && s.IncludeShipping == 1 && s.Present == 0);
+        QCOMPARE(s.TaxAmount, 12.0);
+        QCOMPARE(s.IncludeShipping, 1);
+        QCOMPARE(s.Present, 0);
         QCOMPARE(s.ConfirmExit, 1); // loaded at start, never written
     }
 
@@ -323,10 +369,14 @@ private slots:
             }
             auto* tabs = child<QTabBar>(d, "tbsOptions");
             QTest::keyClick(box(d, "Name_txt"), Qt::Key_Tab, Qt::ControlModifier);
-            QVERIFY(tabs->currentIndex() == 1 && shown(d, "Frame1(1)") && !shown(d, "Frame1(0)"));
+            QCOMPARE(tabs->currentIndex(), 1);
+            QVERIFY(shown(d, "Frame1(1)"));
+            QVERIFY(!shown(d, "Frame1(0)"));
             tabs->setCurrentIndex(7);
             QTest::keyClick(child<QWidget>(d, "Reminder2"), Qt::Key_Tab, Qt::ControlModifier);
-            QVERIFY(tabs->currentIndex() == 0 && shown(d, "Frame1(0)") && !shown(d, "Frame1(7)"));
+            QCOMPARE(tabs->currentIndex(), 0);
+            QVERIFY(shown(d, "Frame1(0)"));
+            QVERIFY(!shown(d, "Frame1(7)"));
             click(d, "cmdCancel");
         });
         VERIFY_UI(ui);
@@ -418,7 +468,8 @@ private slots:
                  (QStringList{"chk1", "chk3", "Shipping_chk", "Statement_chk"}));
         // The sample follows the ticks; loading copies nothing into the record.
         auto* frame = child<QWidget>(w, "InvoiceFrame");
-        QVERIFY(!child<QWidget>(w, "terms1")->isVisibleTo(frame) && child<QWidget>(w, "shipping2")->isVisibleTo(frame));
+        QVERIFY(!child<QWidget>(w, "terms1")->isVisibleTo(frame));
+        QVERIFY(child<QWidget>(w, "shipping2")->isVisibleTo(frame));
         QCOMPARE(settings.Statement, QString());
         click(w, "chk2");
         click(w, "chk1");
@@ -442,7 +493,10 @@ private slots:
                          "terms1=" +
                          LongTerms);
         const SettingsRecord& s = settings;
-        QVERIFY(s.text1Visible == 0 && s.text2Visible == 1 && s.IncludeTerms == 1 && s.IncludeShipping == 0);
+        QCOMPARE(s.text1Visible, 0);
+        QCOMPARE(s.text2Visible, 1);
+        QCOMPARE(s.IncludeTerms, 1);
+        QCOMPARE(s.IncludeShipping, 0);
         QCOMPARE((QStringList{s.text1Name.text(), s.Statement, s.terms1, s.Logopath}),
                  (QStringList{QString("Rep").leftJustified(30), "With thanks", LongTerms, " /pics/logo.bmp"}));
         VERIFY_UI(ui);
