@@ -61,16 +61,6 @@ QStringList totals(QWidget& w)
     return out;
 }
 
-void trigger(QWidget& w, int place)
-{
-    child<QAction>(w, QStringLiteral("Toolbar1(%1)").arg(place))->trigger();
-}
-
-void click(QWidget& w, const char* name)
-{
-    child<QPushButton>(w, QLatin1String(name))->click();
-}
-
 // Ticks the rows of the invoices given; returns the invoice numbers of the ticked rows in display order.
 QStringList tick(QWidget& w, const QStringList& invoices = {})
 {

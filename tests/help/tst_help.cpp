@@ -55,7 +55,7 @@ private slots:
             auto w = startProgram(ui, {});
             if (*list)
                 ui.onModal(list, [](QDialog& d) {
-                    child<QAction>(d, "Toolbar1(8)")->trigger();
+                    trigger(d, 8);
                     return 0;
                 });
             QString seen;

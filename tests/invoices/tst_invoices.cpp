@@ -89,19 +89,11 @@ void addRows(const char* table, const QString& columns, const QStringList& rows)
 // The stored rows of a table, in the same form.
 QStringList stored(const QString& table, const QString& columns)
 {
-    QList<QStringList> cells;
-    for (const QString& c : columns.split('|'))
-        cells << columnValues(table, c);
-    QStringList rows(cells[0].size());
-    for (int r = 0; r < rows.size(); ++r)
-        for (const QStringList& column : cells)
-            rows[r] += (&column == &cells[0] ? "" : "|") + column[r];
-    return rows;
+    return tableRows(table, columns.split('|'));
 }
 
 const auto at = [](const char* name, int i) { return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i); };
 const auto edit = [](QWidget& w, const QString& name) { return child<QLineEdit>(w, name); };
-const auto trigger = [](QWidget& w, int place) { child<QAction>(w, at("Toolbar1", place))->trigger(); };
 const auto familyB = [](int type) { return type == 2 || type == 4; };
 
 // The texts of the fields or labels "name|name|...", joined the same way.
@@ -399,7 +391,7 @@ free form leaves it  ; INV ; 100001   ; my-1        ; 100001
         enter(w, "PartID_txt(3)= P9 ;Desc_txt(3)= two words ;SalesPerson_txt= Jo ", false);
         enter(w, "Discount2_txt=12.5");
         ui.expectBox("Continue?", "Are you sure you want to update?", vbYes, vbYesNo + vbQuestion);
-        child<QPushButton>(w, "update_cmd")->click();
+        click(w, "update_cmd");
         QCOMPARE(stored("InvoiceD", LineColumns),
                  (QStringList{number + "||4||0|0|0", number + "||1||5|5|0", number + "|P9|2|two words|0.25|0.5|1"}));
         // Tax 0.0625 shows 0.06; the discount is 12.5 % of 5.50.
@@ -448,7 +440,7 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
                 ui.expectBox("Error Message", errorMessageText(b.right(1).toInt(), "frmAddInv", "Update_cmd",
                                                                standardErrorText(b.right(1).toInt())));
         }
-        QCOMPARE(endsProgram([&] { child<QPushButton>(w, "update_cmd")->click(); }), boxes.contains("fatal"));
+        QCOMPARE(endsProgram([&] { click(w, "update_cmd"); }), boxes.contains("fatal"));
         // What the file holds: a failed save's header and first line stay written.
         Database::closeAll();
         const bool midSave = typed == QLatin1String("1e99");
@@ -470,7 +462,7 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
         {
             frmAddInv w;
             setLines(w, "1|3|0;2|10|1;1|4|0");
-            child<QPushButton>(w, "update_cmd")->click();
+            click(w, "update_cmd");
         }
         settings.TaxAmount = 20;
         EditInvoiceMode = 1;
@@ -480,7 +472,7 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
         ui.expectBox("Confirm", "Are you sure you want to clear this line?", vbYes);
         trigger(w, 4);
         enter(w, "Qty_txt(2)=3;Paid_txt=10");
-        child<QPushButton>(w, "update_cmd")->click();
+        click(w, "update_cmd");
         QCOMPARE(stored("InvoiceD", LineColumns),
                  (QStringList{"INV099||1||1|999|0", "INV100001||2||10|20|1", "INV100001||3||4|12|0"}));
         QCOMPARE(stored("Invoices", "InvNo|TaxPer|Total|Paid|Balance") << settings.Invstart,
@@ -510,7 +502,7 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
             child<QLineEdit>(w, "Search_txt")->setText(typed);
             w.rules()->SearchPos = start;
             list->clearSelection();
-            child<QPushButton>(w, "search_cmd")->click();
+            click(w, "search_cmd");
             const QString row = list->selectedItems().isEmpty() ? "" : list->selectedItems().first()->text(0);
             QVERIFY2(row == found && text(w, "Found_lbl") == (*found ? "" : "Not Found"), typed);
         }

@@ -74,7 +74,7 @@ QString selectReport(TestUi& ui, frmReports& w, int index)
 {
     child<QListWidget>(w, "list1")->setCurrentRow(index);
     const auto shown = ui.reports.size();
-    child<QPushButton>(w, "select_cmd")->click();
+    click(w, "select_cmd");
     if (ui.reports.size() == shown)
         return QString();
     // The PDF's font joins "ff" and "fi"; the captions are compared as typed.
@@ -92,7 +92,7 @@ void exportNow(TestUi& ui, FrmExport& w, bool succeeds = true)
 {
     if (succeeds)
         ui.expectBox("Successful", "Export successfully completed.", vbOK, vbInformation);
-    child<QPushButton>(w, "Export_cmd")->click();
+    click(w, "Export_cmd");
 }
 
 QByteArray golden(const QString& name)

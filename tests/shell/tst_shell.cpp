@@ -215,7 +215,7 @@ private slots:
         auto w = startProgram(ui, {});
         ui.expectBox("Add to New Customer", "Do you want to add this invoice to a new customer", vbCancel,
                      vbYesNoCancel + vbQuestion);
-        child<QAction>(*w, "Toolbar1(5)")->trigger();
+        trigger(*w, 5);
         const char* windows[] = {"frmCustomer", "frmInvoice", "", "frmReports", "frmDebtor", "frm_Parts", "Help_frm"};
         for (int place = 1; place <= 13; place += 2) {
             const char* window = windows[place / 2];
@@ -232,7 +232,7 @@ private slots:
         QCOMPARE(HelpTopic.trimmed(), "help.htm");
         QCOMPARE(FrontCount, 7);
         QCOMPARE(busyCount(), 0);
-        child<QAction>(*w, "Toolbar1(15)")->trigger();
+        trigger(*w, 15);
         QVERIFY(w->unloaded());
         QVERIFY(!PlainConnection.isOpen());
         QVERIFY(!ShapeConnection.isOpen());

@@ -9,9 +9,12 @@
 #include "store/Functions.h"
 #include "store/Recordset.h"
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QDialog>
 #include <QFile>
 #include <QHash>
+#include <QLineEdit>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -204,6 +207,32 @@ QStringList columnValues(const QString& table, const QString& column)
     for (; !rs.eof(); rs.moveNext())
         values << Null_to_text(rs.field(column));
     return values;
+}
+
+QStringList tableRows(const QString& table, const QStringList& columns)
+{
+    QStringList out = columnValues(table, columns[0]);
+    for (const QString& c : columns.mid(1))
+        for (qsizetype i = 0; const QString& v : columnValues(table, c))
+            out[i++] += '|' + v;
+    return out;
+}
+
+void trigger(QWidget& window, int place)
+{
+    child<QAction>(window, QStringLiteral("Toolbar1(%1)").arg(place))->trigger();
+}
+
+void click(QWidget& window, const QString& name)
+{
+    child<QAbstractButton>(window, name)->click();
+}
+
+void typeInto(QWidget& window, const QString& name, const QString& text)
+{
+    auto* box = child<QLineEdit>(window, name);
+    box->clear();
+    QTest::keyClicks(box, text);
 }
 
 void showUp(QWidget& window)

@@ -82,6 +82,8 @@ void addSettingsRow(const QMap<QString, Value>& values);
 void addRow(const QString& table, const QMap<QString, Value>& values);
 // The values of a column, in table order.
 QStringList columnValues(const QString& table, const QString& column);
+// The rows of a table, each as the named columns' texts joined by "|", in table order.
+QStringList tableRows(const QString& table, const QStringList& columns);
 
 QByteArray fileBytes(const QString& path);
 // The rows of a list, each as its cells joined by the separator.
@@ -96,6 +98,12 @@ template <class T> T* child(QWidget& window, const QString& name)
         qFatal("no control %s in %s", qPrintable(name), qPrintable(window.objectName()));
     return c;
 }
+
+// What a user does to a window's controls, found by name: a toolbar button by its place
+// (Toolbar1(place)), a button clicked, a box cleared and typed into key by key.
+void trigger(QWidget& window, int place);
+void click(QWidget& window, const QString& name);
+void typeInto(QWidget& window, const QString& name, const QString& text);
 
 // Runs an outside program that dev/tools.list names, waits for it, and gives its standard
 // output. A program missing from the list or the machine fails the running test, naming
