@@ -19,6 +19,7 @@
 #include <QTabBar>
 
 using namespace platform;
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -210,30 +211,12 @@ private slots:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("freeForm"); // the tick to click first, if any
         QTest::addColumn<QString>("title");    // of the box; none: accepted
-        QTest::newRow("invoice too short") << "InvStart_txt"
-                                           << "123"
-                                           << ""
-                                           << "Invoice Number";
-        QTest::newRow("invoice free form") << "InvStart_txt"
-                                           << "123"
-                                           << "Inv_chk"
-                                           << "";
-        QTest::newRow("item too short") << "PrtStart_txt"
-                                        << "999"
-                                        << ""
-                                        << "Item Number";
-        QTest::newRow("customer too short") << "CusStart_txt"
-                                            << "12"
-                                            << ""
-                                            << "Customer Number";
-        QTest::newRow("credit not checked") << "CrdStart_txt"
-                                            << "1"
-                                            << ""
-                                            << "";
-        QTest::newRow("four digits") << "InvStart_txt"
-                                     << "0001"
-                                     << ""
-                                     << "";
+        QTest::newRow("invoice too short") << u"InvStart_txt"_s << u"123"_s << u""_s << u"Invoice Number"_s;
+        QTest::newRow("invoice free form") << u"InvStart_txt"_s << u"123"_s << u"Inv_chk"_s << u""_s;
+        QTest::newRow("item too short") << u"PrtStart_txt"_s << u"999"_s << u""_s << u"Item Number"_s;
+        QTest::newRow("customer too short") << u"CusStart_txt"_s << u"12"_s << u""_s << u"Customer Number"_s;
+        QTest::newRow("credit not checked") << u"CrdStart_txt"_s << u"1"_s << u""_s << u""_s;
+        QTest::newRow("four digits") << u"InvStart_txt"_s << u"0001"_s << u""_s << u""_s;
     }
 
     void wizardLengthCheck()
