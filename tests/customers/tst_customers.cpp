@@ -212,35 +212,44 @@ private slots:
 
     // Keys that move or command are no change: only a typed character makes Exit ask. A refused
     // save on the way out closes the window all the same.
+    void onlyTypingIsAChange_data()
+    {
+        QTest::addColumn<bool>("newCustomer");
+        QTest::addColumn<QString>("letters"); // typed after three Tabs from the first name
+        QTest::addColumn<bool>("copy");       // the copy button pressed
+        QTest::addColumn<int>("answer");      // to "save changes?"; 0: not asked
+        QTest::newRow("old, moved only") << false << "" << false << 0;
+        QTest::newRow("old, typed, not saved") << false << "x" << false << int(vbNo);
+        QTest::newRow("new, copied only") << true << "" << true << 0;
+        QTest::newRow("new, typed, saved") << true << "x" << false << int(vbYes);
+    }
+
     void onlyTypingIsAChange()
     {
-        // New customer?, letters typed after three Tabs from the first name, copy pressed, the answer to
-        // "save changes?" (0: not asked).
-        const std::tuple<bool, const char*, bool, int> rows[] = {
-            {false, "", false, 0}, {false, "x", false, vbNo}, {true, "", true, 0}, {true, "x", false, vbYes}};
-        for (const auto& [newCustomer, letters, copy, answer] : rows) {
-            TestUi ui;
-            auto main = startProgram(ui, {{"CustStart", "100001"}, {"CustPrefix", "CUS"}});
-            addRow("Customers", customer("CUS1", "Brown"));
-            NewCustomerMode = newCustomer ? 1 : 0;
-            SelectedCustID = "CUS1";
-            frmAddCust w;
-            showUp(w);
-            child<QLineEdit>(w, "FirstName_txt")->setFocus();
-            for (int i = 0; i < 3; ++i)
-                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            QTest::keyClicks(QApplication::focusWidget(), letters);
-            if (copy)
-                click(w, "copy_cmd");
-            if (answer)
-                ui.expectBox("Save Changes", "Do you wish to save changes?", answer);
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::AltModifier); // "&Exit", pressed on screen
-            QTRY_VERIFY(!w.isVisible());
-            const QString row = QStringLiteral("new %1, typed '%2': ").arg(newCustomer).arg(letters);
-            QCOMPARE(row + QString::number(ui.beeps) + ' ' + columnValues("Customers", "FirstName").join(','),
-                     row + (answer == vbYes ? "1" : "0") + " Ann");
-            VERIFY_UI(ui);
-        }
+        QFETCH(bool, newCustomer);
+        QFETCH(QString, letters);
+        QFETCH(bool, copy);
+        QFETCH(int, answer);
+        TestUi ui;
+        auto main = startProgram(ui, {{"CustStart", "100001"}, {"CustPrefix", "CUS"}});
+        addRow("Customers", customer("CUS1", "Brown"));
+        NewCustomerMode = newCustomer ? 1 : 0;
+        SelectedCustID = "CUS1";
+        frmAddCust w;
+        showUp(w);
+        child<QLineEdit>(w, "FirstName_txt")->setFocus();
+        for (int i = 0; i < 3; ++i)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QTest::keyClicks(QApplication::focusWidget(), letters);
+        if (copy)
+            click(w, "copy_cmd");
+        if (answer)
+            ui.expectBox("Save Changes", "Do you wish to save changes?", answer);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::AltModifier); // "&Exit", pressed on screen
+        QTRY_VERIFY(!w.isVisible());
+        QCOMPARE(ui.beeps, answer == vbYes ? 1 : 0);
+        QCOMPARE(columnValues("Customers", "FirstName"), QStringList{"Ann"});
+        VERIFY_UI(ui);
     }
 
     void customisationShowsAtOnce()
