@@ -372,45 +372,66 @@ private slots:
 
     // Apply, OK and "Check Prefix Numbers" begin with the length and in-use checks; a
     // failure shows the Prefixes page under the tab that was selected, and saves nothing.
-    void optionsNumberChecks()
+    void optionsNumberChecks_data()
     {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("start"); // the box typed into
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("freeForm"); // the tick to click first, if any
+        QTest::addColumn<QString>("message");  // "title|text" of the box
         const QString inUse = " Number Already In Use|This %1 number has already been used. Please try again!";
         const QString allOk = "All OK|All prefix numbers are OK";
-        const std::tuple<const char*, const char*, const char*, const char*, QString> rows[] = {
-            // command, start box, typed, free-form tick, "title|text" of the box
-            {"cmdApply", "InvStart_txt", "  12", "", "Invoice Number|" + TooShort},
-            {"cmdOK", "PrtStart_txt", "123", "", "Item Number|" + TooShort},
-            {"cmdOK", "InvStart_txt", "100007", "", "Invoice" + inUse.arg("Invoice")}, // stored as "inv"
-            {"cmdApply", "CusStart_txt", "100007", "", "Customer" + inUse.arg("Customer")},
-            {"CheckRanges_cmd", "PrtStart_txt", "100007", "", "Item\\Part" + inUse.arg("Item\\Part")},
-            {"CheckRanges_cmd", "CusStart_txt", "12", "Cus_chk", allOk},
-            {"CheckRanges_cmd", "CrdStart_txt", "1", "", allOk}}; // the credit series is never checked
-        for (const auto& [command, start, typed, freeForm, message] : rows) {
-            TestUi ui;
-            makeDataFile(UsedRow + "|InvPrefix=inv");
-            addRow("Invoices", {{"InvNo", "INV100007"}});
-            addRow("Customers", {{"CustID", "CUS100007"}});
-            addRow("Parts", {{"ID", "PRT100007"}});
-            const bool refused = message != allOk;
-            auto w = openOptions(ui, {}, [&](QDialog& d) {
-                showUp(d);
-                auto* tabs = child<QTabBar>(d, "tbsOptions");
-                tabs->setCurrentIndex(6);
-                if (*freeForm)
-                    click(d, freeForm);
-                box(d, start)->setText(typed);
-                box(d, "Name_txt")->setText("Changed");
-                ui.expectBox(message.section('|', 0, 0), message.section('|', 1), vbOK,
-                             refused ? vbExclamation : vbInformation);
-                click(d, command);
-                QVERIFY2(!refused || (d.isVisible() && shown(d, "Frame1(2)") && !shown(d, "Frame1(6)") &&
-                                      tabs->currentIndex() == 6 && QApplication::focusWidget() == box(d, start)),
-                         qPrintable(QString(command) + ' ' + start));
-                click(d, "cmdCancel");
-            });
-            VERIFY_UI(ui);
-            QCOMPARE(columnValues("System", "BusinessName"), QStringList{"Velk Ltd"});
-        }
+        QTest::newRow("Apply, invoice too short")
+            << u"cmdApply"_s << u"InvStart_txt"_s << u"  12"_s << u""_s << "Invoice Number|" + TooShort;
+        QTest::newRow("OK, item too short")
+            << u"cmdOK"_s << u"PrtStart_txt"_s << u"123"_s << u""_s << "Item Number|" + TooShort;
+        QTest::newRow("OK, invoice in use") // stored as "inv"
+            << u"cmdOK"_s << u"InvStart_txt"_s << u"100007"_s << u""_s << "Invoice" + inUse.arg("Invoice");
+        QTest::newRow("Apply, customer in use")
+            << u"cmdApply"_s << u"CusStart_txt"_s << u"100007"_s << u""_s << "Customer" + inUse.arg("Customer");
+        QTest::newRow("check, item in use") << u"CheckRanges_cmd"_s << u"PrtStart_txt"_s << u"100007"_s << u""_s
+                                            << "Item\\Part" + inUse.arg("Item\\Part");
+        QTest::newRow("check, customer free form")
+            << u"CheckRanges_cmd"_s << u"CusStart_txt"_s << u"12"_s << u"Cus_chk"_s << allOk;
+        QTest::newRow("check, credit never checked")
+            << u"CheckRanges_cmd"_s << u"CrdStart_txt"_s << u"1"_s << u""_s << allOk;
+    }
+
+    void optionsNumberChecks()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, start);
+        QFETCH(QString, typed);
+        QFETCH(QString, freeForm);
+        QFETCH(QString, message);
+        TestUi ui;
+        makeDataFile(UsedRow + "|InvPrefix=inv");
+        addRow("Invoices", {{"InvNo", "INV100007"}});
+        addRow("Customers", {{"CustID", "CUS100007"}});
+        addRow("Parts", {{"ID", "PRT100007"}});
+        const bool refused = !message.startsWith("All OK|");
+        auto w = openOptions(ui, {}, [&](QDialog& d) {
+            showUp(d);
+            auto* tabs = child<QTabBar>(d, "tbsOptions");
+            tabs->setCurrentIndex(6);
+            if (!freeForm.isEmpty())
+                click(d, freeForm);
+            box(d, start)->setText(typed);
+            box(d, "Name_txt")->setText("Changed");
+            ui.expectBox(message.section('|', 0, 0), message.section('|', 1), vbOK,
+                         refused ? vbExclamation : vbInformation);
+            click(d, command);
+            if (refused) {
+                QVERIFY(d.isVisible());
+                QVERIFY(shown(d, "Frame1(2)"));
+                QVERIFY(!shown(d, "Frame1(6)"));
+                QCOMPARE(tabs->currentIndex(), 6);
+                QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(box(d, start)));
+            }
+            click(d, "cmdCancel");
+        });
+        VERIFY_UI(ui);
+        QCOMPARE(columnValues("System", "BusinessName"), QStringList{"Velk Ltd"});
     }
 
     // The logo's path: 200 characters at most, and a cancelled dialog keeps the last choice.
