@@ -98,7 +98,8 @@ private slots:
         QSet<QString> seen;
         for (const SettingsColumn& c : settingsColumns()) {
             const ColumnDef* column = system->column(QLatin1String(c.column));
-            QVERIFY2(column && !seen.contains(QString(c.column).toLower()), c.column);
+            QVERIFY2(column, c.column);
+            QVERIFY2(!seen.contains(QString(c.column).toLower()), c.column);
             QVERIFY2(c.width <= 0 || column->size >= c.width, c.column);
             seen.insert(QString(c.column).toLower());
         }
