@@ -41,7 +41,30 @@ void prepare(Series s, const QString& prefix, const QString& next, bool freeForm
         addRow(f.table, {{f.key, id}});
 }
 
+struct ProposalCase {
+    const char* name;
+    Series series;
+    QString prefix, next;
+    bool freeForm;
+    QStringList taken;
+    QString number;
+};
+struct AdvanceCase {
+    const char* name;
+    Series series;
+    QString next, saved, advanced;
+};
+struct InUseCase {
+    const char* name;
+    Series series;
+    QString taken, number, what;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(ProposalCase)
+Q_DECLARE_METATYPE(AdvanceCase)
+Q_DECLARE_METATYPE(InUseCase)
 
 class NumberingTest : public QObject
 {
@@ -50,140 +73,85 @@ private slots:
     // Invoices take prefix and next number as they are; customers and items skip taken ones.
     void proposal_data()
     {
-        QTest::addColumn<int>("series");
-        QTest::addColumn<QString>("prefix");
-        QTest::addColumn<QString>("next");
-        QTest::addColumn<bool>("freeForm");
-        QTest::addColumn<QStringList>("taken");
-        QTest::addColumn<QString>("number"); // "(open)": an empty box open for typing
-        QTest::newRow("invoice: no look-up") << int(Series::Invoice) << "INV"
-                                             << "100001" << false << QStringList{"INV100001"} << "INV100001";
-        QTest::newRow("invoice: parts trimmed") << int(Series::Invoice) << " INV "
-                                                << "0042 " << false << QStringList{} << "INV0042";
-        QTest::newRow("invoice: free form") << int(Series::Invoice) << "INV"
-                                            << "100001" << true << QStringList{} << "(open)";
-        QTest::newRow("customer: skipped")
-            << int(Series::Customer) << "CUS"
-            << "1001" << false << QStringList{"CUS1001", "CUS1002", "CUS1004"} << "CUS1003";
-        QTest::newRow("customer: upper-cased") << int(Series::Customer) << "cus"
-                                               << "100001" << false << QStringList{"CUS100001"} << "cus100002";
-        QTest::newRow("customer: width kept") << int(Series::Customer) << "C"
-                                              << "0099" << false << QStringList{"C0099"} << "C0100";
-        QTest::newRow("customer: blank prefix") << int(Series::Customer) << ""
-                                                << "1000" << false << QStringList{"1000"} << "1001";
-        QTest::newRow("customer: free form") << int(Series::Customer) << "CUS"
-                                             << "100001" << true << QStringList{"CUS100001"} << "(open)";
-        QTest::newRow("item: exact match skipped") << int(Series::Item) << "PRT"
-                                                   << "100001" << false << QStringList{"PRT100001"} << "PRT100002";
-        QTest::newRow("item: other case not skipped") << int(Series::Item) << "PRT"
-                                                      << "100001" << false << QStringList{"prt100001"} << "PRT100001";
-        QTest::newRow("item: free form") << int(Series::Item) << "PRT"
-                                         << "100001" << true << QStringList{} << "(open)";
+        const ProposalCase rows[] = {
+            // prefix, next number, free form, numbers taken, the proposal ("(open)": an empty box open for typing)
+            {"invoice: no look-up", Series::Invoice, "INV", "100001", false, {"INV100001"}, "INV100001"},
+            {"invoice: parts trimmed", Series::Invoice, " INV ", "0042 ", false, {}, "INV0042"},
+            {"invoice: free form", Series::Invoice, "INV", "100001", true, {}, "(open)"},
+            {"customer: skipped", Series::Customer, "CUS", "1001", false, {"CUS1001", "CUS1002", "CUS1004"}, "CUS1003"},
+            {"customer: upper-cased", Series::Customer, "cus", "100001", false, {"CUS100001"}, "cus100002"},
+            {"customer: width kept", Series::Customer, "C", "0099", false, {"C0099"}, "C0100"},
+            {"customer: blank prefix", Series::Customer, "", "1000", false, {"1000"}, "1001"},
+            {"customer: free form", Series::Customer, "CUS", "100001", true, {"CUS100001"}, "(open)"},
+            {"item: exact match skipped", Series::Item, "PRT", "100001", false, {"PRT100001"}, "PRT100002"},
+            {"item: other case not skipped", Series::Item, "PRT", "100001", false, {"prt100001"}, "PRT100001"},
+            {"item: free form", Series::Item, "PRT", "100001", true, {}, "(open)"}};
+
+        addCases(rows);
     }
 
     void proposal()
     {
-        QFETCH(int, series);
-        QFETCH(QString, prefix);
-        QFETCH(QString, next);
-        QFETCH(bool, freeForm);
-        QFETCH(QStringList, taken);
-        QFETCH(QString, number);
+        QFETCH(ProposalCase, row);
         TestUi ui;
-        const Series s = Series(series);
-        prepare(s, prefix, next, freeForm, taken);
-        const Proposal p = Propose_number(s);
-        QCOMPARE((p.enabled ? "(open)" : "") + p.number, number);
-        QCOMPARE(*fields(s).next, next); // proposing never moves the series
+        prepare(row.series, row.prefix, row.next, row.freeForm, row.taken);
+        const Proposal p = Propose_number(row.series);
+        QCOMPARE((p.enabled ? "(open)" : "") + p.number, row.number);
+        QCOMPARE(*fields(row.series).next, row.next); // proposing never moves the series
         VERIFY_UI(ui);
     }
 
     // The digits of the saved number plus one, at the width of the current next number.
     void advance_data()
     {
-        QTest::addColumn<int>("series");
-        QTest::addColumn<QString>("next");
-        QTest::addColumn<QString>("saved");
-        QTest::addColumn<QString>("advanced");
-        QTest::newRow("invoice") << int(Series::Invoice) << "100001"
-                                 << "INV100001"
-                                 << "100002";
-        QTest::newRow("wraps at the width") << int(Series::Invoice) << "9999"
-                                            << "INV9999"
-                                            << "0000";
-        QTest::newRow("leading zeros kept") << int(Series::Invoice) << "0042"
-                                            << "INV0042"
-                                            << "0043";
-        QTest::newRow("short number edited by hand") << int(Series::Invoice) << "99"
-                                                     << "INV99"
-                                                     << "00";
-        QTest::newRow("prefix digits cut off") << int(Series::Customer) << "100001"
-                                               << "A1100001"
-                                               << "100002";
-        QTest::newRow("past a skipped proposal") << int(Series::Customer) << "100001"
-                                                 << "CUS100003"
-                                                 << "100004";
-        QTest::newRow("blank prefix") << int(Series::Item) << "1000"
-                                      << "1000"
-                                      << "1001";
-        QTest::newRow("wider saved number") << int(Series::Item) << "0001"
-                                            << "PRT123456"
-                                            << "3457";
+        const AdvanceCase rows[] = {// next number, number saved, next number after
+                                    {"invoice", Series::Invoice, "100001", "INV100001", "100002"},
+                                    {"wraps at the width", Series::Invoice, "9999", "INV9999", "0000"},
+                                    {"leading zeros kept", Series::Invoice, "0042", "INV0042", "0043"},
+                                    {"short number edited by hand", Series::Invoice, "99", "INV99", "00"},
+                                    {"prefix digits cut off", Series::Customer, "100001", "A1100001", "100002"},
+                                    {"past a skipped proposal", Series::Customer, "100001", "CUS100003", "100004"},
+                                    {"blank prefix", Series::Item, "1000", "1000", "1001"},
+                                    {"wider saved number", Series::Item, "0001", "PRT123456", "3457"}};
+
+        addCases(rows);
     }
 
     void advance()
     {
-        QFETCH(int, series);
-        QFETCH(QString, next);
-        QFETCH(QString, saved);
-        QFETCH(QString, advanced);
+        QFETCH(AdvanceCase, row);
         TestUi ui;
-        const Series s = Series(series);
-        prepare(s, "X", next, false, {});
-        Advance_number(s, saved);
-        const SeriesFields f = fields(s);
-        QCOMPARE(columnValues("System", f.nextColumn), QStringList{advanced});
-        QCOMPARE(*f.next, advanced);
+        prepare(row.series, "X", row.next, false, {});
+        Advance_number(row.series, row.saved);
+        const SeriesFields f = fields(row.series);
+        QCOMPARE(columnValues("System", f.nextColumn), QStringList{row.advanced});
+        QCOMPARE(*f.next, row.advanced);
         VERIFY_UI(ui);
     }
 
     // Compared upper-cased; a taken number is told with the series' own box.
     void inUse_data()
     {
-        QTest::addColumn<int>("series");
-        QTest::addColumn<QString>("taken");
-        QTest::addColumn<QString>("number");
-        QTest::addColumn<QString>("what"); // the series in the box; none: free
-        QTest::newRow("invoice, other case") << int(Series::Invoice) << "INV100001"
-                                             << "inv100001"
-                                             << "Invoice";
-        QTest::newRow("customer") << int(Series::Customer) << "CUS100001"
-                                  << "CUS100001"
-                                  << "Customer";
-        QTest::newRow("item") << int(Series::Item) << "prt7"
-                              << "PRT7"
-                              << "Item\\Part";
-        QTest::newRow("free: the next key differs") << int(Series::Customer) << "CUS100002"
-                                                    << "CUS100001"
-                                                    << "";
-        QTest::newRow("free: a longer key follows") << int(Series::Item) << "PRT10"
-                                                    << "PRT1"
-                                                    << "";
+        const InUseCase rows[] = {// number taken, number asked, the series in the box (none: free)
+                                  {"invoice, other case", Series::Invoice, "INV100001", "inv100001", "Invoice"},
+                                  {"customer", Series::Customer, "CUS100001", "CUS100001", "Customer"},
+                                  {"item", Series::Item, "prt7", "PRT7", "Item\\Part"},
+                                  {"free: the next key differs", Series::Customer, "CUS100002", "CUS100001", ""},
+                                  {"free: a longer key follows", Series::Item, "PRT10", "PRT1", ""}};
+
+        addCases(rows);
     }
 
     void inUse()
     {
-        QFETCH(int, series);
-        QFETCH(QString, taken);
-        QFETCH(QString, number);
-        QFETCH(QString, what);
+        QFETCH(InUseCase, row);
         TestUi ui;
-        const Series s = Series(series);
-        prepare(s, "", "1000", false, {taken});
+        prepare(row.series, "", "1000", false, {row.taken});
+        const QString& what = row.what;
         if (!what.isEmpty())
             ui.expectBox(what + " Number Already In Use",
                          "This " + what + " number has already been used. Please try again!", vbOK, vbExclamation);
-        QCOMPARE(Number_in_use(s, number), !what.isEmpty());
+        QCOMPARE(Number_in_use(row.series, row.number), !what.isEmpty());
         VERIFY_UI(ui);
     }
 };

@@ -105,6 +105,15 @@ void trigger(QWidget& window, int place);
 void click(QWidget& window, const QString& name);
 void typeInto(QWidget& window, const QString& name, const QString& text);
 
+// A table of cases as the rows of a data function: one column "row", each row named by its
+// case's name, so that every case runs and a failure names it. Read with QFETCH(Case, row).
+template <class Case, std::size_t N> void addCases(const Case (&cases)[N])
+{
+    QTest::addColumn<Case>("row");
+    for (const Case& c : cases)
+        QTest::newRow(c.name) << c;
+}
+
 // Runs an outside program that dev/tools.list names, waits for it, and gives its standard
 // output. A program missing from the list or the machine fails the running test, naming
 // the Debian package to install: tests never skip for want of a tool.
