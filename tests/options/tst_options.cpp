@@ -29,6 +29,18 @@ const QString Reminder1 = "We have not been able to register payment for the inv
 const QString LongTerms = QString(230, 't') + " end";
 const QString TooShort = "Please enter a number 4 or more numbers long!";
 const QString Update = "Are you sure you want to update?";
+const QString AllOk = "All OK|All prefix numbers are OK";
+
+// A number typed into a start box, after the free-form tick if any, then Finish or a command;
+// the box that tells the outcome ("title", or "title|text"; none: accepted).
+struct LengthCase {
+    const char* name;
+    QString start, typed, freeForm, title;
+};
+struct NumberCheckCase {
+    const char* name;
+    QString command, start, typed, freeForm, message;
+};
 
 // A settings row as a user may have it after some use of the program, as "Column=text|...".
 const QString UsedRow = "BusinessName=Velk Ltd|Address=1 High St|Phone=0123|Mobile=07|Email=a@b.c|Web=velk.example|"
@@ -48,6 +60,9 @@ QString invoiceRow(const QString& type)
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(LengthCase)
+Q_DECLARE_METATYPE(NumberCheckCase)
 
 class OptionsTest : public QObject
 {
@@ -207,24 +222,19 @@ private slots:
     // Finish checks the length of the invoice, item and customer numbers, in that order.
     void wizardLengthCheck_data()
     {
-        QTest::addColumn<QString>("start");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("freeForm"); // the tick to click first, if any
-        QTest::addColumn<QString>("title");    // of the box; none: accepted
-        QTest::newRow("invoice too short") << u"InvStart_txt"_s << u"123"_s << u""_s << u"Invoice Number"_s;
-        QTest::newRow("invoice free form") << u"InvStart_txt"_s << u"123"_s << u"Inv_chk"_s << u""_s;
-        QTest::newRow("item too short") << u"PrtStart_txt"_s << u"999"_s << u""_s << u"Item Number"_s;
-        QTest::newRow("customer too short") << u"CusStart_txt"_s << u"12"_s << u""_s << u"Customer Number"_s;
-        QTest::newRow("credit not checked") << u"CrdStart_txt"_s << u"1"_s << u""_s << u""_s;
-        QTest::newRow("four digits") << u"InvStart_txt"_s << u"0001"_s << u""_s << u""_s;
+        const LengthCase rows[] = {{"invoice too short", "InvStart_txt", "123", "", "Invoice Number"},
+                                   {"invoice free form", "InvStart_txt", "123", "Inv_chk", ""},
+                                   {"item too short", "PrtStart_txt", "999", "", "Item Number"},
+                                   {"customer too short", "CusStart_txt", "12", "", "Customer Number"},
+                                   {"credit not checked", "CrdStart_txt", "1", "", ""},
+                                   {"four digits", "InvStart_txt", "0001", "", ""}};
+        addCases(rows);
     }
 
     void wizardLengthCheck()
     {
-        QFETCH(QString, start);
-        QFETCH(QString, typed);
-        QFETCH(QString, freeForm);
-        QFETCH(QString, title);
+        QFETCH(LengthCase, row);
+        const auto& [name, start, typed, freeForm, title] = row;
         TestUi ui;
         makeDataFile();
         frm_setup d;
@@ -374,42 +384,30 @@ private slots:
     // failure shows the Prefixes page under the tab that was selected, and saves nothing.
     void optionsNumberChecks_data()
     {
-        QTest::addColumn<QString>("command");
-        QTest::addColumn<QString>("start"); // the box typed into
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("freeForm"); // the tick to click first, if any
-        QTest::addColumn<QString>("message");  // "title|text" of the box
         const QString inUse = " Number Already In Use|This %1 number has already been used. Please try again!";
-        const QString allOk = "All OK|All prefix numbers are OK";
-        QTest::newRow("Apply, invoice too short")
-            << u"cmdApply"_s << u"InvStart_txt"_s << u"  12"_s << u""_s << "Invoice Number|" + TooShort;
-        QTest::newRow("OK, item too short")
-            << u"cmdOK"_s << u"PrtStart_txt"_s << u"123"_s << u""_s << "Item Number|" + TooShort;
-        QTest::newRow("OK, invoice in use") // stored as "inv"
-            << u"cmdOK"_s << u"InvStart_txt"_s << u"100007"_s << u""_s << "Invoice" + inUse.arg("Invoice");
-        QTest::newRow("Apply, customer in use")
-            << u"cmdApply"_s << u"CusStart_txt"_s << u"100007"_s << u""_s << "Customer" + inUse.arg("Customer");
-        QTest::newRow("check, item in use") << u"CheckRanges_cmd"_s << u"PrtStart_txt"_s << u"100007"_s << u""_s
-                                            << "Item\\Part" + inUse.arg("Item\\Part");
-        QTest::newRow("check, customer free form")
-            << u"CheckRanges_cmd"_s << u"CusStart_txt"_s << u"12"_s << u"Cus_chk"_s << allOk;
-        QTest::newRow("check, credit never checked")
-            << u"CheckRanges_cmd"_s << u"CrdStart_txt"_s << u"1"_s << u""_s << allOk;
+        const NumberCheckCase rows[] = {
+            {"Apply, invoice too short", "cmdApply", "InvStart_txt", "  12", "", "Invoice Number|" + TooShort},
+            {"OK, item too short", "cmdOK", "PrtStart_txt", "123", "", "Item Number|" + TooShort},
+            {"OK, invoice in use", "cmdOK", "InvStart_txt", "100007", "",
+             "Invoice" + inUse.arg("Invoice")}, // stored as "inv"
+            {"Apply, customer in use", "cmdApply", "CusStart_txt", "100007", "", "Customer" + inUse.arg("Customer")},
+            {"check, item in use", "CheckRanges_cmd", "PrtStart_txt", "100007", "",
+             "Item\\Part" + inUse.arg("Item\\Part")},
+            {"check, customer free form", "CheckRanges_cmd", "CusStart_txt", "12", "Cus_chk", AllOk},
+            {"check, credit never checked", "CheckRanges_cmd", "CrdStart_txt", "1", "", AllOk}};
+        addCases(rows);
     }
 
     void optionsNumberChecks()
     {
-        QFETCH(QString, command);
-        QFETCH(QString, start);
-        QFETCH(QString, typed);
-        QFETCH(QString, freeForm);
-        QFETCH(QString, message);
+        QFETCH(NumberCheckCase, row);
+        const auto& [name, command, start, typed, freeForm, message] = row;
         TestUi ui;
         makeDataFile(UsedRow + "|InvPrefix=inv");
         addRow("Invoices", {{"InvNo", "INV100007"}});
         addRow("Customers", {{"CustID", "CUS100007"}});
         addRow("Parts", {{"ID", "PRT100007"}});
-        const bool refused = !message.startsWith("All OK|");
+        const bool refused = message != AllOk;
         auto w = openOptions(ui, {}, [&](QDialog& d) {
             showUp(d);
             auto* tabs = child<QTabBar>(d, "tbsOptions");
