@@ -20,21 +20,6 @@ using namespace platform;
 namespace
 {
 
-// Makes a data file with these System rows, as a previous run would have left it.
-void makeDataFile(TestUi& ui, const QList<QMap<QString, Value>>& rows)
-{
-    {
-        frmMain first;
-        first.MDIForm_Load();
-        for (const auto& row : rows)
-            addSettingsRow(row);
-        first.close();
-    }
-    Database::closeAll();
-    resetGlobals();
-    ui.clearProblems();
-}
-
 QString errorBox(int number, const QString& procedure)
 {
     return errorMessageText(number, "frmMain", procedure, standardErrorText(number));

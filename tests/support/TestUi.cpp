@@ -164,17 +164,23 @@ bool endsProgram(const std::function<void()>& code)
     return false;
 }
 
-std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& settingsRow)
+void makeDataFile(TestUi& ui, const QList<QMap<QString, Value>>& settingsRows)
 {
     {
         frmMain first;
         first.MDIForm_Load();
-        addSettingsRow(settingsRow);
+        for (const auto& row : settingsRows)
+            addSettingsRow(row);
         first.close();
     }
     Database::closeAll();
     resetGlobals();
     ui.clearProblems();
+}
+
+std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& settingsRow)
+{
+    makeDataFile(ui, {settingsRow});
     auto w = std::make_unique<frmMain>();
     w->MDIForm_Load();
     platform::activate(w.get()); // the first coming to the front, as at a start

@@ -74,6 +74,9 @@ private:
     QStringList problems_;
 };
 
+// Leaves a data file in the test's folder with these System rows, as an earlier run would
+// have, and the program ended.
+void makeDataFile(TestUi& ui, const QList<QMap<QString, Value>>& settingsRows);
 // Starts the program in the test's folder, as after the first run, on a settings row of the values given.
 std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& settingsRow);
 // Rows of the running program's data file; a settings row has the required columns and
