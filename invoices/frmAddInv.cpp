@@ -615,9 +615,8 @@ void frmAddInv::lineLeft(Place place)
     }
 }
 
-// One plain pass over the eight rows. Every figure goes through its two-decimal text and
-// is read back from it, so each step rounds as the invoice shows it; the tax alone is
-// summed exactly, line by line at four decimals.
+// The totals pass under the failure trap; a failure turns the busy pointer off before
+// the trap reports it.
 void frmAddInv::Calc_Totals()
 {
     Trap(objectName(), "Calc_Totals", [this] {
@@ -630,8 +629,10 @@ void frmAddInv::Calc_Totals()
     });
 }
 
-// Each figure is read back from the very text its field is given, held here as that
-// text; a field is written only when its text changes, the pass being run on every key.
+// One plain pass over the eight rows. Every figure goes through its two-decimal text and
+// is read back from it, so each step rounds as the invoice shows it; the tax alone is
+// summed exactly, line by line at four decimals. A field is written only when its text
+// changes, the pass being run on every key.
 void frmAddInv::Calc()
 {
     Currency taxSum;
