@@ -86,7 +86,6 @@ class OptionsTest : public QObject
             QCOMPARE(p.section('=', 0, 0) + '=' + columnValues("System", p.section('=', 0, 0)).value(0), p);
     }
     static int settingsRows() { return int(columnValues("System", "BusinessName").size()); }
-    static void click(QWidget& w, const QString& name) { child<QAbstractButton>(w, name)->click(); }
     static QLineEdit* box(QWidget& w, const QString& name) { return child<QLineEdit>(w, name); }
     static bool shown(QWidget& w, const QString& name) { return !child<QWidget>(w, name)->isHidden(); }
     // The texts of controls, whatever their kind.
