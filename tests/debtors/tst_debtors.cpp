@@ -55,10 +55,7 @@ QTreeWidget* list(QWidget& w)
 // The three period totals and the grand total.
 QStringList totals(QWidget& w)
 {
-    QStringList out;
-    for (const char* label : {"total30", "total60", "Total61", "TotalG"})
-        out << child<QLabel>(w, QLatin1String(label))->text();
-    return out;
+    return texts(w, {"total30", "total60", "Total61", "TotalG"});
 }
 
 // Ticks the rows of the invoices given; returns the invoice numbers of the ticked rows in display order.

@@ -99,12 +99,7 @@ const auto familyB = [](int type) { return type == 2 || type == 4; };
 // The texts of the fields or labels "name|name|...", joined the same way.
 QString text(QWidget& w, const QString& names)
 {
-    QStringList texts;
-    for (const QString& name : names.split('|')) {
-        auto* e = w.findChild<QLineEdit*>(name);
-        texts << (e ? e->text() : child<QLabel>(w, name)->text());
-    }
-    return texts.join('|');
+    return texts(w, names.split('|')).join('|');
 }
 
 // Fields "name=text;...": typed key by key, or set at once as pasted.

@@ -88,16 +88,6 @@ class OptionsTest : public QObject
     static int settingsRows() { return int(columnValues("System", "BusinessName").size()); }
     static QLineEdit* box(QWidget& w, const QString& name) { return child<QLineEdit>(w, name); }
     static bool shown(QWidget& w, const QString& name) { return !child<QWidget>(w, name)->isHidden(); }
-    // The texts of controls, whatever their kind.
-    static QStringList texts(QWidget& w, const QStringList& names)
-    {
-        QStringList out;
-        for (const QString& name : names) {
-            QWidget* c = child<QWidget>(w, name);
-            out << c->property(qobject_cast<QPlainTextEdit*>(c) ? "plainText" : "text").toString();
-        }
-        return out;
-    }
     static QStringList ticked(QWidget& w, const QStringList& names)
     {
         QStringList out;

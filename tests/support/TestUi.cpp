@@ -15,6 +15,7 @@
 #include <QFile>
 #include <QHash>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -239,6 +240,16 @@ void typeInto(QWidget& window, const QString& name, const QString& text)
     auto* box = child<QLineEdit>(window, name);
     box->clear();
     QTest::keyClicks(box, text);
+}
+
+QStringList texts(QWidget& window, const QStringList& names)
+{
+    QStringList out;
+    for (const QString& name : names) {
+        QWidget* c = child<QWidget>(window, name);
+        out << c->property(qobject_cast<QPlainTextEdit*>(c) ? "plainText" : "text").toString();
+    }
+    return out;
 }
 
 void showUp(QWidget& window)

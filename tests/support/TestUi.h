@@ -107,6 +107,8 @@ template <class T> T* child(QWidget& window, const QString& name)
 void trigger(QWidget& window, int place);
 void click(QWidget& window, const QString& name);
 void typeInto(QWidget& window, const QString& name, const QString& text);
+// The texts of controls by name, whatever their kind.
+QStringList texts(QWidget& window, const QStringList& names);
 
 // A table of cases as the rows of a data function: one column "row", each row named by its
 // case's name, so that every case runs and a failure names it. Read with QFETCH(Case, row).
