@@ -290,14 +290,11 @@ private slots:
         path->setText(ui.file("missing"));
         ui.expectBox("Invalid Path", "Folder does not exist please try again!", vbOK, vbExclamation);
         exportNow(ui, w, false);
-        QFile old(ui.file("out.csv"));
-        QVERIFY(old.open(QIODevice::WriteOnly));
-        QCOMPARE(old.write("keep"), 4);
-        old.close();
+        writeFile(ui.file("out.csv"), "keep");
         path->setText(ui.dir());
         ui.expectBox("Overwrite?", "File already exists! Do wish to overwrite?", vbNo);
         exportNow(ui, w, false);
-        QCOMPARE(fileBytes(old.fileName()), QByteArray("keep"));
+        QCOMPARE(fileBytes(ui.file("out.csv")), QByteArray("keep"));
         name->setText("  a"); // only the test trims: the name keeps its blanks
         exportNow(ui, w);
         QCOMPARE(fileBytes(ui.file("  a.csv")), golden("SumCustomers.csv"));

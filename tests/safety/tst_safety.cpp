@@ -21,13 +21,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-void write(const QString& path, const QByteArray& bytes)
-{
-    QFile f(path);
-    f.open(QIODevice::WriteOnly);
-    f.write(bytes);
-}
-
 const QString SaveOk = "Save was Successful";
 const QString RestoreQuestion =
     "Are you very sure you want to restore this backup? This will overwrite your current data.";
@@ -126,11 +119,11 @@ private slots:
         QDir(ui.dir()).mkdir("sub");
         QDir(ui.dir()).mkdir("usb");
         QFile::link(data, ui.file("link.mdb"));
-        write(ui.file("old.mdb"), "previous backup");
+        writeFile(ui.file("old.mdb"), "previous backup");
         if (lies == "copy" || lies == "half")
-            write(source, fileBytes(data).first(fileBytes(data).size() / (lies == "half" ? 2 : 1)));
+            writeFile(source, fileBytes(data).first(fileBytes(data).size() / (lies == "half" ? 2 : 1)));
         else if (lies == "text")
-            write(source, "just some notes\n");
+            writeFile(source, "just some notes\n");
         else if (lies == "foreign")
             Database::create(source)->exec("CREATE TABLE Customers (x); CREATE TABLE Notes (y)");
         else if (lies == "link")
@@ -162,7 +155,7 @@ private slots:
         auto* import = child<QAction>(*w, "mnuImport");
         emit child<QMenu>(*w, "mnuTools")->aboutToShow();
         QVERIFY(!import->isEnabled()); // offered only when the file is there
-        write(ui.file("Invoices1.csv"), {});
+        writeFile(ui.file("Invoices1.csv"), {});
         emit child<QMenu>(*w, "mnuTools")->aboutToShow();
         import->trigger();
         QCOMPARE(columnValues("Customers", "CustID"), QStringList());
@@ -170,10 +163,10 @@ private slots:
         for (int i = 22; i <= 40; ++i)
             wide += ",f" + QByteArray::number(i);
         // A Windows-1252 name (e acute, the euro sign); a blank field 14; quotes as text; a lone CR; no last end.
-        write(ui.file("Invoices1.csv"), Line1 + "C3,2026-05-02,I3,Ren\xe9,\x80uro,,,,,,9.99,One,9.99,   ,7.00\n" +
-                                            wide + "\nC6,2026-01-01,I6,A,B,,,,,,5,\"Nuts\",5\n" +
-                                            "C4,2026-01-01,I4,A,B,,,,,,5,One,2,Two,3\r" +
-                                            "C2,15/04/2026,I2,Bob,Jones,0456,2 Low Rd,,York,YO1 2BB,20,Visit,20");
+        writeFile(ui.file("Invoices1.csv"), Line1 + "C3,2026-05-02,I3,Ren\xe9,\x80uro,,,,,,9.99,One,9.99,   ,7.00\n" +
+                                                wide + "\nC6,2026-01-01,I6,A,B,,,,,,5,\"Nuts\",5\n" +
+                                                "C4,2026-01-01,I4,A,B,,,,,,5,One,2,Two,3\r" +
+                                                "C2,15/04/2026,I2,Bob,Jones,0456,2 Low Rd,,York,YO1 2BB,20,Visit,20");
         import->trigger();
         VERIFY_UI(ui);
         QCOMPARE(tableRows("Customers", {"CustID", "Date", "FirstName", "LastName", "Phone", "Address", "Address2",
@@ -230,7 +223,7 @@ private slots:
         TestUi ui;
         auto w = startProgram(ui, {});
         if (file != "missing")
-            write(ui.file("Invoices1.csv"), file);
+            writeFile(ui.file("Invoices1.csv"), file);
         ui.expectBox("Error Message", errorMessageText(number, "frmMain", "mnuImport_Click", standardErrorText(number)),
                      vbOK, vbExclamation);
         QVERIFY(endsProgram([] { safety::mnuImport(); }));

@@ -164,10 +164,7 @@ private slots:
         QFETCH(QByteArray, content);
         TestUi ui;
         const QString path = ui.file("data.mdb");
-        QFile f(path);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        QCOMPARE(f.write(content), content.size());
-        f.close();
+        writeFile(path, content);
         frmMain w;
         ui.expectBox("Error Message", errorBox(err::UnrecognisedDatabase, "Load"));
         QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));

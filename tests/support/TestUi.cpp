@@ -260,6 +260,13 @@ void showUp(QWidget& window)
         qFatal("window %s never came to the front", qPrintable(window.objectName()));
 }
 
+void writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile f(path);
+    QVERIFY2(f.open(QIODevice::WriteOnly), qPrintable(path));
+    QCOMPARE(f.write(bytes), bytes.size());
+}
+
 QByteArray fileBytes(const QString& path)
 {
     QFile f(path);

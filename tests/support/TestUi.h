@@ -88,6 +88,8 @@ QStringList columnValues(const QString& table, const QString& column);
 // The rows of a table, each as the named columns' texts joined by "|", in table order.
 QStringList tableRows(const QString& table, const QStringList& columns);
 
+// Writes a file whole; a file that cannot be written fails the test.
+void writeFile(const QString& path, const QByteArray& bytes);
 QByteArray fileBytes(const QString& path);
 // The rows of a list, each as its cells joined by the separator.
 QStringList listRows(QTreeWidget* list, const QString& separator = QStringLiteral(" | "));
