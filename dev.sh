@@ -43,10 +43,12 @@ case "${1:-}" in
     dev/check-tools.sh
     # The tree stays in the house format: an unformatted file fails the test command.
     find . -path './build*' -prune -o \( -name '*.cpp' -o -name '*.h' \) -print | xargs clang-format --dry-run --Werror
-    build build all
+    build build all -DVELK_WERROR=ON
     (cd build && ctest --output-on-failure)
-    build build-sanitize all -DVELK_SANITIZE=ON
-    (cd build-sanitize && ASAN_OPTIONS=detect_leaks=0 ctest --output-on-failure)
+    # Under the sanitizers only the test programs are built: the program, the benchmark
+    # and the package are the first build's.
+    build build-sanitize velk-tests -DVELK_SANITIZE=ON -DVELK_WERROR=ON
+    (cd build-sanitize && ASAN_OPTIONS=detect_leaks=0 ctest --output-on-failure -LE dist)
     ;;
   *)
     echo "usage: $0 run|test|packages" >&2

@@ -1,18 +1,19 @@
 #include "customers/frmAddCust.h"
 
-#include "invoices/frmAddInv.h"
-#include "options/Numbering.h"
-#include "options/frmCustomerSet.h"
 #include "platform/Activation.h"
+#include "platform/DateBox.h"
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
 #include "platform/Window.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
+#include "store/Invoices.h"
 #include "store/ListRules.h"
+#include "store/Numbering.h"
 #include "store/Numbers.h"
+#include "store/Opener.h"
 #include "store/Recordset.h"
 
 #include <QApplication>
@@ -89,7 +90,7 @@ void frmAddCust::buildDetails(QVBoxLayout* layout)
     custid_lbl = line("custid_lbl", 12);
     custid_lbl->setText(QStringLiteral("000001"));
     custid_lbl->setEnabled(false);
-    DTPicker1 = new QDateEdit(this);
+    DTPicker1 = new platform::DateBox(this);
     DTPicker1->setObjectName(QStringLiteral("DTPicker1"));
     DTPicker1->setCalendarPopup(true);
     DTPicker1->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
@@ -548,8 +549,7 @@ void frmAddCust::Add_cmd_Click()
         PickedFirstName = FirstName_txt->text().trimmed();
         PickedLastName = Lastname_txt->text().trimmed();
         PickedPhone = Phone_txt->text().trimmed();
-        frmAddInv window(this);
-        showModal(window);
+        Open_window(WindowName::frmAddInv, this);
         if (InvoiceSaved == 1) {
             if (!LastInvoiceNo.trimmed().isEmpty())
                 NewInvoice();
@@ -565,8 +565,7 @@ void frmAddCust::Edit_cmd_Click()
         return;
     OpenInvoiceNo = Inv_lst->currentItem()->text(1);
     EditInvoiceMode = 1;
-    frmAddInv window(this);
-    showModal(window);
+    Open_window(WindowName::frmAddInv, this);
     if (InvoiceSaved == 1) {
         Changed_Inv();
         InvoiceSaved = 0;
@@ -591,25 +590,8 @@ void frmAddCust::Delete_cmd_Click()
 void frmAddCust::Delete_item(const QString& invoiceNo)
 {
     Trap(objectName(), "Delete_item", [&] {
-        Currency total = Currency::fromDouble(Val(Total_lbl->text()));
-        Recordset invoices;
-        invoices.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockPessimistic);
-        Recordset lines;
-        lines.open(QStringLiteral("invoiced"), ConnectionString, Recordset::adLockPessimistic);
-        lines.setIndex(QStringLiteral("InvNo"));
-        invoices.setIndex(QStringLiteral("invno"));
-        invoices.seek(invoiceNo);
-        total = total - Null_to_zero(invoices.field(QStringLiteral("BALANCE")));
-        invoices.deleteRecord();
-        invoices.close();
-        const QString number = invoiceNo.trimmed();
-        for (lines.seek(number); !lines.eof(); lines.moveNext()) {
-            if (Null_to_text(lines.field(QStringLiteral("INVNO"))) != number)
-                break;
-            lines.deleteRecord();
-        }
-        lines.close();
-        Total_lbl->setText(Format_amount(total, 7, 2));
+        const Currency total = Currency::fromDouble(Val(Total_lbl->text()));
+        Total_lbl->setText(Format_amount(total - Delete_invoice(invoiceNo), 7, 2));
     });
 }
 
@@ -672,8 +654,7 @@ void frmAddCust::copy_cmd_Click()
 
 void frmAddCust::Customize_cmd_Click()
 {
-    frmCustomerSet window(this);
-    showModal(window);
+    Open_window(WindowName::frmCustomerSet, this);
     LoadSetup();
 }
 

@@ -1,13 +1,13 @@
 #include "customers/frmsearchCust.h"
 
-#include "invoices/frmAddInv.h"
 #include "platform/Activation.h"
 #include "platform/Platform.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/ListRules.h"
 #include "store/ListWindow.h"
+#include "store/Opener.h"
 #include "store/Recordset.h"
 
 #include <QBoxLayout>
@@ -88,7 +88,6 @@ void frmsearchCust::select_cmd_Click()
     PickedLastName = row->text(1);
     PickedPhone = row->text(3);
     EditInvoiceMode = 0;
-    frmAddInv window(this);
-    showModal(window);
+    Open_window(WindowName::frmAddInv, this);
     done(0);
 }

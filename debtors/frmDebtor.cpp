@@ -1,20 +1,21 @@
 #include "debtors/frmDebtor.h"
 
 #include "help/Help_frm.h"
-#include "invoices/frmAddInv.h"
 #include "platform/Activation.h"
 #include "platform/Controls.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
 #include "report/Report.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/ListRules.h"
 #include "store/Numbers.h"
+#include "store/Opener.h"
 #include "store/Recordset.h"
+#include "store/SettingsTable.h"
 #include "store/ShapeRecordset.h"
 
 #include <QAction>
@@ -82,11 +83,8 @@ std::unique_ptr<report::Report> Letter_rpt()
 {
     auto letter = report::Report::load(QStringLiteral(":/designs/Letter_rpt.rpt.json"));
     if (!settings.Logopath.isEmpty()) {
-        report::Control& image = letter->control(QStringLiteral("Header1"), QStringLiteral("Image1"));
-        if (!QFileInfo(settings.Logopath).isFile())
-            throw VbError(err::FileNotFound);
-        if (!image.picture.load(settings.Logopath))
-            throw VbError(481, QStringLiteral("Invalid picture"));
+        letter->control(QStringLiteral("Header1"), QStringLiteral("Image1")).picture =
+            report::loadPicture(settings.Logopath);
     }
     return letter;
 }
@@ -392,10 +390,7 @@ void frmDebtor::OpenRow()
         return;
     OpenInvoiceNo = row->text(ColInvNo);
     EditInvoiceMode = 1;
-    {
-        frmAddInv window(this);
-        showModal(window);
-    }
+    Open_window(WindowName::frmAddInv, this);
     Load_list();
 }
 
@@ -472,26 +467,27 @@ void frmDebtor::Build_table()
         invoices.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockReadOnly);
         invoices.setIndex(QStringLiteral("INVNO"));
         letterCount = 0;
-        const WriteBatch batch(Database::open(dataSourceOf(ConnectionString)));
-        if (letters.recordCount() > 0) {
-            for (letters.moveFirst(); !letters.eof(); letters.moveNext())
-                letters.deleteRecord();
-        }
-        for (QTreeWidgetItem* row : tickedRows()) {
-            // The rows found are taken as they are: the list came from these tables.
-            customers.seek(row->text(ColCustID));
-            letters.addNew();
-            letters.setField(QStringLiteral("CustID"), customers.field(QStringLiteral("CustID")));
-            letters.setField(QStringLiteral("FirstName"),
-                             Null_to_text(customers.field(QStringLiteral("FirstName"))) + QStringLiteral(" ") +
-                                 Null_to_text(customers.field(QStringLiteral("LastName"))));
-            letters.setField(QStringLiteral("Address"), addressBlock(customers));
-            invoices.seek(row->text(ColInvNo));
-            for (const char* column : {"InvNo", "Date", "Total", "Paid", "WrittenOff", "Balance"})
-                letters.setField(QLatin1String(column), invoices.field(QLatin1String(column)));
-            letterCount = toInt16(letterCount + 1.0);
-            letters.update();
-        }
+        Write_batch(Database::open(dataSourceOf(ConnectionString)), [&] {
+            if (letters.recordCount() > 0) {
+                for (letters.moveFirst(); !letters.eof(); letters.moveNext())
+                    letters.deleteRecord();
+            }
+            for (QTreeWidgetItem* row : tickedRows()) {
+                // The rows found are taken as they are: the list came from these tables.
+                customers.seek(row->text(ColCustID));
+                letters.addNew();
+                letters.setField(QStringLiteral("CustID"), customers.field(QStringLiteral("CustID")));
+                letters.setField(QStringLiteral("FirstName"),
+                                 Null_to_text(customers.field(QStringLiteral("FirstName"))) + QStringLiteral(" ") +
+                                     Null_to_text(customers.field(QStringLiteral("LastName"))));
+                letters.setField(QStringLiteral("Address"), addressBlock(customers));
+                invoices.seek(row->text(ColInvNo));
+                for (const char* column : {"InvNo", "Date", "Total", "Paid", "WrittenOff", "Balance"})
+                    letters.setField(QLatin1String(column), invoices.field(QLatin1String(column)));
+                letterCount = toInt16(letterCount + 1.0);
+                letters.update();
+            }
+        });
     });
 }
 
@@ -538,16 +534,17 @@ void frmDebtor::Update_reminders()
         Recordset invoices;
         invoices.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockPessimistic);
         invoices.setIndex(QStringLiteral("INVNO"));
-        const WriteBatch batch(Database::open(dataSourceOf(ConnectionString)));
-        for (QTreeWidgetItem* row : tickedRows()) {
-            invoices.seek(row->text(ColInvNo));
-            if (invoices.eof())
-                continue;
-            invoices.setField(QStringLiteral("ReminderSent"),
-                              Null_to_zero(invoices.field(QStringLiteral("ReminderSent"))) +
-                                  Currency::fromTicks(Currency::Scale));
-            invoices.update();
-        }
+        Write_batch(Database::open(dataSourceOf(ConnectionString)), [&] {
+            for (QTreeWidgetItem* row : tickedRows()) {
+                invoices.seek(row->text(ColInvNo));
+                if (invoices.eof())
+                    continue;
+                invoices.setField(QStringLiteral("ReminderSent"),
+                                  Null_to_zero(invoices.field(QStringLiteral("ReminderSent"))) +
+                                      Currency::fromTicks(Currency::Scale));
+                invoices.update();
+            }
+        });
     });
     Load_list();
 }
@@ -568,9 +565,9 @@ void frmDebtor::Form_Unload()
         rs.open(QStringLiteral("system"), ConnectionString, Recordset::adLockPessimistic);
         if (rs.recordCount() > 0) {
             rs.moveFirst();
-            const qint16 flag = debtor_chk->isChecked() ? 1 : 0;
-            rs.setField(QStringLiteral("Debtorstart"), Value(qint64(flag)));
-            settings.Debtorstart = flag;
+            const SettingsValues flag{{QStringLiteral("Debtorstart"), Value(qint64(debtor_chk->isChecked() ? 1 : 0))}};
+            writeSettings(rs, flag);
+            copySettings(flag);
             rs.update();
         }
         rs.close();

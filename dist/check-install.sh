@@ -30,6 +30,8 @@ install)
     for f in "${expected[@]}"; do
         [ -f "$prefix/$f" ] || fail "not installed: $f"
     done
+    # The web engine's plugin, in the library folder the program looks in from its own.
+    [ -n "$(find "$prefix" -path '*/velk-invoice/libvelk-webengine.so')" ] || fail "the web engine plugin is not installed"
     desktop-file-validate "$prefix/share/applications/velk-invoice.desktop" || fail "desktop entry refused"
     appstreamcli validate --no-net "$prefix/share/metainfo/example.velkinvoice.VelkInvoice.metainfo.xml" >/dev/null ||
         fail "metainfo refused"
@@ -64,6 +66,7 @@ package)
     for f in "${expected[@]}"; do
         grep -q " \./usr/$f\$" "$work/contents" || fail "not in the package: /usr/$f"
     done
+    grep -q "/velk-invoice/libvelk-webengine.so\$" "$work/contents" || fail "the web engine plugin is not in the package"
     depends=$(dpkg-deb --field "$deb" Depends)
     for d in libqt6widgets6 libqt6printsupport6 libsqlite3-0 qt6-qpa-plugins libqt6svg6; do
         [[ "$depends" == *"$d"* ]] || fail "the package does not depend on $d: $depends"

@@ -1,6 +1,7 @@
 #include "help/BrowserFrame.h"
 
 #include "platform/Browser.h"
+#include "store/Errors.h"
 
 #include <QAction>
 #include <QDialog>
@@ -33,6 +34,9 @@ BrowserFrame buildBrowserFrame(QDialog* window, const std::function<void(const Q
     }
     layout->addWidget(f.toolbar);
 
+    // Without its engine the window could show nothing: that is a fault of the install.
+    if (!platform::Browser::engineAvailable())
+        throw VbError(err::FileNotFound, QStringLiteral("The web engine (libvelk-webengine.so) was not found"));
     f.browser = new platform::Browser(window);
     f.browser->setObjectName(QStringLiteral("brwWebBrowser"));
     layout->addWidget(f.browser, 1);

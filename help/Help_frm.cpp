@@ -2,8 +2,8 @@
 
 #include "platform/Browser.h"
 #include "platform/Platform.h"
-#include "shell/Globals.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 
 Help_frm::Help_frm(QWidget* parent) : QDialog(parent)
 {

@@ -1,8 +1,8 @@
 #include "help/frmBrowser.h"
 
 #include "platform/Browser.h"
-#include "shell/Globals.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 
 #include <QTimer>
 

@@ -1,20 +1,20 @@
 #include "invoices/frmAddInv.h"
 
-#include "items/frm_Parts.h"
-#include "options/Numbering.h"
-#include "options/frmInvoiceSet.h"
 #include "platform/Activation.h"
 #include "platform/Controls.h"
+#include "platform/DateBox.h"
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/ListRules.h"
+#include "store/Numbering.h"
 #include "store/Numbers.h"
+#include "store/Opener.h"
 #include "store/Recordset.h"
 
 #include <QAction>
@@ -139,14 +139,22 @@ void frmAddInv::buildHeader(QVBoxLayout* layout)
     Cust_lbl = label(QString(), QStringLiteral("Cust_lbl"), this);
     Customername_lbl = box(QStringLiteral("Customername_lbl"), 45, Qt::AlignHCenter, this);
     Label16 = label(QString(), QStringLiteral("Label16"), this);
-    Date_txt = new QDateEdit(this);
+    Date_txt = new platform::DateBox(this);
     Date_txt->setObjectName(QStringLiteral("Date_txt"));
     Date_txt->setCalendarPopup(true);
     Date_txt->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
     Paid_lbl = label(QStringLiteral("PAID IN FULL"), QStringLiteral("Paid_lbl"), this);
     StillOwes_lbl = label(QStringLiteral("BALANCE:"), QStringLiteral("StillOwes_lbl"), this);
+    // The banners keep their room while hidden, as wide as the widest balance, so that
+    // the header stands still when one appears or its figure grows.
     for (QLabel* banner : {Paid_lbl, StillOwes_lbl}) {
         banner->setStyleSheet(QStringLiteral("color: red; font-weight: bold"));
+        QFont bold = banner->font();
+        bold.setBold(true);
+        banner->setMinimumWidth(QFontMetrics(bold).horizontalAdvance(QStringLiteral("BALANCE: -9999999.99")));
+        QSizePolicy policy = banner->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        banner->setSizePolicy(policy);
         banner->hide();
     }
     SalesPerson_lbl = label(QStringLiteral("Sales Person"), QStringLiteral("SalesPerson_lbl"), this);
@@ -751,12 +759,10 @@ void frmAddInv::Toolbar1_ButtonClick(int place)
 {
     Close_Picker();
     switch (place) {
-    case 2: {
-        frm_Parts window(this);
-        showModal(window);
+    case 2:
+        Open_window(WindowName::frm_Parts, this);
         Fill_Parts_List();
         break;
-    }
     case 4:
         Clear_Line();
         break;
@@ -766,11 +772,9 @@ void frmAddInv::Toolbar1_ButtonClick(int place)
     case 8:
         Print_Invoice();
         break;
-    case 10: {
-        frmInvoiceSet window(this);
-        showModal(window);
+    case 10:
+        Open_window(WindowName::frmInvoiceSet, this);
         break;
-    }
     default:
         break;
     }
@@ -790,7 +794,9 @@ void frmAddInv::Update_cmd_Click()
         }
         if (EditInvoiceMode == 0 && CheckInvNo() == 1)
             return;
-        BusyTrap(objectName(), "Update_cmd", [this] { Save_invoice(); });
+        // One transaction: a power cut leaves the invoice as it was or wholly saved.
+        BusyTrap(objectName(), "Update_cmd",
+                 [this] { Write_batch(Database::open(dataSourceOf(ConnectionString)), [this] { Save_invoice(); }); });
         done(1);
     });
 }
@@ -819,8 +825,6 @@ void frmAddInv::Save_invoice()
 {
     InvoiceSaved = 1;
     const QString number = Inv_lbl->text().trimmed();
-    // One transaction: a power cut leaves the invoice as it was or wholly saved.
-    WriteBatch transaction(Database::open(dataSourceOf(ConnectionString)));
     Recordset invoices, lines;
     invoices.open(QStringLiteral("Invoices"), ConnectionString, Recordset::adLockPessimistic);
     invoices.setIndex(QStringLiteral("INVNO"));
@@ -885,7 +889,6 @@ void frmAddInv::Save_invoice()
     // Only a new invoice that took the generated number moves the series on.
     if (settings.FreeformInv == 0 && EditInvoiceMode == 0)
         Advance_number(Series::Invoice, Inv_lbl->text());
-    transaction.commit();
 }
 
 void frmAddInv::Exit_cmd_Click()

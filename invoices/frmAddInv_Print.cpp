@@ -5,10 +5,10 @@
 #include "invoices/frmAddInv.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Recordset.h"
 
 #include <QCheckBox>
@@ -112,8 +112,9 @@ void frmAddInv::Print_Invoice()
         if (paper == vbPRPSA4)
             Adjust_for_A4(*r);
         if (!source)
-            throw VbError(3704, QStringLiteral("The report's source is not open"));
+            throw VbError(err::ObjectClosed);
         r->setDataSource(source);
+        r->documentName = Inv_lbl->text().trimmed();
         fillHeading(*r, type, blocks.billing, blocks.shipping, contact, taxLine);
         fillLines(*r);
         fillTotals(*r);
@@ -227,9 +228,6 @@ void frmAddInv::fillTermsAndLogo(report::Report& r)
 
     // As the report starts, the logo.
     if (!s.Logopath.isEmpty()) {
-        QImage logo(s.Logopath);
-        if (logo.isNull())
-            throw VbError(481, QStringLiteral("Invalid picture"));
-        label(r, "Section4", "Image1").picture = logo;
+        label(r, "Section4", "Image1").picture = report::loadPicture(s.Logopath);
     }
 }

@@ -1,16 +1,16 @@
 #include "invoices/frmInvoice.h"
 
-#include "customers/frmAddCust.h"
-#include "customers/frmsearchCust.h"
 #include "help/Help_frm.h"
 #include "invoices/frmAddInv.h"
 #include "platform/Activation.h"
 #include "platform/Platform.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
+#include "store/Invoices.h"
 #include "store/ListRules.h"
 #include "store/ListWindow.h"
+#include "store/Opener.h"
 #include "store/Recordset.h"
 
 #include <QPushButton>
@@ -128,11 +128,9 @@ bool Add_invoice(QWidget* parent)
                               vbYesNoCancel + vbQuestion, QStringLiteral("Add to New Customer"));
     if (answer == vbYes) {
         NewCustomerMode = 1;
-        frmAddCust window(parent);
-        showModal(window);
+        Open_window(WindowName::frmAddCust, parent);
     } else if (answer == vbNo) {
-        frmsearchCust window(parent);
-        showModal(window);
+        Open_window(WindowName::frmsearchCust, parent);
     }
     return answer == vbYes || answer == vbNo;
 }
@@ -196,24 +194,7 @@ void frmInvoice::DeleteInvoice()
 
 void frmInvoice::Delete_item()
 {
-    Trap(objectName(), "Delete_item", [this] {
-        Recordset invoices, lines;
-        invoices.open(QStringLiteral("Invoices"), ConnectionString, Recordset::adLockPessimistic);
-        lines.open(QStringLiteral("InvoiceD"), ConnectionString, Recordset::adLockPessimistic);
-        lines.setIndex(QStringLiteral("InvNo"));
-        invoices.setIndex(QStringLiteral("invno"));
-        invoices.seek(DeleteNo);
-        invoices.deleteRecord();
-        invoices.close();
-        // The lines of one invoice stand together in the index: stop at the first other.
-        const QString number = DeleteNo.trimmed();
-        for (lines.seek(number); !lines.eof(); lines.moveNext()) {
-            if (Null_to_text(lines.field(QStringLiteral("INVNO"))) != number)
-                break;
-            lines.deleteRecord();
-        }
-        lines.close();
-    });
+    Trap(objectName(), "Delete_item", [this] { Delete_invoice(DeleteNo); });
 }
 
 void frmInvoice::NewInvoice()

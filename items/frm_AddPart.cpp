@@ -1,14 +1,14 @@
 #include "items/frm_AddPart.h"
 
-#include "options/Numbering.h"
 #include "platform/Activation.h"
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
 #include "platform/Window.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
+#include "store/Numbering.h"
 #include "store/Numbers.h"
 #include "store/Recordset.h"
 

@@ -4,8 +4,8 @@
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
 #include "platform/Platform.h"
-#include "shell/Globals.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Recordset.h"
 
 #include <QButtonGroup>

@@ -4,7 +4,7 @@
 // texts with their small sample of an invoice; how those controls load from the
 // settings row and reach the row and the settings record.
 
-#include "shell/SettingsTable.h"
+#include "store/SettingsTable.h"
 
 #include <QObject>
 

@@ -1,8 +1,8 @@
 #include "options/SetupControls.h"
 
 #include "platform/Keys.h"
-#include "shell/Globals.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Numbers.h"
 #include "store/Recordset.h"
 

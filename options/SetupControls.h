@@ -3,11 +3,11 @@
 // currency and tax page and the four numbering rows, with their limits, key rules,
 // examples and free-form ticks, and how those controls reach the settings row and record.
 
-#include "options/Numbering.h"
 #include "platform/Controls.h"
 #include "platform/MemoBox.h"
-#include "shell/Globals.h"
-#include "shell/SettingsTable.h"
+#include "store/Globals.h"
+#include "store/Numbering.h"
+#include "store/SettingsTable.h"
 
 #include <QObject>
 #include <functional>

@@ -1,9 +1,9 @@
 #include "options/frmCustomerSet.h"
 
 #include "platform/Controls.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Recordset.h"
 
 #include <QCheckBox>

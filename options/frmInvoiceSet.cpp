@@ -2,9 +2,9 @@
 
 #include "options/InvoiceOptions.h"
 #include "options/SetupControls.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Recordset.h"
 
 #include <QFileInfo>

@@ -1,15 +1,16 @@
 #include "options/frmOptions.h"
 
 #include "options/InvoiceOptions.h"
-#include "options/Numbering.h"
 #include "options/SetupControls.h"
 #include "platform/Activation.h"
+#include "platform/DateBox.h"
 #include "platform/Keys.h"
 #include "platform/Platform.h"
 #include "platform/Window.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
+#include "store/Numbering.h"
 #include "store/Numbers.h"
 #include "store/Recordset.h"
 
@@ -135,7 +136,7 @@ void frmOptions::buildDefaultsPage(QGroupBox* frame)
 {
     auto* grid = new QGridLayout(frame);
     auto picker = [&](const char* name) {
-        auto* p = named(new QDateEdit(frame), name);
+        auto* p = named(new platform::DateBox(frame), name);
         p->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
         p->setCalendarPopup(true);
         p->setDate(today()); // a picker starts on today until the row says otherwise

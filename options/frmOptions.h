@@ -2,7 +2,7 @@
 // "Options": every setting of the one settings row, on eight pages under a tab strip.
 
 #include "options/SetupControls.h"
-#include "shell/SettingsTable.h"
+#include "store/SettingsTable.h"
 
 #include <QDialog>
 #include <memory>

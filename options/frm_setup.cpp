@@ -4,9 +4,9 @@
 #include "platform/Activation.h"
 #include "platform/Platform.h"
 #include "platform/Window.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Numbers.h"
 #include "store/Recordset.h"
 

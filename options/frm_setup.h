@@ -1,7 +1,7 @@
 #pragma once
 // "Company Setup": the first-run wizard that writes the one settings row.
 
-#include "shell/SettingsTable.h"
+#include "store/SettingsTable.h"
 
 #include <QDialog>
 #include <memory>

@@ -1,5 +1,7 @@
 #include "platform/Activation.h"
 #include "platform/Platform.h"
+#include "platform/Shortcuts.h"
+#include "platform/Window.h"
 
 #include <QDialog>
 #include <QPointer>
@@ -79,6 +81,8 @@ void activate(QWidget* window)
 
 int showModal(QDialog& dialog)
 {
+    fitToScreen(&dialog);
+    addStandardShortcuts(&dialog);
     activate(&dialog);
     const int result = hooks().showModal(dialog);
     forgetClosed();

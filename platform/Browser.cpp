@@ -1,9 +1,9 @@
 #include "platform/Browser.h"
 
-#include <QUrl>
+#include <QCoreApplication>
+#include <QDir>
+#include <QLibrary>
 #include <QVBoxLayout>
-#include <QWebEngineHistory>
-#include <QWebEngineView>
 
 namespace platform
 {
@@ -14,49 +14,71 @@ namespace
 // Where "Search" leads: the engine has no search page of its own.
 const QString SearchPage = QStringLiteral("https://duckduckgo.com/");
 
+// The plugin stands beside the program in a build tree (or one folder up, for the test
+// programs), and in the program's library folder when installed.
+VelkBrowserEngineMaker* engineMaker()
+{
+    static VelkBrowserEngineMaker* maker = [] {
+        const QDir here(QCoreApplication::applicationDirPath());
+        for (const QString& folder : {here.path(), here.filePath(QStringLiteral("..")),
+                                      here.filePath(QStringLiteral(VELK_PLUGIN_FROM_BINDIR))}) {
+            QLibrary plugin(QDir(folder).filePath(QStringLiteral("libvelk-webengine.so")));
+            if (auto* make = reinterpret_cast<VelkBrowserEngineMaker*>(plugin.resolve("velkMakeBrowserEngine")))
+                return make;
+        }
+        return static_cast<VelkBrowserEngineMaker*>(nullptr);
+    }();
+    return maker;
+}
+
 } // namespace
 
-Browser::Browser(QWidget* parent) : QWidget(parent), view_(new QWebEngineView(this))
+bool Browser::engineAvailable()
 {
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(view_);
-    connect(view_, &QWebEngineView::loadStarted, this, [this] { busy_ = true; });
-    connect(view_, &QWebEngineView::loadFinished, this, [this] {
+    return engineMaker() != nullptr;
+}
+
+Browser::Browser(QWidget* parent) : QWidget(parent), engine_(engineMaker()(this))
+{
+    engine_->loadStarted = [this] { busy_ = true; };
+    engine_->loadFinished = [this] {
         busy_ = false;
         emit DocumentComplete();
-    });
+    };
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(engine_->view());
 }
+
+// The engine's view is a child of this control and goes with it; the engine object
+// itself is ours.
+Browser::~Browser() = default;
 
 void Browser::Navigate(const QString& address)
 {
     const QUrl url(address);
     busy_ = true;
-    view_->load(url.scheme().size() > 1 ? url : QUrl::fromLocalFile(address));
+    engine_->load(url.scheme().size() > 1 ? url : QUrl::fromLocalFile(address));
 }
 
 void Browser::GoBack()
 {
-    if (view_->history()->canGoBack()) {
+    if (engine_->back())
         busy_ = true;
-        view_->back();
-    }
 }
 
 void Browser::GoForward()
 {
-    if (view_->history()->canGoForward()) {
+    if (engine_->forward())
         busy_ = true;
-        view_->forward();
-    }
 }
 
 void Browser::Refresh()
 {
-    if (view_->url().isEmpty())
+    if (engine_->url().isEmpty())
         return;
     busy_ = true;
-    view_->reload();
+    engine_->reload();
 }
 
 void Browser::GoSearch()
@@ -66,18 +88,18 @@ void Browser::GoSearch()
 
 void Browser::Stop()
 {
-    view_->stop();
+    engine_->stop();
     busy_ = false;
 }
 
 QString Browser::LocationName() const
 {
-    return view_->title();
+    return engine_->title();
 }
 
 QString Browser::LocationURL() const
 {
-    return view_->url().toString();
+    return engine_->url().toString();
 }
 
 } // namespace platform

@@ -114,11 +114,7 @@ int desktopPaperSize()
     if (!printer.isNull()) {
         size = printer.defaultPageSize();
     } else {
-        // No printer installed: the paper of the user's country.
-        const auto country = QLocale::system().territory();
-        const bool letter = country == QLocale::UnitedStates || country == QLocale::Canada ||
-                            country == QLocale::Mexico || country == QLocale::Philippines || country == QLocale::Chile;
-        return letter ? vbPRPSLetter : vbPRPSA4;
+        return countryPaperSize();
     }
     if (size.id() == QPageSize::Letter)
         return vbPRPSLetter;
@@ -216,6 +212,14 @@ int pointer()
 {
     return currentPointer;
 }
+int countryPaperSize()
+{
+    const auto country = QLocale::system().territory();
+    const bool letter = country == QLocale::UnitedStates || country == QLocale::Canada || country == QLocale::Mexico ||
+                        country == QLocale::Philippines || country == QLocale::Chile;
+    return letter ? vbPRPSLetter : vbPRPSA4;
+}
+
 int paperSize()
 {
     return hooks().paperSize();

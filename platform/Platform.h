@@ -9,10 +9,6 @@
 #include <optional>
 
 class QDialog;
-namespace report
-{
-class Report;
-}
 
 namespace platform
 {
@@ -63,7 +59,6 @@ struct Hooks {
     std::function<void(int pointer)> setPointer;
     std::function<int()> paperSize;
     std::function<int(QDialog&)> showModal;
-    std::function<void(report::Report&)> showReport; // empty: the report engine's own preview
     std::function<void(int exitCode)> endProgram;
 };
 
@@ -82,6 +77,8 @@ void Beep();
 void setPointer(int pointer);
 int pointer(); // the pointer last set
 int paperSize();
+// The paper of the user's country, for when no printer tells: Letter or A4.
+int countryPaperSize();
 int showModal(QDialog& dialog); // see Activation.h: the windows beneath come to the front again
 [[noreturn]] void endProgram(int exitCode);
 // Keeps the memory a large list, report or export frees for the next one, instead of

@@ -1,6 +1,7 @@
 #include "platform/ProgramFolder.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace platform
@@ -44,7 +45,10 @@ QString programDirFor(const QString& executableDir)
     if (!installedCopy(exeDir) && writableFolder(exeDir))
         return exeDir;
     const QString dir = userDataDir();
-    QDir().mkpath(dir); // a failure shows when the data file cannot be made there
+    // The user's books: a folder made here is the user's alone. A failure shows when the
+    // data file cannot be made there.
+    if (!QDir(dir).exists() && QDir().mkpath(dir))
+        QFile::setPermissions(dir, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     return dir;
 }
 

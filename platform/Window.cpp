@@ -1,10 +1,14 @@
 #include "platform/Window.h"
 
 #include <QGuiApplication>
+#include <QLayout>
 #include <QLineEdit>
 #include <QScreen>
+#include <QScrollArea>
 #include <QStyle>
 #include <QStyleOptionFrame>
+#include <QVBoxLayout>
+#include <algorithm>
 
 namespace platform
 {
@@ -33,11 +37,44 @@ void centreWindow(QWidget* window)
             box->setMinimumWidth(fullLimitWidth(box));
     }
     window->resize(window->size().expandedTo(window->sizeHint()));
-    QScreen* screen = window->screen() ? window->screen() : QGuiApplication::primaryScreen();
+    fitToScreen(window);
+    const QScreen* screen = window->screen() ? window->screen() : QGuiApplication::primaryScreen();
     if (!screen)
         return;
     const QRect area = screen->availableGeometry();
     window->move(area.center() - QPoint(window->width() / 2, window->height() / 2));
+}
+
+void fitToScreen(QWidget* window)
+{
+    const QScreen* screen = window->screen() ? window->screen() : QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    const QRect area = screen->availableGeometry();
+    const QSize room = area.size() - QSize(8, 40); // the window's frame and title bar
+    QLayout* layout = window->layout();
+    const QSize needed = layout ? layout->minimumSize() : window->minimumSizeHint();
+    const bool scrolling = window->findChild<QScrollArea*>(QStringLiteral("WindowBody"), Qt::FindDirectChildrenOnly);
+    if (layout && !scrolling && (needed.width() > room.width() || needed.height() > room.height())) {
+        // Setting the layout on another widget takes its controls along with it.
+        auto* body = new QWidget;
+        body->setLayout(layout);
+        auto* scroll = new QScrollArea(window);
+        scroll->setObjectName(QStringLiteral("WindowBody"));
+        scroll->setFrameShape(QFrame::NoFrame);
+        scroll->setWidgetResizable(true);
+        scroll->setWidget(body);
+        auto* outer = new QVBoxLayout(window);
+        outer->setContentsMargins(0, 0, 0, 0);
+        outer->addWidget(scroll);
+    }
+    // A window that never set its size takes what its controls need, as showing it would.
+    window->resize(window->size().expandedTo(needed).boundedTo(room));
+    // Wholly on the screen: a window that hung over an edge comes back inside it.
+    const QRect frame(window->pos(), window->size() + QSize(8, 40));
+    if (!area.contains(frame))
+        window->move(std::clamp(frame.left(), area.left(), std::max(area.left(), area.right() - frame.width())),
+                     std::clamp(frame.top(), area.top(), std::max(area.top(), area.bottom() - frame.height())));
 }
 
 } // namespace platform

@@ -6,11 +6,14 @@
 
 #include <QApplication>
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QLocale>
+#include <QRegularExpression>
+#include <QStandardPaths>
 
 namespace report
 {
@@ -132,26 +135,49 @@ std::unique_ptr<Report> Report::load(const QString& path)
 
 Paper paperFor(int code)
 {
-    if (code != platform::vbPRPSLetter && code != platform::vbPRPSA4) {
-        const auto country = QLocale::system().territory();
-        code = country == QLocale::UnitedStates || country == QLocale::Canada ? platform::vbPRPSLetter
-                                                                              : platform::vbPRPSA4;
-    }
+    if (code != platform::vbPRPSLetter && code != platform::vbPRPSA4)
+        code = platform::countryPaperSize();
     if (code == platform::vbPRPSLetter)
         return {code, 12240, 15840};
     return {code, 11906, 16838};
 }
 
-// The desktop preview is the default; tests put their own in the platform's hook.
+std::function<void(Report&)>& previewHook()
+{
+    static std::function<void(Report&)> hook;
+    return hook;
+}
+
 void Show(Report& report)
 {
-    if (const auto& hook = platform::hooks().showReport) {
+    if (const auto& hook = previewHook()) {
         hook(report);
         return;
     }
     const Layout layout(report, platform::paperSize());
     ReportPreview preview(layout, QApplication::activeWindow());
     platform::showModal(preview);
+}
+
+QString proposedPdfPath(const Report& report)
+{
+    QString name = report.documentName.trimmed();
+    if (name.isEmpty())
+        name = report.title.trimmed() + QLatin1Char(' ') + platform::today().toString(QStringLiteral("yyyy-MM-dd"));
+    static const QRegularExpression unfit(QStringLiteral("[/\\\\:*?\"<>|\\x00-\\x1f]"));
+    name.replace(unfit, QStringLiteral("-"));
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
+        .filePath(name + QStringLiteral(".pdf"));
+}
+
+QImage loadPicture(const QString& path)
+{
+    if (!QFileInfo(path).isFile())
+        throw VbError(err::FileNotFound);
+    QImage picture(path);
+    if (picture.isNull())
+        throw VbError(err::InvalidPicture);
+    return picture;
 }
 
 } // namespace report

@@ -6,6 +6,7 @@
 #include <QFont>
 #include <QImage>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -58,6 +59,8 @@ public:
 
     QString name;
     QString title;
+    // What a saved copy is called, such as an invoice's number; empty: the title and the date.
+    QString documentName;
     int width = 0;
     int leftMargin = 0, rightMargin = 0, topMargin = 0, bottomMargin = 0;
     std::vector<Section> sections;
@@ -82,7 +85,17 @@ struct Paper {
 };
 Paper paperFor(int code);
 
-// Shows the report as a modal preview, through the platform's hook.
+// Shows the report as a modal preview: the desktop's, or what the hook puts in its place
+// (tests and the benchmark take the report instead).
 void Show(Report& report);
+std::function<void(Report&)>& previewHook();
+
+// The file a saved PDF of the report is first offered as: its document name (or its title
+// and today's date) in the user's documents folder, with no character a file name cannot hold.
+QString proposedPdfPath(const Report& report);
+
+// The picture at a path for a picture control: a missing file fails with 53, a file that
+// holds no picture Qt can read with 481.
+QImage loadPicture(const QString& path);
 
 } // namespace report

@@ -3,12 +3,14 @@
 #include "platform/Platform.h"
 
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -19,7 +21,11 @@ ReportPreview::ReportPreview(const Layout& layout, QWidget* parent) : QDialog(pa
 {
     setObjectName(QStringLiteral("ReportPreview"));
     setWindowTitle(layout.report().title);
-    resize(900, 1000);
+    // As much of the screen as a page wants, and never more than the screen has.
+    if (const QScreen* screen = parent ? parent->screen() : QGuiApplication::primaryScreen()) {
+        const QRect area = screen->availableGeometry();
+        resize(std::min(900, area.width()), std::min(1000, area.height() * 9 / 10));
+    }
     auto* top = new QVBoxLayout(this);
     auto* bar = new QHBoxLayout;
     auto* print = new QPushButton(QStringLiteral("&Print..."), this);
@@ -28,9 +34,11 @@ ReportPreview::ReportPreview(const Layout& layout, QWidget* parent) : QDialog(pa
     pdf->setObjectName(QStringLiteral("Pdf_cmd"));
     zoom_ = new QComboBox(this);
     zoom_->setObjectName(QStringLiteral("Zoom_cbo"));
+    zoom_->addItem(QStringLiteral("Whole page"), int(FitPage));
+    zoom_->addItem(QStringLiteral("Page width"), int(FitWidth));
     for (int z : {50, 75, 100, 150, 200})
         zoom_->addItem(QStringLiteral("%1%").arg(z), z);
-    zoom_->setCurrentIndex(2);
+    zoom_->setCurrentIndex(0);
     auto* close = new QPushButton(QStringLiteral("&Close"), this);
     close->setObjectName(QStringLiteral("Close_cmd"));
     bar->addWidget(print);
@@ -41,17 +49,38 @@ ReportPreview::ReportPreview(const Layout& layout, QWidget* parent) : QDialog(pa
     bar->addWidget(new QLabel(QStringLiteral("%1 page(s)").arg(layout.pages().size()), this));
     bar->addWidget(close);
     top->addLayout(bar);
-    auto* scroll = new QScrollArea(this);
-    auto* inner = new QWidget(scroll);
+    scroll_ = new QScrollArea(this);
+    scroll_->setObjectName(QStringLiteral("Pages"));
+    auto* inner = new QWidget(scroll_);
     pages_ = new QVBoxLayout(inner);
-    scroll->setWidget(inner);
-    scroll->setWidgetResizable(true);
-    top->addWidget(scroll, 1);
+    scroll_->setWidget(inner);
+    scroll_->setWidgetResizable(true);
+    top->addWidget(scroll_, 1);
     connect(print, &QPushButton::clicked, this, &ReportPreview::printReport);
     connect(pdf, &QPushButton::clicked, this, &ReportPreview::savePdf);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
     connect(zoom_, &QComboBox::currentIndexChanged, this, &ReportPreview::showPages);
     showPages();
+}
+
+double ReportPreview::scale() const
+{
+    const int zoom = zoom_->currentData().toInt();
+    if (zoom > 0)
+        return 96.0 / 1440.0 * zoom / 100.0; // at 100% a page shows at 96 pixels to the inch
+    // The room beside the page's frame and the scroll bar that a long report brings.
+    const QSize room = scroll_->viewport()->size() - QSize(2 * pages_->contentsMargins().left() + 24, 24);
+    const double across = double(room.width()) / layout_.pageWidth();
+    const double down = double(room.height()) / layout_.pageHeight();
+    return std::max(0.01, zoom == FitWidth ? across : std::min(across, down));
+}
+
+void ReportPreview::resizeEvent(QResizeEvent* event)
+{
+    QDialog::resizeEvent(event);
+    // A fitted zoom follows the window; the pages are drawn again only when it moved.
+    if (zoom_->currentData().toInt() < 0 && std::abs(scale() - shownScale_) > shownScale_ / 50)
+        showPages();
 }
 
 void ReportPreview::showPages()
@@ -60,8 +89,7 @@ void ReportPreview::showPages()
         delete item->widget();
         delete item;
     }
-    // At 100% a page shows at the screen's own size: 96 pixels to the inch.
-    const double scale = 96.0 / 1440.0 * zoom_->currentData().toInt() / 100.0;
+    const double scale = shownScale_ = this->scale();
     for (size_t i = 0; i < layout_.pages().size(); ++i) {
         QImage image(int(layout_.pageWidth() * scale), int(layout_.pageHeight() * scale), QImage::Format_RGB32);
         image.fill(Qt::white);
@@ -89,7 +117,7 @@ void ReportPreview::savePdf()
 {
     platform::FileDialogRequest request;
     request.filter = QStringLiteral("PDF File(*.pdf)|*.pdf");
-    request.fileName = layout_.report().name + QStringLiteral(".pdf");
+    request.fileName = proposedPdfPath(layout_.report());
     if (const auto path = platform::ShowSave(request); path && !layout_.writePdf(*path))
         platform::MsgBox(QStringLiteral("The PDF file could not be written: ") + *path, platform::vbExclamation,
                          QStringLiteral("Save PDF"));

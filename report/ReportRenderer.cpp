@@ -3,6 +3,7 @@
 #include "store/Functions.h"
 #include "store/ShapeRecordset.h"
 
+#include <QFontMetricsF>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
@@ -81,6 +82,22 @@ QString decimals(const Value& v)
 }
 
 } // namespace
+
+QString elideAtWord(const QFontMetricsF& metrics, const QString& text, qreal width)
+{
+    if (metrics.horizontalAdvance(text) <= width)
+        return text;
+    const QString ellipsis(QChar(0x2026));
+    // The most whole words that fit with the ellipsis after them.
+    for (qsizetype end = text.lastIndexOf(QLatin1Char(' ')); end > 0;
+         end = text.lastIndexOf(QLatin1Char(' '), end - 1)) {
+        const QString shown = text.left(end).trimmed() + ellipsis;
+        if (!shown.startsWith(ellipsis) && metrics.horizontalAdvance(shown) <= width)
+            return shown;
+    }
+    // One word longer than the column: as much of it as fits.
+    return metrics.elidedText(text, Qt::ElideRight, width);
+}
 
 QString formatValue(const Value& value, const QString& format)
 {
@@ -248,7 +265,8 @@ void Layout::paint(QPainter& painter, int pageIndex) const
                             break;
                         setSize(pixels - 10);
                     }
-                }
+                } else if (!c.wordWrap && c.kind == ControlKind::Field)
+                    text = elideAtWord(QFontMetricsF(painter.font()), text, rect.width());
                 painter.setPen(Qt::black);
                 painter.drawText(rect, flags, text);
                 break;

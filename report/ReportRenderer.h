@@ -5,6 +5,7 @@
 #include "report/Report.h"
 #include "store/Value.h"
 
+#include <QFontMetricsF>
 #include <QPageLayout>
 #include <QString>
 #include <utility>
@@ -60,5 +61,9 @@ private:
 
 // The text a value shows under a control's format.
 QString formatValue(const Value& value, const QString& format);
+
+// A one-line text too long for its width: the whole words that fit and an ellipsis, or,
+// for a single word too long, as many of its letters as fit.
+QString elideAtWord(const QFontMetricsF& metrics, const QString& text, qreal width);
 
 } // namespace report

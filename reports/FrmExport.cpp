@@ -1,9 +1,11 @@
 #include "reports/FrmExport.h"
 
+#include "platform/CodePage.h"
 #include "platform/Controls.h"
 #include "platform/Keys.h"
 #include "platform/Platform.h"
 #include "reports/ReportList.h"
+#include "store/Ageing.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
@@ -147,36 +149,6 @@ QString header(const std::vector<Column>& columns, bool comma)
     return line;
 }
 
-// Text as Windows-1252 bytes, appended to what the buffer holds.
-void appendWindows1252(QByteArray& out, const QString& text)
-{
-    // The code points of bytes 0x80 to 0x9F; the five unused ones are 0.
-    static const char16_t high[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                      0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
-                                      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                      0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-    const qsizetype start = out.size();
-    out.resize(start + text.size());
-    char* p = out.data() + start;
-    const char16_t* u = reinterpret_cast<const char16_t*>(text.constData());
-    const char16_t* end = u + text.size();
-    for (; u < end; ++u) {
-        if (*u < 0x80 || (*u >= 0xA0 && *u <= 0xFF)) {
-            *p++ = char(*u);
-            continue;
-        }
-        char byte = '?';
-        for (int k = 0; k < 32; ++k)
-            if (high[k] == *u)
-                byte = char(0x80 + k);
-        // A character beyond the basic plane is one "?", not two.
-        if (QChar::isHighSurrogate(*u) && u + 1 < end && QChar::isLowSurrogate(u[1]))
-            ++u;
-        *p++ = byte;
-    }
-    out.resize(p - out.constData());
-}
-
 // The file being written, a line at a time, each line ended by CR LF.
 class ExportFile
 {
@@ -264,13 +236,6 @@ void noRecords()
 }
 
 } // namespace
-
-QByteArray toWindows1252(const QString& text)
-{
-    QByteArray out;
-    appendWindows1252(out, text);
-    return out;
-}
 
 FrmExport::FrmExport(QWidget* parent) : QDialog(parent)
 {

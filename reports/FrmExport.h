@@ -46,6 +46,3 @@ private:
     // cleared between exports, which "Debtors" shows in its header.
     QString line_;
 };
-
-// Text in the single-byte code page of the files (Windows-1252); what it lacks becomes "?".
-QByteArray toWindows1252(const QString& text);

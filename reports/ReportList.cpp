@@ -1,12 +1,11 @@
 #include "reports/ReportList.h"
 
+#include "platform/DateBox.h"
 #include "platform/Platform.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
-#include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
-#include "store/Numbers.h"
+#include "store/Globals.h"
 #include "store/Recordset.h"
 #include "store/ShapeRecordset.h"
 
@@ -16,7 +15,6 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QScreen>
-#include <sqlite3.h>
 
 const std::array<ListEntry, 6>& listEntries()
 {
@@ -97,7 +95,7 @@ RangeControls buildRangeControls(QDialog* window, QGridLayout* grid)
     auto picker = [&](const char* name, const char* label, const char* caption, int row) {
         auto* l = new QLabel(QLatin1String(caption), window);
         l->setObjectName(QLatin1String(label));
-        auto* p = new QDateEdit(window);
+        auto* p = new platform::DateBox(window);
         p->setObjectName(QLatin1String(name));
         p->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
         p->setCalendarPopup(true);
@@ -114,46 +112,4 @@ RangeControls buildRangeControls(QDialog* window, QGridLayout* grid)
     if (const QScreen* screen = window->screen())
         window->move(screen->availableGeometry().center() - window->rect().center());
     return c;
-}
-
-int reportAgeing(int days)
-{
-    if (days < 0)
-        return 0;
-    return days <= 30 ? 1 : days <= 60 ? 2 : 3;
-}
-
-// Days 31 and 60 write nothing here: the gaps stay as users have always had them.
-int exportAgeing(int days)
-{
-    if (days < 0 || days == 31 || days == 60)
-        return 0;
-    return days <= 30 ? 1 : days < 60 ? 2 : 3;
-}
-
-void Age_invoices(int (*rule)(int days))
-{
-    const auto db = Database::open(dataSourceOf(ConnectionString));
-    // The owing rows are read once and written by their place in the table: a walk that
-    // updates as it goes would read the table again after every write.
-    const auto owing =
-        ShapeRecordset::open(QStringLiteral("SELECT rowid, DATE, BALANCE FROM invoices WHERE Balance > 0"), db);
-    // One transaction, committed even when a row fails, so that each update stands as
-    // if made alone; it spares a disk flush per invoice.
-    const WriteBatch batch(db);
-    sqlite3_stmt* st =
-        db->prepare(QStringLiteral("UPDATE invoices SET BALANCE1 = ?1, BALANCE2 = ?2, BALANCE3 = ?3 WHERE rowid = ?4"));
-    const double today = Value(platform::today()).toDouble();
-    for (; !owing->eof(); owing->moveNext()) {
-        const int column = rule(toInt16(today - owing->field(1).toDouble()));
-        if (column == 0)
-            continue;
-        StatementScope scope(st);
-        for (int i = 1; i <= 3; ++i)
-            Database::bind(st, i, i == column ? owing->field(2) : Value(Currency()));
-        sqlite3_bind_int64(st, 4, owing->field(0).toLong());
-        const int rc = sqlite3_step(st);
-        if (rc != SQLITE_DONE)
-            db->fail(rc);
-    }
 }

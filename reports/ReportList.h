@@ -1,7 +1,6 @@
 #pragma once
-// What the report chooser and the export share: the six lists and their sources, the
-// window's list and date range, and the ageing of the invoices that "Debtors" brings up
-// to date first.
+// What the report chooser and the export share: the six lists and their sources, and the
+// window's list and date range.
 
 #include <QDate>
 #include <QString>
@@ -37,10 +36,3 @@ struct RangeControls {
     QDateEdit* DTPicker2;
 };
 RangeControls buildRangeControls(QDialog* window, QGridLayout* grid);
-
-// The column of BALANCE1 to BALANCE3 that takes an invoice's balance at an age in
-// days, or 0 for none. The report and the export have their own boundaries.
-int reportAgeing(int days);
-int exportAgeing(int days);
-// Writes the ageing columns of every invoice with a balance above 0, by the rule.
-void Age_invoices(int (*rule)(int days));

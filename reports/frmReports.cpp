@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "report/Report.h"
 #include "reports/ReportList.h"
+#include "store/Ageing.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
 #include "store/Numbers.h"

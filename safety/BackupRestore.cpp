@@ -1,11 +1,11 @@
 #include "safety/BackupRestore.h"
 
 #include "platform/Platform.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Schema.h"
 
 #include <QDir>
@@ -74,24 +74,11 @@ void Command(const char* procedure, const std::function<void()>& body)
 void writeBackup(const QString& target)
 {
     const auto live = Database::open(liveFile());
-    writeThenRename(target, [&](const QString& temporary) { live->copyInto(*Database::create(temporary)); });
-}
-
-// A restore source must be a sound data file of this program.
-bool soundDataFile(Database& db)
-{
-    try {
-        if (db.texts(QStringLiteral("PRAGMA integrity_check")) != QStringList{QStringLiteral("ok")})
-            return false;
-        const QStringList tables =
-            db.texts(QStringLiteral("SELECT lower(name) FROM sqlite_master WHERE type = 'table'"));
-        for (const TableDef& t : schemaTables())
-            if (!tables.contains(QString::fromLatin1(t.name).toLower()))
-                return false;
-        return true;
-    } catch (const VbError&) {
-        return false; // not a database at all, or cut short
-    }
+    writeThenRename(target, [&](const QString& temporary) {
+        live->copyInto(*Database::create(temporary));
+        // The copy is as private as the books it copies.
+        QFile::setPermissions(temporary, QFile::permissions(liveFile()));
+    });
 }
 
 void restoreFrom(const QString& source)
@@ -99,7 +86,7 @@ void restoreFrom(const QString& source)
     if (sameFile(source, liveFile()))
         throw Silent{};
     const auto from = Database::openToRead(source);
-    if (!soundDataFile(*from))
+    if (!from->isSoundDataFile())
         throw Silent{};
     // The copy runs in the live file's own transaction: all of it lands, or none.
     from->copyInto(*Database::open(liveFile()));

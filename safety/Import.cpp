@@ -1,5 +1,6 @@
 #include "safety/Import.h"
 
+#include "platform/CodePage.h"
 #include "platform/Platform.h"
 #include "store/Connection.h"
 #include "store/Database.h"
@@ -47,61 +48,63 @@ void Import_file()
     invoiced.open(QStringLiteral("invoiced"), ConnectionString, Recordset::adLockPessimistic);
     customers.open(QStringLiteral("customers"), ConnectionString, Recordset::adLockPessimistic);
     // The whole file in one transaction; what was stored before a failure is kept.
-    const WriteBatch transaction(Database::open(dataSourceOf(ConnectionString)));
-
-    // Where each field of a line goes, in the order the columns are assigned; every
-    // value goes as text, for the store to convert.
-    struct Column {
-        const char* name;
-        int field;
-    };
-    static const Column customer[] = {
-        {"CustID", 1},       {"Date", 2},         {"FirstName", 4},    {"LastName", 5},    {"Phone", 6},
-        {"Address", 7},      {"Address2", 8},     {"City", 9},         {"Postcode", 10},   {"DelAddress1", 17},
-        {"DelAddress2", 18}, {"DelAddress3", 19}, {"DelAddress4", 20}, {"DelAddress5", 21}};
-    // Paid in full: what was owed was settled before it came here.
-    static const Column invoice[] = {{"CustNo", 1},    {"Date", 2},   {"InvNo", 3},
-                                     {"Subtotal", 11}, {"Total", 11}, {"Paid", 11}};
-    auto set = [](Recordset& rs, const char* column, const Value& value) { rs.setField(QLatin1String(column), value); };
-    const QString empty;
-
-    for (const QString& line : lines) {
-        auto field = [&](int n) { return Value(Csv_field(line, n)); };
-
-        customers.addNew();
-        for (const Column& c : customer)
-            set(customers, c.name, field(c.field));
-        set(customers, "address4", empty);
-        set(customers, "notes", empty);
-        customers.update();
-
-        invoices.addNew();
-        for (const Column& c : invoice)
-            set(invoices, c.name, field(c.field));
-        set(invoices, "Vat", 0);
-        set(invoices, "Discount", 0);
-        set(invoices, "Balance", 0);
-        set(invoices, "Notes", empty);
-        set(invoices, "CustomerName", Csv_field(line, 4) + ' ' + Csv_field(line, 5));
-        invoices.update();
-
-        auto addLine = [&](int description, int amount) {
-            invoiced.addNew();
-            set(invoiced, "InvNo", field(3));
-            set(invoiced, "Description", field(description));
-            set(invoiced, "Amount", field(amount));
-            set(invoiced, "Total", field(amount));
-            set(invoiced, "Qty", 1);
-            set(invoiced, "PartID", empty);
-            invoiced.update();
+    Write_batch(Database::open(dataSourceOf(ConnectionString)), [&] {
+        // Where each field of a line goes, in the order the columns are assigned; every
+        // value goes as text, for the store to convert.
+        struct Column {
+            const char* name;
+            int field;
         };
-        addLine(12, 13);
-        if (!Csv_field(line, 14).trimmed().isEmpty())
-            addLine(14, 15);
-    }
-    invoices.close();
-    invoiced.close();
-    customers.close();
+        static const Column customer[] = {
+            {"CustID", 1},       {"Date", 2},         {"FirstName", 4},    {"LastName", 5},    {"Phone", 6},
+            {"Address", 7},      {"Address2", 8},     {"City", 9},         {"Postcode", 10},   {"DelAddress1", 17},
+            {"DelAddress2", 18}, {"DelAddress3", 19}, {"DelAddress4", 20}, {"DelAddress5", 21}};
+        // Paid in full: what was owed was settled before it came here.
+        static const Column invoice[] = {{"CustNo", 1},    {"Date", 2},   {"InvNo", 3},
+                                         {"Subtotal", 11}, {"Total", 11}, {"Paid", 11}};
+        auto set = [](Recordset& rs, const char* column, const Value& value) {
+            rs.setField(QLatin1String(column), value);
+        };
+        const QString empty;
+
+        for (const QString& line : lines) {
+            auto field = [&](int n) { return Value(Csv_field(line, n)); };
+
+            customers.addNew();
+            for (const Column& c : customer)
+                set(customers, c.name, field(c.field));
+            set(customers, "address4", empty);
+            set(customers, "notes", empty);
+            customers.update();
+
+            invoices.addNew();
+            for (const Column& c : invoice)
+                set(invoices, c.name, field(c.field));
+            set(invoices, "Vat", 0);
+            set(invoices, "Discount", 0);
+            set(invoices, "Balance", 0);
+            set(invoices, "Notes", empty);
+            set(invoices, "CustomerName", Csv_field(line, 4) + ' ' + Csv_field(line, 5));
+            invoices.update();
+
+            auto addLine = [&](int description, int amount) {
+                invoiced.addNew();
+                set(invoiced, "InvNo", field(3));
+                set(invoiced, "Description", field(description));
+                set(invoiced, "Amount", field(amount));
+                set(invoiced, "Total", field(amount));
+                set(invoiced, "Qty", 1);
+                set(invoiced, "PartID", empty);
+                invoiced.update();
+            };
+            addLine(12, 13);
+            if (!Csv_field(line, 14).trimmed().isEmpty())
+                addLine(14, 15);
+        }
+        invoices.close();
+        invoiced.close();
+        customers.close();
+    });
 }
 
 } // namespace
@@ -111,22 +114,6 @@ void mnuImport()
     // The import traps nothing itself: a failure takes the program's one way out, named
     // after the menu command it came from.
     BusyTrap(QStringLiteral("frmMain"), "mnuImport_Click", [] { Import_file(); });
-}
-
-QString fromWindows1252(const QByteArray& bytes)
-{
-    // 0x80 to 0x9F are the code page's own; every other byte is its Latin-1 character.
-    // The five bytes the code page leaves unassigned pass through as they are.
-    static const char16_t high[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                      0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-                                      0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                      0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-    QString text(bytes.size(), Qt::Uninitialized);
-    for (qsizetype i = 0; i < bytes.size(); ++i) {
-        const auto b = static_cast<unsigned char>(bytes[i]);
-        text[i] = QChar(b >= 0x80 && b < 0xA0 ? high[b - 0x80] : char16_t(b));
-    }
-    return text;
 }
 
 } // namespace safety

@@ -14,7 +14,4 @@ namespace safety
 // box; every row stored before the failure stays, a half-done line included.
 void mnuImport();
 
-// Text in the Windows-1252 code page, the one the program's CSV files are written in.
-QString fromWindows1252(const QByteArray& bytes);
-
 } // namespace safety

@@ -17,15 +17,15 @@
 #include "reports/frmReports.h"
 #include "safety/BackupRestore.h"
 #include "safety/Import.h"
-#include "shell/Globals.h"
-#include "shell/SettingsTable.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Numbers.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
+#include "store/SettingsTable.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -156,6 +156,7 @@ void frmMain::MDIForm_Load()
 {
     BusyTrap(Module, "Load", [this] {
         SetupDone = 0;
+        Remove_unfinished_writes();
         // Only a plain file counts: a folder of that name is no data file.
         const QFileInfo info(dataFile());
         if (!info.exists() || !info.isFile())
@@ -203,6 +204,7 @@ void frmMain::Create_database()
                 step([&] {
                     db = Database::create(building);
                     db->exec(QStringLiteral("BEGIN"));
+                    db->setSchemaVersion(SchemaVersion);
                 });
                 for (const TableDef& table : schemaTables())
                     for (const QString& sql : createStatements(table))
@@ -213,6 +215,8 @@ void frmMain::Create_database()
                         });
                 if (db)
                     step([&] { db->exec(QStringLiteral("COMMIT")); });
+                // The books are the user's alone.
+                QFile::setPermissions(building, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
             });
         });
     } catch (const Abandoned&) {

@@ -56,10 +56,17 @@ Currency Currency::fromText(const QString& text)
         throw VbError(err::TypeMismatch);
     for (int k = fracDigits; k < 4; ++k)
         frac *= 10;
-    qint64 ticks = whole * Scale + frac;
-    if (roundDigit > 5 || (roundDigit == 5 && (beyondHalf || (ticks & 1))))
-        ++ticks;
-    return Currency(negative ? -ticks : ticks);
+    // Counted without a sign, so that the most negative amount has a magnitude too; past
+    // either end of the range is error 6, never a wrap to the other sign.
+    quint64 units = 0;
+    bool over = __builtin_mul_overflow(quint64(whole), quint64(Scale), &units) ||
+                __builtin_add_overflow(units, quint64(frac), &units);
+    if (roundDigit > 5 || (roundDigit == 5 && (beyondHalf || (units & 1))))
+        over = over || __builtin_add_overflow(units, quint64(1), &units);
+    const quint64 limit = negative ? quint64(1) << 63 : (quint64(1) << 63) - 1;
+    if (over || units > limit)
+        throw VbError(err::Overflow);
+    return Currency(negative ? qint64(quint64(0) - units) : qint64(units));
 }
 
 QString Currency::toString() const

@@ -1,5 +1,6 @@
 #include "store/Database.h"
 
+#include "platform/Platform.h"
 #include "store/Errors.h"
 #include "store/Numbers.h"
 #include "store/Schema.h"
@@ -7,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMap>
+#include <QSaveFile>
 #include <cstdio>
 #include <sqlite3.h>
 
@@ -30,6 +32,8 @@ int classicNumber(int code, const QString& message)
         return err::CannotOpenFile;
     case SQLITE_FULL:
         return err::DiskFull;
+    case SQLITE_IOERR:
+        return err::DeviceIO;
     case SQLITE_READONLY:
     case SQLITE_PERM:
     case SQLITE_BUSY: // a file in use
@@ -76,10 +80,23 @@ std::shared_ptr<Database> Database::open(const QString& path)
         db->fail(rc, key);
     sqlite3_extended_result_codes(db->db_, 1);
     sqlite3_busy_timeout(db->db_, 5000);
-    // Reading the catalogue proves the file is one of ours before anything is written.
+    // Reading the catalogue proves the file is one of ours before anything is written;
+    // a file a newer version wrote may hold what this one would spoil.
     db->exec(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    if (db->schemaVersion() > SchemaVersion)
+        throw VbError(err::NewerDataFile);
     db->exec(QStringLiteral("PRAGMA journal_mode=DELETE"));
     db->exec(QStringLiteral("PRAGMA synchronous=FULL"));
+    // The read above rolled back a journal that held a cut-short transaction. One left by a
+    // write killed before its first page is no such journal, and would stay; with the file
+    // locked for this handle alone no one is writing, so it can go. Another program busy
+    // with the file keeps its journal: the lock is then not had, and nothing is removed.
+    const QString journal = key + QStringLiteral("-journal");
+    if (QFileInfo::exists(journal) &&
+        sqlite3_exec(db->db_, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr) == SQLITE_OK) {
+        QFile::remove(journal);
+        db->exec(QStringLiteral("COMMIT"));
+    }
     pool()[key] = db;
     return db;
 }
@@ -106,6 +123,35 @@ std::shared_ptr<Database> Database::openToRead(const QString& path)
         db->fail(rc, path);
     sqlite3_extended_result_codes(db->db_, 1);
     return db;
+}
+
+int Database::schemaVersion()
+{
+    return texts(QStringLiteral("PRAGMA user_version")).value(0).toInt();
+}
+
+bool Database::isSoundDataFile()
+{
+    try {
+        if (texts(QStringLiteral("PRAGMA integrity_check")) != QStringList{QStringLiteral("ok")} ||
+            schemaVersion() > SchemaVersion)
+            return false;
+        for (const TableDef& t : schemaTables()) {
+            const QStringList columns =
+                texts(QStringLiteral("SELECT lower(name) FROM pragma_table_info('%1')").arg(QLatin1String(t.name)));
+            for (const ColumnDef& c : t.columns)
+                if (!columns.contains(QString::fromLatin1(c.name).toLower()))
+                    return false; // a missing table has no columns at all
+        }
+        return true;
+    } catch (const VbError&) {
+        return false; // not a database at all, or cut short
+    }
+}
+
+void Database::setSchemaVersion(int version)
+{
+    exec(QStringLiteral("PRAGMA user_version = %1").arg(version));
 }
 
 void Database::closeAll()
@@ -165,18 +211,69 @@ void Database::copyInto(Database& target)
     target.touched();
 }
 
+namespace
+{
+
+// The temporary files being written, listed in the program's folder until they are in
+// place or gone, so that a run cut short has them removed at the next start.
+QString unfinishedList()
+{
+    return platform::programFile(QStringLiteral(".unfinished-writes"));
+}
+
+QStringList unfinished()
+{
+    QFile list(unfinishedList());
+    if (!list.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(list.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+void setUnfinished(const QStringList& paths)
+{
+    if (paths.isEmpty()) {
+        QFile::remove(unfinishedList());
+        return;
+    }
+    QSaveFile list(unfinishedList());
+    if (list.open(QIODevice::WriteOnly)) {
+        list.write(paths.join(QLatin1Char('\n')).toUtf8() + '\n');
+        list.commit();
+    }
+}
+
+} // namespace
+
 void writeThenRename(const QString& path, const std::function<void(const QString& temporary)>& write)
 {
-    const QString temporary = path + QStringLiteral(".new");
+    const QString temporary = QFileInfo(path + QStringLiteral(".new")).absoluteFilePath();
     QFile::remove(temporary);
+    setUnfinished(unfinished() << temporary);
+    const auto done = [&] {
+        QFile::remove(temporary);
+        QFile::remove(temporary + QStringLiteral("-journal"));
+        QStringList rest = unfinished();
+        rest.removeAll(temporary);
+        setUnfinished(rest);
+    };
     try {
         write(temporary);
         if (std::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(path).constData()) != 0)
             throw VbError(err::PathFileAccess);
     } catch (...) {
-        QFile::remove(temporary);
+        done();
         throw;
     }
+    done();
+}
+
+void Remove_unfinished_writes()
+{
+    for (const QString& temporary : unfinished()) {
+        QFile::remove(temporary);
+        QFile::remove(temporary + QStringLiteral("-journal"));
+    }
+    setUnfinished({});
 }
 
 void Database::fail(int code, const QString& context) const
@@ -286,30 +383,28 @@ StatementScope::~StatementScope()
     sqlite3_reset(st_);
 }
 
-WriteBatch::WriteBatch(std::shared_ptr<Database> db) : db_(std::move(db))
+void Write_batch(const std::shared_ptr<Database>& db, const std::function<void()>& writes)
 {
-    db_->exec(QStringLiteral("BEGIN IMMEDIATE"));
-}
-
-WriteBatch::~WriteBatch()
-{
-    if (!open_)
-        return;
-    db_->touched(); // writes made through prepared statements leave recordsets' rows stale
-    try {
-        db_->exec(QStringLiteral("COMMIT"));
-    } catch (const VbError&) {
-        // A failed write may have ended the transaction already; leave none open.
+    db->exec(QStringLiteral("BEGIN IMMEDIATE"));
+    const auto commit = [&] {
+        db->touched(); // writes made through prepared statements leave recordsets' rows stale
+        // A failed write may have ended the transaction already: nothing is left to commit.
+        if (sqlite3_get_autocommit(db->handle()))
+            return;
         try {
-            db_->exec(QStringLiteral("ROLLBACK"));
+            db->exec(QStringLiteral("COMMIT"));
         } catch (const VbError&) {
+            // Leave no transaction open behind the failure that is reported.
+            if (!sqlite3_get_autocommit(db->handle()))
+                sqlite3_exec(db->handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+            throw;
         }
+    };
+    try {
+        writes();
+    } catch (...) {
+        commit();
+        throw;
     }
-}
-
-void WriteBatch::commit()
-{
-    open_ = false;
-    db_->touched();
-    db_->exec(QStringLiteral("COMMIT"));
+    commit();
 }

@@ -35,6 +35,12 @@ public:
     // A prepared statement, kept for reuse; reset before it is handed out.
     sqlite3_stmt* prepare(const QString& sql);
     void exec(const QString& sql);
+    // The schema version the file records.
+    int schemaVersion();
+    // A sound file of ours that this version can read: it passes the integrity check,
+    // records no newer schema, and holds every table and column the program uses.
+    bool isSoundDataFile();
+    void setSchemaVersion(int version);
     // The first column of every row a statement answers, as text.
     QStringList texts(const QString& sql);
     // Copies this whole database over another, consistently, in the other's own
@@ -65,6 +71,9 @@ private:
 // when the writer has finished, so that no one ever finds half a file there. A failure
 // of the writer or the rename removes the temporary file and goes on to the caller.
 void writeThenRename(const QString& path, const std::function<void(const QString& temporary)>& write);
+// Removes the temporary files of writes that a run cut short (a kill, a power cut) left
+// behind; run at the start.
+void Remove_unfinished_writes();
 
 // Resets a statement when it goes out of scope, so that no read stays open.
 class StatementScope
@@ -78,19 +87,9 @@ private:
     sqlite3_stmt* st_;
 };
 
-// Holds a routine's writes in one transaction: one disk sync instead of one a row. It is
+// Runs a routine's writes in one transaction: one disk sync instead of one a row. It is
 // committed however the routine ends, so what was written before a failure stands as it
-// would had each write been committed alone. commit() lets a routine see its commit fail.
-class WriteBatch
-{
-public:
-    explicit WriteBatch(std::shared_ptr<Database> db);
-    ~WriteBatch();
-    WriteBatch(const WriteBatch&) = delete;
-    WriteBatch& operator=(const WriteBatch&) = delete;
-    void commit();
-
-private:
-    std::shared_ptr<Database> db_;
-    bool open_ = true;
-};
+// would had each write been committed alone. A commit that fails (a full disk, a failing
+// disk) is the routine's failure and goes on to its caller; when the routine failed too,
+// the commit's failure, which lost its writes, is the one that goes on.
+void Write_batch(const std::shared_ptr<Database>& db, const std::function<void()>& writes);

@@ -23,14 +23,22 @@ QString standardErrorText(int number)
         return QStringLiteral("File already exists");
     case err::DiskFull:
         return QStringLiteral("Disk full");
+    case err::DeviceIO:
+        return QStringLiteral("Device I/O error");
     case err::PermissionDenied:
         return QStringLiteral("Permission denied");
     case err::PathFileAccess:
         return QStringLiteral("Path/File access error");
     case err::PathNotFound:
         return QStringLiteral("Path not found");
+    case err::ObjectNotSet:
+        return QStringLiteral("Object variable or With block variable not set");
     case err::InvalidUseOfNull:
         return QStringLiteral("Invalid use of Null");
+    case err::InvalidPicture:
+        return QStringLiteral("Invalid picture");
+    case err::ObjectClosed:
+        return QStringLiteral("Operation is not allowed when the object is closed.");
     case err::NoCurrentRecord:
         return QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. "
                               "Requested operation requires a current record.");
@@ -57,6 +65,9 @@ QString standardErrorText(int number)
         return QStringLiteral("The data file reported a failure.");
     case err::UnrecognisedDatabase:
         return QStringLiteral("Unrecognized database format.");
+    case err::NewerDataFile:
+        return QStringLiteral("The data file was written by a newer version of Velk Invoice. Start that version "
+                              "to open it; this one has left the file as it was.");
     default:
         return QStringLiteral("Application-defined or object-defined error");
     }

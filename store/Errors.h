@@ -14,10 +14,13 @@ enum : int {
     FileNotFound = 53,
     FileAlreadyExists = 58,
     DiskFull = 61,
+    DeviceIO = 57,
     PermissionDenied = 70,
     PathFileAccess = 75,
     PathNotFound = 76,
+    ObjectNotSet = 91,
     InvalidUseOfNull = 94,
+    InvalidPicture = 481,
     NoCurrentRecord = 3021,
     DuplicateKey = 3022,
     CannotOpenFile = 3051,
@@ -29,7 +32,9 @@ enum : int {
     NotSupported = 3251,
     SqlSyntax = 3075,
     DatabaseFailure = 3197,
+    ObjectClosed = 3704,
     UnrecognisedDatabase = -2147467259,
+    NewerDataFile = -2147221503, // the program's own range, from vbObjectError + 1
 };
 }
 

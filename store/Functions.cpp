@@ -220,7 +220,8 @@ void Report_error(int number, const QString& module, const QString& procedure, c
         QDir(platform::programDir()).mkpath(QStringLiteral("Logs"));
         const QString name = platform::now().toString(QStringLiteral("yyyyMMddhhmmss")) + QStringLiteral(".log");
         QFile log(platform::programFile(QStringLiteral("Logs/") + name));
-        if (log.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        // A log names the business's customers and figures: the user's eyes only.
+        if (log.open(QIODevice::WriteOnly | QIODevice::Truncate, QFileDevice::ReadOwner | QFileDevice::WriteOwner))
             log.write((message + QStringLiteral("\r\n")).toUtf8());
     } catch (const std::exception&) {
     }

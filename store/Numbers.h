@@ -21,11 +21,12 @@ QString numberText(double value);
 qint16 toInt16(double value);
 qint32 toInt32(double value);
 
-// Dates as the windows show them, and as the store keeps them.
 // A whole number of units of 10^-places as decimal text, such as "-12.30"; trimmed, the
 // fraction's closing zeros go, and its point with them. Written by hand: lists and
 // exports turn every amount into text.
 QString decimalText(bool negative, quint64 units, int places, bool trimmed);
+
+// Dates as the windows show them, and as the store keeps them.
 QString dateText(const QDate& date);          // DD/MM/YYYY
 QString dateTimeText(const QDateTime& value); // DD/MM/YYYY, with hh:mm:ss when there is a time
 QString isoDateText(const QDateTime& value);  // YYYY-MM-DD, with " hh:mm:ss" when there is a time

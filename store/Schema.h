@@ -32,6 +32,11 @@ struct TableDef {
     const IndexDef* index(const QString& name) const;   // without regard to case
 };
 
+// The schema version a data file records (PRAGMA user_version). Files written before the
+// version was recorded read 0 and hold the same tables as version 1. A file of a higher
+// version than this build knows is refused and left as it is.
+constexpr int SchemaVersion = 1;
+
 // The six tables, in the order in which the file is built.
 const std::vector<TableDef>& schemaTables();
 const TableDef* schemaTable(const QString& name); // without regard to case

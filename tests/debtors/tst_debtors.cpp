@@ -4,11 +4,11 @@
 
 #include "debtors/frmDebtor.h"
 #include "platform/MemoBox.h"
-#include "shell/Globals.h"
 #include "shell/frmMain.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -6,8 +6,8 @@
 #include "help/Help_frm.h"
 #include "help/frmBrowser.h"
 #include "platform/Browser.h"
-#include "shell/Globals.h"
 #include "shell/frmMain.h"
+#include "store/Globals.h"
 
 #include <QAction>
 #include <QTcpServer>

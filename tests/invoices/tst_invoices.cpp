@@ -10,11 +10,11 @@
 #include "platform/Activation.h"
 #include "platform/MemoBox.h"
 #include "report/ReportRenderer.h"
-#include "shell/Globals.h"
 #include "shell/frmMain.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/ListRules.h"
 
 #include <QAction>
@@ -611,6 +611,7 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
         QCOMPARE(ui.reports.size(), 1);
         const auto r = ui.reports[0].report;
         QCOMPARE(r->name, QStringLiteral("Invoice%1_rpt").arg(type));
+        QCOMPARE(r->documentName, child<QLineEdit>(*w, "Inv_lbl")->text().trimmed()); // the PDF's proposed name
         QStringList got, hiddenGot;
         for (const QString& c : captions)
             got << c.section('=', 0, 0) + "=" +

@@ -5,10 +5,10 @@
 #include "items/frm_AddPart.h"
 #include "items/frm_Parts.h"
 #include "platform/MemoBox.h"
-#include "shell/Globals.h"
 #include "shell/frmMain.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 
 #include <QAction>
 #include <QCheckBox>

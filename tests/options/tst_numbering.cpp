@@ -3,9 +3,9 @@
 
 #include "TestUi.h"
 
-#include "options/Numbering.h"
-#include "shell/Globals.h"
 #include "shell/frmMain.h"
+#include "store/Globals.h"
+#include "store/Numbering.h"
 
 using namespace platform;
 

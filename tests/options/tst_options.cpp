@@ -6,8 +6,8 @@
 #include "options/frmInvoiceSet.h"
 #include "options/frm_setup.h"
 #include "platform/Activation.h"
-#include "shell/Globals.h"
 #include "shell/frmMain.h"
+#include "store/Globals.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -3,6 +3,7 @@
 
 #include "TestUi.h"
 
+#include "platform/CodePage.h"
 #include "platform/Icons.h"
 #include "platform/Keys.h"
 #include "platform/ProgramFolder.h"
@@ -176,6 +177,35 @@ private slots:
                              numberKey('.', "12", true), numberKey('.', "1.2", true), numberKey('.', "12", false),
                              numberKey(8, "12", false), numberKey(22, "12", false)}),
                  (QList<int>{'5', 0, 0, '.', 0, 0, 8, 22}));
+    }
+
+    // Every byte reads as one character and writes back as itself: an imported file
+    // exported again keeps its bytes, the five bytes the page leaves unassigned included.
+    void codePageRoundTrip()
+    {
+        for (int b = 0; b < 256; ++b) {
+            const QByteArray byte(1, char(b));
+            const QString text = fromWindows1252(byte);
+            QCOMPARE(text.size(), 1);
+            QCOMPARE(toWindows1252(text), byte);
+        }
+        const QList<std::pair<int, char16_t>> page{{0x41, u'A'},      {0x80, u'\u20AC'}, {0x81, u'\u0081'},
+                                                   {0x8D, u'\u008D'}, {0x8F, u'\u008F'}, {0x90, u'\u0090'},
+                                                   {0x91, u'\u2018'}, {0x9D, u'\u009D'}, {0x9F, u'\u0178'},
+                                                   {0xA0, u'\u00A0'}, {0xE9, u'\u00E9'}, {0xFF, u'\u00FF'}};
+        for (const auto& [b, u] : page)
+            QCOMPARE(fromWindows1252(QByteArray(1, char(b))), QString(QChar(u)));
+    }
+
+    void codePageWritesWhatItLacksAsQuestionMarks()
+    {
+        QCOMPARE(toWindows1252("a,b Café ÿ €‘’Ÿ"), QByteArray("a,b Caf\xe9 \xff \x80\x91\x92\x9f"));
+        // Control characters of bytes the page gives to others, outside the page, and one
+        // character beyond the basic plane, each as one "?".
+        QCOMPARE(toWindows1252(QString::fromUtf8("\u0080\u0091 Ω 日 a\xf0\x9f\x98\x80z")), QByteArray("?? ? ? a?z"));
+        QByteArray line("kept,");
+        appendWindows1252(line, QStringLiteral("Zoë"));
+        QCOMPARE(line, QByteArray("kept,Zo\xeb"));
     }
 };
 

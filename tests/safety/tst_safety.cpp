@@ -4,12 +4,13 @@
 #include "TestUi.h"
 
 #include "safety/Import.h"
-#include "shell/Globals.h"
 #include "shell/frmMain.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
+#include "store/Schema.h"
 
 #include <QAction>
 #include <QMenu>
@@ -96,6 +97,8 @@ private slots:
             {"restore: not a database", "mnurestore", "usb/Data.mdb", "text", "Confirm", ""},
             {"restore: cut short", "mnurestore", "usb/Data.mdb", "half", "Confirm", ""},
             {"restore: another program's", "mnurestore", "usb/Data.mdb", "foreign", "Confirm", ""},
+            {"restore: a column missing", "mnurestore", "usb/Data.mdb", "no column", "Confirm", ""},
+            {"restore: from a newer version", "mnurestore", "usb/Data.mdb", "newer", "Confirm", ""},
             {"restore: the live file", "mnurestore", "usb/Data.mdb", "link", "Confirm", ""},
             {"restore: cancelled", "mnurestore", "", "", "", ""}};
         for (auto& [row, command, file, lies, title, text] : rows)
@@ -120,7 +123,7 @@ private slots:
         QDir(ui.dir()).mkdir("usb");
         QFile::link(data, ui.file("link.mdb"));
         writeFile(ui.file("old.mdb"), "previous backup");
-        if (lies == "copy" || lies == "half")
+        if (lies == "copy" || lies == "half" || lies == "no column" || lies == "newer")
             writeFile(source, fileBytes(data).first(fileBytes(data).size() / (lies == "half" ? 2 : 1)));
         else if (lies == "text")
             writeFile(source, "just some notes\n");
@@ -128,6 +131,10 @@ private slots:
             Database::create(source)->exec("CREATE TABLE Customers (x); CREATE TABLE Notes (y)");
         else if (lies == "link")
             QFile::link(data, source);
+        if (lies == "no column") // sound, but a table short of one column
+            Database::create(source)->exec("ALTER TABLE Customers DROP COLUMN Notes");
+        else if (lies == "newer")
+            Database::create(source)->setSchemaVersion(SchemaVersion + 1);
         Database::closeAll();
         PlainConnection.open(ConnectionString);
         const QByteArray before = fileBytes(data);

@@ -3,14 +3,14 @@
 #include "TestUi.h"
 
 #include "platform/Activation.h"
-#include "shell/Globals.h"
-#include "shell/SettingsTable.h"
 #include "shell/frmMain.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Schema.h"
+#include "store/SettingsTable.h"
 
 #include <QAction>
 #include <QtTest>
@@ -187,6 +187,40 @@ private slots:
         frmMain w;
         QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));
         QVERIFY(QFileInfo(ui.file("data.mdb")).isDir());
+        VERIFY_UI(ui);
+    }
+
+    // A new file records the schema version; files of earlier versions (0: every file
+    // written before it was recorded) open as they are, a newer one is refused untouched.
+    void schemaVersion_data()
+    {
+        QTest::addColumn<int>("version");
+        QTest::newRow("before versions were recorded") << 0;
+        QTest::newRow("this version") << SchemaVersion;
+        QTest::newRow("a newer version") << SchemaVersion + 1;
+    }
+    void schemaVersion()
+    {
+        QFETCH(int, version);
+        TestUi ui;
+        makeDataFile(ui, {{{"BusinessName", "Shop"}}});
+        const QString path = ui.file("data.mdb");
+        QCOMPARE(Database::openToRead(path)->schemaVersion(), SchemaVersion);
+        Database::create(path)->setSchemaVersion(version);
+        const QByteArray before = fileBytes(path);
+        frmMain w;
+        if (version > SchemaVersion) {
+            ui.expectBox("Error Message", errorBox(err::NewerDataFile, "Load"));
+            QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));
+            QVERIFY(ui.shownBoxes.last().contains("written by a newer version of Velk Invoice"));
+        } else {
+            w.MDIForm_Load();
+            QCOMPARE(SetupDone, 1);
+            QCOMPARE(settings.BusinessName.trimmed(), QStringLiteral("Shop"));
+            w.close();
+        }
+        Database::closeAll();
+        QCOMPARE(fileBytes(path), before);
         VERIFY_UI(ui);
     }
 

@@ -2,11 +2,12 @@
 
 #include "platform/Activation.h"
 #include "report/ReportRenderer.h"
-#include "shell/Globals.h"
+#include "shell/Opener.h"
 #include "shell/frmMain.h"
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Recordset.h"
 
 #include <QAbstractButton>
@@ -64,6 +65,7 @@ QString runTool(const QString& program, const QStringList& arguments)
 TestUi::TestUi()
 {
     resetGlobals();
+    Install_window_opener();
     PlainConnection.close();
     ShapeConnection.close();
     ConnectionString.clear();
@@ -120,7 +122,7 @@ TestUi::TestUi()
         }
         throw ProgramEnded{code};
     };
-    h.showReport = [this](report::Report& r) {
+    report::previewHook() = [this](report::Report& r) {
         const report::Layout layout(r, paper);
         const QString pdf = dir_.filePath(QStringLiteral("%1-%2.pdf").arg(r.name).arg(reports.size() + 1));
         if (!layout.writePdf(pdf))

@@ -4,6 +4,7 @@
 // end instead of blocking a headless run.
 
 #include "platform/Platform.h"
+#include "report/Report.h"
 #include "store/Value.h"
 
 #include <QApplication>
@@ -95,6 +96,12 @@ QByteArray fileBytes(const QString& path);
 QStringList listRows(QTreeWidget* list, const QString& separator = QStringLiteral(" | "));
 // On screen and in front, so that focus and shortcuts are those a user meets.
 void showUp(QWidget& window);
+// Makes a window of the class under a parent, for tables of windows.
+using WindowMaker = std::function<QDialog*(QWidget* parent)>;
+template <class Window> WindowMaker makeWindow()
+{
+    return [](QWidget* parent) { return new Window(parent); };
+}
 // A control of a window by its name; a missing one ends the test run at once.
 template <class T> T* child(QWidget& window, const QString& name)
 {

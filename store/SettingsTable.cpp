@@ -1,4 +1,4 @@
-#include "shell/SettingsTable.h"
+#include "store/SettingsTable.h"
 
 #include "store/Errors.h"
 #include "store/Functions.h"

@@ -1,9 +1,9 @@
-#include "options/Numbering.h"
+#include "store/Numbering.h"
 
 #include "platform/Platform.h"
-#include "shell/Globals.h"
 #include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/Globals.h"
 #include "store/Numbers.h"
 #include "store/Recordset.h"
 #include "store/Value.h"

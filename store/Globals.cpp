@@ -1,4 +1,4 @@
-#include "shell/Globals.h"
+#include "store/Globals.h"
 
 SettingsRecord settings;
 qint16 SetupDone = 0;

@@ -3,7 +3,7 @@
 // record field, the field's width and how a Null in the column reads. Every load, write
 // and copy of the settings goes through this one table.
 
-#include "shell/Globals.h"
+#include "store/Globals.h"
 #include "store/Value.h"
 
 #include <QList>
