@@ -70,8 +70,20 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
     setObjectName(QStringLiteral("frmAddCust"));
     onActivate(this, [this] { Form_Activate(); });
     setWindowTitle(QStringLiteral("Customer"));
+    // Built top to bottom: the controls take the focus in the order they are made.
     auto* layout = new QVBoxLayout(this);
+    buildDetails(layout);
+    buildHelpLine(layout);
+    buildHistory(layout);
+    buildCommands(layout);
+    connectEvents();
+    setPrompts();
+    openCustomer();
+}
 
+// The customer's fields, billing address beside delivery address.
+void frmAddCust::buildDetails(QVBoxLayout* layout)
+{
     auto* cust_frame = new QGroupBox(QStringLiteral("Customer Info:"), this);
     cust_frame->setObjectName(QStringLiteral("cust_frame"));
     auto* grid = new QGridLayout(cust_frame);
@@ -147,14 +159,21 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
     copy_cmd->setObjectName(QStringLiteral("copy_cmd"));
     grid->addWidget(copy_cmd, r, 3);
     layout->addWidget(cust_frame);
+}
 
+void frmAddCust::buildHelpLine(QVBoxLayout* layout)
+{
     auto* status = new QHBoxLayout;
     status->addWidget(caption(QStringLiteral("Help Notes"), nullptr, this));
     help_lbl = caption(QString(), "help_lbl", this);
     help_lbl->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     status->addWidget(help_lbl, 1);
     layout->addLayout(status);
+}
 
+// The customer's invoices with their commands and the balance due.
+void frmAddCust::buildHistory(QVBoxLayout* layout)
+{
     inv_frame = new QGroupBox(QStringLiteral("Invoice History:"), this);
     inv_frame->setObjectName(QStringLiteral("inv_frame"));
     auto* history = new QVBoxLayout(inv_frame);
@@ -185,7 +204,10 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
     historyButtons->addWidget(Total_lbl);
     history->addLayout(historyButtons);
     layout->addWidget(inv_frame);
+}
 
+void frmAddCust::buildCommands(QVBoxLayout* layout)
+{
     auto* buttons = new QHBoxLayout;
     Customize_cmd = new QPushButton(QStringLiteral("Customize"), this);
     Customize_cmd->setObjectName(QStringLiteral("Customize_cmd"));
@@ -199,7 +221,10 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
     buttons->addWidget(Save_cmd);
     buttons->addWidget(exit_cmd);
     layout->addLayout(buttons);
+}
 
+void frmAddCust::connectEvents()
+{
     for (QPushButton* b : {copy_cmd, Add_cmd, Edit_cmd, Delete_cmd, Customize_cmd, exit_cmd})
         b->setAutoDefault(false);
     connect(Save_cmd, &QPushButton::clicked, this, &frmAddCust::Save_cmd_Click);
@@ -211,7 +236,12 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
     connect(Delete_cmd, &QPushButton::clicked, this, &frmAddCust::Delete_cmd_Click);
     connect(Inv_lst, &QTreeWidget::itemDoubleClicked, this, &frmAddCust::Edit_cmd_Click);
     connect(DTPicker1, &QDateEdit::dateChanged, this, [this] { Changed = true; });
+}
 
+// What the help line says as each field is entered, and whether entering it makes Save
+// the default button.
+void frmAddCust::setPrompts()
+{
     const QString address = QStringLiteral("Please enter address.");
     prompts_ = {{FirstName_txt, {QStringLiteral("Please enter first name."), true}},
                 {Lastname_txt, {QStringLiteral("Please enter last name."), true}},
@@ -230,8 +260,11 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
                 {delAddress4, {address, true}},
                 {delpostcode, {address, true}},
                 {Notes_txt, {QStringLiteral("Please enter any notes here."), true}}};
+}
 
-    // Opening.
+// A new customer or the one handed over; filling the fields is no change by the user.
+void frmAddCust::openCustomer()
+{
     Changed = false;
     Inv_lst->clear();
     if (NewCustomerMode == 1) {
@@ -243,7 +276,6 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
     }
     CustomerChanged = 0;
     LoadSetup();
-    // Filling the fields is no change by the user.
     Changed = false;
     centreWindow(this);
 }

@@ -12,6 +12,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTreeWidget;
+class QVBoxLayout;
 class QWidget;
 
 class frmAddCust : public QDialog
@@ -46,6 +47,14 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void buildDetails(QVBoxLayout* layout);
+    void buildHelpLine(QVBoxLayout* layout);
+    void buildHistory(QVBoxLayout* layout);
+    void buildCommands(QVBoxLayout* layout);
+    void connectEvents();
+    void setPrompts();
+    void openCustomer();
+
     QLineEdit* line(const char* name, int maxLength);
     void unload();
     QString boxText(QWidget* box) const;

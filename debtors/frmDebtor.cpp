@@ -112,8 +112,23 @@ frmDebtor::frmDebtor(QWidget* parent) : QDialog(parent)
     setWindowTitle(QStringLiteral("Aged Debtors"));
     resize(1000, 560);
     auto* layout = new QVBoxLayout(this);
+    buildToolbar(layout);
+    buildList(layout);
+    buildTotals(layout);
+    buildCommands(layout);
+    buildLetterPanel();
 
-    // View, Letters and Help, with separators between them.
+    // Opening, under the hourglass.
+    BusyTrap(objectName(), "Load", [this] {
+        debtor_chk->setChecked(settings.Debtorstart == 1);
+        Load_list();
+        Prepare_letters();
+    });
+}
+
+// View, Letters and Help, with separators between them.
+void frmDebtor::buildToolbar(QVBoxLayout* layout)
+{
     Toolbar1 = new QToolBar(this);
     Toolbar1->setObjectName(QStringLiteral("Toolbar1"));
     Toolbar1->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
@@ -133,7 +148,10 @@ frmDebtor::frmDebtor(QWidget* parent) : QDialog(parent)
         place += 2;
     }
     layout->addWidget(Toolbar1);
+}
 
+void frmDebtor::buildList(QVBoxLayout* layout)
+{
     debtor_lst = new QTreeWidget(this);
     debtor_lst->setObjectName(QStringLiteral("debtor_lst"));
     debtor_lst->setHeaderLabels({QStringLiteral("Cust ID"), QStringLiteral("Customer"), QStringLiteral("Phone No."),
@@ -148,8 +166,11 @@ frmDebtor::frmDebtor(QWidget* parent) : QDialog(parent)
     connect(debtor_lst, &QTreeWidget::itemDoubleClicked, this, [this] { OpenRow(); });
     rules_ = new ListRules(debtor_lst, ListConfig{}, objectName());
     layout->addWidget(debtor_lst, 1);
+}
 
-    // The totals stand under the columns of their periods, wherever those are.
+// The totals stand under the columns of their periods, wherever those are.
+void frmDebtor::buildTotals(QVBoxLayout* layout)
+{
     totalsStrip = new QWidget(this);
     totalsStrip->setMinimumHeight(48);
     auto label = [this](const QString& name, const QString& text) {
@@ -168,7 +189,11 @@ frmDebtor::frmDebtor(QWidget* parent) : QDialog(parent)
     connect(debtor_lst->header(), &QHeaderView::geometriesChanged, this, &frmDebtor::placeTotals);
     connect(debtor_lst->horizontalScrollBar(), &QScrollBar::valueChanged, this, &frmDebtor::placeTotals);
     layout->addWidget(totalsStrip);
+}
 
+// The selection buttons, the start-up tick and Exit.
+void frmDebtor::buildCommands(QVBoxLayout* layout)
+{
     auto* bottom = new QHBoxLayout;
     All_cmd = button(QStringLiteral("All_cmd"), QStringLiteral("Select All"), this);
     Select7_cmd = button(QStringLiteral("Select7_cmd"), QStringLiteral("30 Days"), this);
@@ -190,8 +215,11 @@ frmDebtor::frmDebtor(QWidget* parent) : QDialog(parent)
     bottom->addWidget(Command1);
     connect(Command1, &QPushButton::clicked, this, &QDialog::accept);
     layout->addLayout(bottom);
+}
 
-    // The letter panel stands over the list, hidden until "Letters" shows it.
+// The letter panel stands over the list, hidden until "Letters" shows it.
+void frmDebtor::buildLetterPanel()
+{
     Letter_frame = new QGroupBox(QStringLiteral("Letter Setup"), this);
     Letter_frame->setObjectName(QStringLiteral("Letter_frame"));
     Letter_frame->setAutoFillBackground(true);
@@ -240,13 +268,6 @@ frmDebtor::frmDebtor(QWidget* parent) : QDialog(parent)
     grid->setColumnStretch(1, 1);
     Letter_frame->resize(560, 440);
     Letter_frame->hide();
-
-    // Opening, under the hourglass.
-    BusyTrap(objectName(), "Load", [this] {
-        debtor_chk->setChecked(settings.Debtorstart == 1);
-        Load_list();
-        Prepare_letters();
-    });
 }
 
 // Each time the window comes to the front.

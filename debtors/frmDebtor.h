@@ -15,6 +15,7 @@ class QRadioButton;
 class QToolBar;
 class QTreeWidget;
 class QTreeWidgetItem;
+class QVBoxLayout;
 
 class frmDebtor : public QDialog
 {
@@ -42,6 +43,12 @@ public slots:
     void done(int result) override;
 
 private:
+    void buildToolbar(QVBoxLayout* layout);
+    void buildList(QVBoxLayout* layout);
+    void buildTotals(QVBoxLayout* layout);
+    void buildCommands(QVBoxLayout* layout);
+    void buildLetterPanel();
+
     void Form_Activate();
     void Form_Unload();
     void Prepare_letters();

@@ -98,8 +98,20 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
     setObjectName(QStringLiteral("frmAddInv"));
     onActivate(this, [this] { Form_Activate(); });
     setWindowTitle(QStringLiteral("Invoice"));
+    // Built top to bottom: the controls take the focus in the order they are made.
     auto* layout = new QVBoxLayout(this);
+    buildToolbar(layout);
+    buildHeader(layout);
+    buildLines(layout);
+    buildTotals(layout);
+    buildCommands(layout);
+    buildPicker();
+    connectEvents();
+    openInvoice();
+}
 
+void frmAddInv::buildToolbar(QVBoxLayout* layout)
+{
     Toolbar1 = new QToolBar(this);
     Toolbar1->setObjectName(QStringLiteral("Toolbar1"));
     Toolbar1->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
@@ -118,8 +130,10 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
         ++place;
     }
     layout->addWidget(Toolbar1);
+}
 
-    // The header.
+void frmAddInv::buildHeader(QVBoxLayout* layout)
+{
     auto* header = new QGridLayout;
     Inv_lbl = box(QStringLiteral("Inv_lbl"), 12, Qt::AlignHCenter, this);
     Cust_lbl = label(QString(), QStringLiteral("Cust_lbl"), this);
@@ -172,9 +186,12 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
     header->addWidget(TrackingNo_lbl, 3, 2);
     header->addWidget(TrackingNo_txt, 3, 3);
     layout->addLayout(header);
+}
 
-    // The eight lines. Check1 and tax stand on their filler fields, which carry the
-    // row's colour behind them.
+// The eight lines. Check1 and tax stand on their filler fields, which carry the
+// row's colour behind them.
+void frmAddInv::buildLines(QVBoxLayout* layout)
+{
     auto* lines = new QGridLayout;
     lines->setHorizontalSpacing(2);
     lines->setVerticalSpacing(2);
@@ -220,8 +237,11 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
     }
     lines->setColumnStretch(3, 1);
     layout->addLayout(lines);
+}
 
-    // Notes, totals and payment.
+// Notes, totals and payment.
+void frmAddInv::buildTotals(QVBoxLayout* layout)
+{
     auto* bottom = new QHBoxLayout;
     auto* notes = new QVBoxLayout;
     notes->addWidget(label(QStringLiteral("Notes:"), QString(), this));
@@ -289,7 +309,10 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
     pgrid->addWidget(PaidFull_chk, r, 0, 1, 2);
     bottom->addWidget(payment);
     layout->addLayout(bottom);
+}
 
+void frmAddInv::buildCommands(QVBoxLayout* layout)
+{
     auto* commands = new QHBoxLayout;
     commands->addStretch();
     update_cmd = new QPushButton(QStringLiteral("&Update"), this);
@@ -301,8 +324,11 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
     commands->addWidget(update_cmd);
     commands->addWidget(Exit_cmd);
     layout->addLayout(commands);
+}
 
-    // The item picker floats over the lines, under the row that opened it.
+// The item picker floats over the lines, under the row that opened it.
+void frmAddInv::buildPicker()
+{
     part_frame = new QFrame(this);
     part_frame->setObjectName(QStringLiteral("part_frame"));
     part_frame->setFrameStyle(QFrame::Box | QFrame::Raised);
@@ -332,8 +358,11 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
     config.furtherColumns = 2;
     pickerRules_ = new ListRules(parts_lst, config, objectName());
     pickerRules_->attachSearch(Search_txt, Search_cmd, false);
+}
 
-    // What each control does.
+// What each control does.
+void frmAddInv::connectEvents()
+{
     for (int i = 0; i < Lines; ++i) {
         for (QWidget* c :
              std::initializer_list<QWidget*>{PartID_txt[i], Qty_txt[i], Desc_txt[i], Amount_txt[i], Check1[i], tax[i]})
@@ -363,8 +392,11 @@ frmAddInv::frmAddInv(QWidget* parent) : QDialog(parent)
     });
     connect(update_cmd, &QPushButton::clicked, this, &frmAddInv::Update_cmd_Click);
     connect(Exit_cmd, &QPushButton::clicked, this, &frmAddInv::Exit_cmd_Click);
+}
 
-    // Opening.
+// A new invoice or the one handed over; the tax columns go when tax is off and unused.
+void frmAddInv::openInvoice()
+{
     Inv_lbl->setEnabled(false);
     if (EditInvoiceMode != 0)
         OldInvoice();
@@ -591,9 +623,8 @@ void frmAddInv::lineLeft(Place place)
     }
 }
 
-// One plain pass over the eight rows. Every figure goes through its two-decimal text and
-// is read back from it, so each step rounds as the invoice shows it; the tax alone is
-// summed exactly, line by line at four decimals.
+// The totals pass under the failure trap; a failure turns the busy pointer off before
+// the trap reports it.
 void frmAddInv::Calc_Totals()
 {
     Trap(objectName(), "Calc_Totals", [this] {
@@ -606,8 +637,10 @@ void frmAddInv::Calc_Totals()
     });
 }
 
-// Each figure is read back from the very text its field is given, held here as that
-// text; a field is written only when its text changes, the pass being run on every key.
+// One plain pass over the eight rows. Every figure goes through its two-decimal text and
+// is read back from it, so each step rounds as the invoice shows it; the tax alone is
+// summed exactly, line by line at four decimals. A field is written only when its text
+// changes, the pass being run on every key.
 void frmAddInv::Calc()
 {
     Currency taxSum;

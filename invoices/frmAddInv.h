@@ -16,6 +16,11 @@ class QLineEdit;
 class QPushButton;
 class QToolBar;
 class QTreeWidget;
+class QVBoxLayout;
+namespace report
+{
+class Report;
+}
 
 class frmAddInv : public QDialog
 {
@@ -52,6 +57,15 @@ protected:
     void done(int result) override;
 
 private:
+    void buildToolbar(QVBoxLayout* layout);
+    void buildHeader(QVBoxLayout* layout);
+    void buildLines(QVBoxLayout* layout);
+    void buildTotals(QVBoxLayout* layout);
+    void buildCommands(QVBoxLayout* layout);
+    void buildPicker();
+    void connectEvents();
+    void openInvoice();
+
     enum class Field { None, PartID, Qty, Desc, Amount, Check, Tax };
     struct Place {
         Field field;
@@ -66,6 +80,14 @@ private:
     void Save_invoice();
     void noNumberBox();
     void Calc();
+
+    // The steps of printing, in frmAddInv_Print.cpp.
+    void fillHeading(report::Report& r, int type, const QString& billing, const QString& shipping,
+                     const QString& contact, QString taxLine);
+    void fillLines(report::Report& r);
+    void fillTotals(report::Report& r);
+    void fillDataBlock(report::Report& r, int type);
+    void fillTermsAndLogo(report::Report& r);
 
     qint16 CurrentLine = 0;
     bool unloaded_ = false;

@@ -71,6 +71,11 @@ QString contactBlock()
     return block;
 }
 
+report::Control& label(report::Report& r, const char* section, const QString& name)
+{
+    return r.control(QLatin1String(section), name);
+}
+
 } // namespace
 
 void frmAddInv::Print_Invoice()
@@ -110,92 +115,119 @@ void frmAddInv::Print_Invoice()
             throw VbError(err::ObjectClosed);
         r->setDataSource(source);
         r->documentName = Inv_lbl->text().trimmed();
-        auto label = [&](const char* section, const QString& name) -> report::Control& {
-            return r->control(QLatin1String(section), name);
-        };
-        if (s.IncludeStatement == 1)
-            label("Section2", "statment_lbl").setCaption(s.Statement);
-        if (s.IncludeShipping == 0)
-            for (const char* name : {"ShippingAdd", "shippingShape", "shipping1_lbl"})
-                label("Section4", QLatin1String(name)).setVisible(false);
-        label("Section2", "taxname_lbl").setCaption(vat_lbl->text());
-        label("Section4", "Invoice_Lbl").setCaption(QStringLiteral("INVOICE - ") + Inv_lbl->text());
-
-        // Design 1 trims the company's texts; the others print them with their blanks.
-        if (type == 1) {
-            label("Section4", "companyname_lbl").setCaption(s.BusinessName.trimmed());
-            label("Section4", "Companyadd")
-                .setCaption(s.Address.trimmed() + "\n" + contact.trimmed() + "\n" + taxLine.trimmed());
-        } else {
-            if (type == 4 && s.TaxEnabled == 1)
-                taxLine = s.TaxName.text() + QStringLiteral(" No: ") + s.TaxNo.text();
-            label("Section4", "companyname_lbl").setCaption(s.BusinessName.text());
-            label("Section4", "Companyadd").setCaption(s.Address + "\n" + contact + "\n" + taxLine);
-        }
-        label("Section4", "BillingAdd").setCaption(Customername_lbl->text() + "\n" + blocks.billing);
-        label("Section4", "ShippingAdd").setCaption(Customername_lbl->text() + "\n" + blocks.shipping);
-        if (s.TaxEnabled == 0)
-            label("Section2", "taxable_lbl").setVisible(false);
-
-        for (int i = 0; i < Lines; ++i) {
-            auto row = [&](const char* stem) -> report::Control& {
-                return label("Section2", QStringLiteral("%1%2_lbl").arg(QLatin1String(stem)).arg(i));
-            };
-            row("Parts").setCaption(PartID_txt[i]->text());
-            row("Qty").setCaption(Qty_txt[i]->text());
-            row("Description").setCaption(Desc_txt[i]->text());
-            // The blank keeps the price in line with a total that carries a "*".
-            row("Amount").setCaption(Amount_txt[i]->text() + QLatin1Char(' '));
-            const QString total = tota1l_txt[i]->text();
-            if (total.trimmed() == QLatin1String("0.00"))
-                row("Total").setCaption(QString());
-            else if (s.TaxEnabled == 1 && !tax[i]->isChecked())
-                row("Total").setCaption(total + QLatin1Char('*'));
-            else
-                row("Total").setCaption(total);
-        }
-        if (Notes_chk->isChecked())
-            label("Section2", "Notes_lbl").setCaption(QStringLiteral("Notes:\n") + notes_txt->text());
-
-        const QList<QPair<const char*, QString>> money{
-            {"Subtotal_lbl", subtotal_txt->text()},    {"Tax_lbl", vat_txt->text()},
-            {"Discount_lbl", Discount_txt->text()},    {"total11_lbl", total_txt->text()},
-            {"Total10_lbl", total_txt2->text()},       {"Paid_lbl", Paid_txt->text()},
-            {"wrttenoff_lbl", Writtenoff_txt->text()}, {"balance_lbl", Balance_txt->text()}};
-        for (const auto& [name, text] : money)
-            label("Section2", QLatin1String(name)).setCaption(s.Currency.text() + text.trimmed());
-
-        // The data block. The second and third headings stand crossed over the values, as
-        // they always have: the sales order's heading over the shipped value and back.
-        const char* data = type == 2 || type == 4 ? "Section4" : "Section2";
-        const QString colon = type == 2 || type == 4 ? QStringLiteral(":") : QString();
-        label(data, "Invoice1_lbl").setCaption(Inv_lbl->text());
-        label(data, "Date1_lbl").setCaption(Date_txt->date().toString(QStringLiteral("dd/MM/yyyy")));
-        label(data, "CustNo_lbl").setCaption(Cust_lbl->text());
-        label(data, "CustName_lbl").setCaption(Customername_lbl->text());
-        const QList<std::tuple<const char*, QString, const char*, QString, qint16>> pairs{
-            {"SalesPerson_lbl", SalesPerson_txt->text(), "Sales_lbl", SalesPerson_lbl->text(), s.text1Visible},
-            {"Shipping2_lbl", Shipped_txt->text(), "Shipping_lbl", SalesOrder_lbl->text(), s.text2Visible},
-            {"SalesNO1_lbl", SalesOrder_txt->text(), "SalesNO_lbl", Shipped_lbl->text(), s.text3Visible},
-            {"TrackNo_lbl", TrackingNo_txt->text(), "Tracking_lbl", TrackingNo_lbl->text(), s.text4Visible}};
-        for (const auto& [value, text, heading, caption, visible] : pairs) {
-            label(data, QLatin1String(value)).setCaption(text);
-            label(data, QLatin1String(heading)).setCaption(caption + colon);
-            label(data, QLatin1String(value)).setVisible(visible == 1);
-            label(data, QLatin1String(heading)).setVisible(visible == 1);
-        }
-
-        if (s.IncludeTerms == 1) {
-            label("Section2", "Terms_lbl").setCaption(s.terms1);
-        } else {
-            label("Section2", "Terms_lbl").setVisible(false);
-            label("Section2", "Shape1").setVisible(false);
-        }
-
-        // As the report starts, the logo.
-        if (!s.Logopath.isEmpty()) {
-            label("Section4", "Image1").picture = report::loadPicture(s.Logopath);
-        }
+        fillHeading(*r, type, blocks.billing, blocks.shipping, contact, taxLine);
+        fillLines(*r);
+        fillTotals(*r);
+        fillDataBlock(*r, type);
+        fillTermsAndLogo(*r);
         report::Show(*r);
     });
+}
+
+// The company, the customer's addresses and the captions that follow the settings.
+void frmAddInv::fillHeading(report::Report& r, int type, const QString& billing, const QString& shipping,
+                            const QString& contact, QString taxLine)
+{
+    const SettingsRecord& s = settings;
+    if (s.IncludeStatement == 1)
+        label(r, "Section2", "statment_lbl").setCaption(s.Statement);
+    if (s.IncludeShipping == 0)
+        for (const char* name : {"ShippingAdd", "shippingShape", "shipping1_lbl"})
+            label(r, "Section4", QLatin1String(name)).setVisible(false);
+    label(r, "Section2", "taxname_lbl").setCaption(vat_lbl->text());
+    label(r, "Section4", "Invoice_Lbl").setCaption(QStringLiteral("INVOICE - ") + Inv_lbl->text());
+
+    // Design 1 trims the company's texts; the others print them with their blanks.
+    if (type == 1) {
+        label(r, "Section4", "companyname_lbl").setCaption(s.BusinessName.trimmed());
+        label(r, "Section4", "Companyadd")
+            .setCaption(s.Address.trimmed() + "\n" + contact.trimmed() + "\n" + taxLine.trimmed());
+    } else {
+        if (type == 4 && s.TaxEnabled == 1)
+            taxLine = s.TaxName.text() + QStringLiteral(" No: ") + s.TaxNo.text();
+        label(r, "Section4", "companyname_lbl").setCaption(s.BusinessName.text());
+        label(r, "Section4", "Companyadd").setCaption(s.Address + "\n" + contact + "\n" + taxLine);
+    }
+    label(r, "Section4", "BillingAdd").setCaption(Customername_lbl->text() + "\n" + billing);
+    label(r, "Section4", "ShippingAdd").setCaption(Customername_lbl->text() + "\n" + shipping);
+    if (s.TaxEnabled == 0)
+        label(r, "Section2", "taxable_lbl").setVisible(false);
+}
+
+void frmAddInv::fillLines(report::Report& r)
+{
+    const SettingsRecord& s = settings;
+    for (int i = 0; i < Lines; ++i) {
+        auto row = [&](const char* stem) -> report::Control& {
+            return label(r, "Section2", QStringLiteral("%1%2_lbl").arg(QLatin1String(stem)).arg(i));
+        };
+        row("Parts").setCaption(PartID_txt[i]->text());
+        row("Qty").setCaption(Qty_txt[i]->text());
+        row("Description").setCaption(Desc_txt[i]->text());
+        // The blank keeps the price in line with a total that carries a "*".
+        row("Amount").setCaption(Amount_txt[i]->text() + QLatin1Char(' '));
+        const QString total = tota1l_txt[i]->text();
+        if (total.trimmed() == QLatin1String("0.00"))
+            row("Total").setCaption(QString());
+        else if (s.TaxEnabled == 1 && !tax[i]->isChecked())
+            row("Total").setCaption(total + QLatin1Char('*'));
+        else
+            row("Total").setCaption(total);
+    }
+}
+
+// The notes when ticked, and every figure after the currency sign.
+void frmAddInv::fillTotals(report::Report& r)
+{
+    const SettingsRecord& s = settings;
+    if (Notes_chk->isChecked())
+        label(r, "Section2", "Notes_lbl").setCaption(QStringLiteral("Notes:\n") + notes_txt->text());
+
+    const QList<QPair<const char*, QString>> money{
+        {"Subtotal_lbl", subtotal_txt->text()},    {"Tax_lbl", vat_txt->text()},
+        {"Discount_lbl", Discount_txt->text()},    {"total11_lbl", total_txt->text()},
+        {"Total10_lbl", total_txt2->text()},       {"Paid_lbl", Paid_txt->text()},
+        {"wrttenoff_lbl", Writtenoff_txt->text()}, {"balance_lbl", Balance_txt->text()}};
+    for (const auto& [name, text] : money)
+        label(r, "Section2", QLatin1String(name)).setCaption(s.Currency.text() + text.trimmed());
+}
+
+// The data block. The second and third headings stand crossed over the values, as
+// they always have: the sales order's heading over the shipped value and back.
+void frmAddInv::fillDataBlock(report::Report& r, int type)
+{
+    const SettingsRecord& s = settings;
+    const char* data = type == 2 || type == 4 ? "Section4" : "Section2";
+    const QString colon = type == 2 || type == 4 ? QStringLiteral(":") : QString();
+    label(r, data, "Invoice1_lbl").setCaption(Inv_lbl->text());
+    label(r, data, "Date1_lbl").setCaption(Date_txt->date().toString(QStringLiteral("dd/MM/yyyy")));
+    label(r, data, "CustNo_lbl").setCaption(Cust_lbl->text());
+    label(r, data, "CustName_lbl").setCaption(Customername_lbl->text());
+    const QList<std::tuple<const char*, QString, const char*, QString, qint16>> pairs{
+        {"SalesPerson_lbl", SalesPerson_txt->text(), "Sales_lbl", SalesPerson_lbl->text(), s.text1Visible},
+        {"Shipping2_lbl", Shipped_txt->text(), "Shipping_lbl", SalesOrder_lbl->text(), s.text2Visible},
+        {"SalesNO1_lbl", SalesOrder_txt->text(), "SalesNO_lbl", Shipped_lbl->text(), s.text3Visible},
+        {"TrackNo_lbl", TrackingNo_txt->text(), "Tracking_lbl", TrackingNo_lbl->text(), s.text4Visible}};
+    for (const auto& [value, text, heading, caption, visible] : pairs) {
+        label(r, data, QLatin1String(value)).setCaption(text);
+        label(r, data, QLatin1String(heading)).setCaption(caption + colon);
+        label(r, data, QLatin1String(value)).setVisible(visible == 1);
+        label(r, data, QLatin1String(heading)).setVisible(visible == 1);
+    }
+}
+
+void frmAddInv::fillTermsAndLogo(report::Report& r)
+{
+    const SettingsRecord& s = settings;
+    if (s.IncludeTerms == 1) {
+        label(r, "Section2", "Terms_lbl").setCaption(s.terms1);
+    } else {
+        label(r, "Section2", "Terms_lbl").setVisible(false);
+        label(r, "Section2", "Shape1").setVisible(false);
+    }
+
+    // As the report starts, the logo.
+    if (!s.Logopath.isEmpty()) {
+        label(r, "Section4", "Image1").picture = report::loadPicture(s.Logopath);
+    }
 }

@@ -30,23 +30,6 @@ QMap<QString, Value> customer(const QString& id, const QString& last)
             {"Address2", ""}, {"City", ""},       {"address4", ""},     {"Postcode", QString()}};
 }
 
-void type(QWidget& w, const char* name, const QString& text)
-{
-    auto* box = child<QLineEdit>(w, QLatin1String(name));
-    box->clear();
-    QTest::keyClicks(box, text);
-}
-
-void click(QWidget& w, const char* name)
-{
-    child<QPushButton>(w, QLatin1String(name))->click();
-}
-
-void trigger(QWidget& w, int place)
-{
-    child<QAction>(w, u"Toolbar1(%1)"_s.arg(place))->trigger();
-}
-
 const QString Saved = "Customer details have been saved.";
 const QString AddInvoice = "Do you want to add an invoice to this customer?";
 const QString InUse = "This Customer number has already been used. Please try again!";
@@ -96,11 +79,11 @@ private slots:
         frmCustomer list;
         ui.onModal("frmAddCust", [&](QDialog& w) {
             [&] { QCOMPARE(child<QLineEdit>(w, "custid_lbl")->text(), "CUS100003"); }();
-            type(w, "FirstName_txt", " Jo ");
-            type(w, "Lastname_txt", "Smith");
+            typeInto(w, "FirstName_txt", " Jo ");
+            typeInto(w, "Lastname_txt", "Smith");
             child<MemoBox>(w, "address1")->setPlainText("1 High St ");
-            type(w, "address3", "York");
-            type(w, "postcode_txt", "YO1");
+            typeInto(w, "address3", "York");
+            typeInto(w, "postcode_txt", "YO1");
             click(w, "copy_cmd");
             ui.expectBox("Saved", Saved, vbOK, vbInformation);
             ui.expectBox("Add Invoice", AddInvoice, vbNo);
@@ -128,9 +111,9 @@ private slots:
         auto save = [](const QString& id) {
             NewCustomerMode = 1;
             frmAddCust w;
-            type(w, "custid_lbl", id);
-            type(w, "FirstName_txt", "Jo");
-            type(w, "Lastname_txt", "Smith");
+            typeInto(w, "custid_lbl", id);
+            typeInto(w, "FirstName_txt", "Jo");
+            typeInto(w, "Lastname_txt", "Smith");
             click(w, "Save_cmd");
         };
         // The same id: both checks show the box. An empty id: the other box, then the beep.
@@ -219,7 +202,7 @@ private slots:
         QCOMPARE(child<QLabel>(w, "Total_lbl")->text(), "      0.00");
         QCOMPARE(columnValues("Invoices", "InvNo"), (QStringList{"INV1", "INV3"}));
         QCOMPARE(columnValues("InvoiceD", "InvNo"), (QStringList{"INV1", "INV3"}));
-        type(w, "Lastname_txt", "Zulu");
+        typeInto(w, "Lastname_txt", "Zulu");
         ui.expectBox("Saved", Saved);
         click(w, "Save_cmd");
         QCOMPARE(columnValues("Customers", "LastName"), QStringList{"Zulu"});
@@ -229,35 +212,44 @@ private slots:
 
     // Keys that move or command are no change: only a typed character makes Exit ask. A refused
     // save on the way out closes the window all the same.
+    void onlyTypingIsAChange_data()
+    {
+        QTest::addColumn<bool>("newCustomer");
+        QTest::addColumn<QString>("letters"); // typed after three Tabs from the first name
+        QTest::addColumn<bool>("copy");       // the copy button pressed
+        QTest::addColumn<int>("answer");      // to "save changes?"; 0: not asked
+        QTest::newRow("old, moved only") << false << "" << false << 0;
+        QTest::newRow("old, typed, not saved") << false << "x" << false << int(vbNo);
+        QTest::newRow("new, copied only") << true << "" << true << 0;
+        QTest::newRow("new, typed, saved") << true << "x" << false << int(vbYes);
+    }
+
     void onlyTypingIsAChange()
     {
-        // New customer?, letters typed after three Tabs from the first name, copy pressed, the answer to
-        // "save changes?" (0: not asked).
-        const std::tuple<bool, const char*, bool, int> rows[] = {
-            {false, "", false, 0}, {false, "x", false, vbNo}, {true, "", true, 0}, {true, "x", false, vbYes}};
-        for (const auto& [newCustomer, letters, copy, answer] : rows) {
-            TestUi ui;
-            auto main = startProgram(ui, {{"CustStart", "100001"}, {"CustPrefix", "CUS"}});
-            addRow("Customers", customer("CUS1", "Brown"));
-            NewCustomerMode = newCustomer ? 1 : 0;
-            SelectedCustID = "CUS1";
-            frmAddCust w;
-            showUp(w);
-            child<QLineEdit>(w, "FirstName_txt")->setFocus();
-            for (int i = 0; i < 3; ++i)
-                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            QTest::keyClicks(QApplication::focusWidget(), letters);
-            if (copy)
-                click(w, "copy_cmd");
-            if (answer)
-                ui.expectBox("Save Changes", "Do you wish to save changes?", answer);
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::AltModifier); // "&Exit", pressed on screen
-            QTRY_VERIFY(!w.isVisible());
-            const QString row = QStringLiteral("new %1, typed '%2': ").arg(newCustomer).arg(letters);
-            QCOMPARE(row + QString::number(ui.beeps) + ' ' + columnValues("Customers", "FirstName").join(','),
-                     row + (answer == vbYes ? "1" : "0") + " Ann");
-            VERIFY_UI(ui);
-        }
+        QFETCH(bool, newCustomer);
+        QFETCH(QString, letters);
+        QFETCH(bool, copy);
+        QFETCH(int, answer);
+        TestUi ui;
+        auto main = startProgram(ui, {{"CustStart", "100001"}, {"CustPrefix", "CUS"}});
+        addRow("Customers", customer("CUS1", "Brown"));
+        NewCustomerMode = newCustomer ? 1 : 0;
+        SelectedCustID = "CUS1";
+        frmAddCust w;
+        showUp(w);
+        child<QLineEdit>(w, "FirstName_txt")->setFocus();
+        for (int i = 0; i < 3; ++i)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QTest::keyClicks(QApplication::focusWidget(), letters);
+        if (copy)
+            click(w, "copy_cmd");
+        if (answer)
+            ui.expectBox("Save Changes", "Do you wish to save changes?", answer);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_E, Qt::AltModifier); // "&Exit", pressed on screen
+        QTRY_VERIFY(!w.isVisible());
+        QCOMPARE(ui.beeps, answer == vbYes ? 1 : 0);
+        QCOMPARE(columnValues("Customers", "FirstName"), QStringList{"Ann"});
+        VERIFY_UI(ui);
     }
 
     void customisationShowsAtOnce()

@@ -55,20 +55,7 @@ QTreeWidget* list(QWidget& w)
 // The three period totals and the grand total.
 QStringList totals(QWidget& w)
 {
-    QStringList out;
-    for (const char* label : {"total30", "total60", "Total61", "TotalG"})
-        out << child<QLabel>(w, QLatin1String(label))->text();
-    return out;
-}
-
-void trigger(QWidget& w, int place)
-{
-    child<QAction>(w, QStringLiteral("Toolbar1(%1)").arg(place))->trigger();
-}
-
-void click(QWidget& w, const char* name)
-{
-    child<QPushButton>(w, QLatin1String(name))->click();
+    return texts(w, {"total30", "total60", "Total61", "TotalG"});
 }
 
 // Ticks the rows of the invoices given; returns the invoice numbers of the ticked rows in display order.
@@ -241,66 +228,73 @@ private slots:
     }
 
     // On A4 with Yes to counting the reminders, and on Letter with No.
+    void letters_data()
+    {
+        QTest::addColumn<int>("paper");
+        QTest::addColumn<int>("answer");
+        QTest::newRow("A4, counted") << int(vbPRPSA4) << int(vbYes);
+        QTest::newRow("Letter, not counted") << int(vbPRPSLetter) << int(vbNo);
+    }
+
     void letters()
     {
-        for (const auto& [paper, answer] : {std::pair{int(vbPRPSA4), int(vbYes)}, {int(vbPRPSLetter), int(vbNo)}}) {
-            TestUi ui;
-            ui.paper = paper;
-            auto main = startProgram(ui, {{"BusinessName", "Acme Ltd"},
-                                          {"Address", "1 Mill Lane\r\nLeeds"},
-                                          {"Phone", "0113 496 0000"},
-                                          {"Reminder2", "Second reminder."}});
-            addCustomer("C1", "Jo", "Smith", {"1 High St", "Hill", "York", "Yorks", "YO1"});
-            addCustomer("C2", "Al", "Brown", {"", "", "York", "", "YO1"});
-            addCustomer("C3", "Ed", "Cole", {"1 Low Rd", "", "", "", ""});
-            addInvoice("L1", "C3", QDate(2026, 11, 1), "90", {{"ReminderSent", 1}});
-            addInvoice("L2", "C2", QDate(2026, 9, 1), "25.5");
-            addInvoice("L3", "C1", QDate(2026, 8, 1), "40");
-            addRow("Letters", {{"CustID", "OLD"}}); // from an earlier run
-            {
-                frmDebtor w;
-                // Three letters, in the order shown: sorted by number, descending.
-                list(w)->header()->sectionClicked(3);
-                tick(w, {"L1", "L2", "L3"});
-                trigger(w, 3);
-                QVERIFY(!list(w)->isEnabled());
-                // This visit only: the second reminder changed, and the signature.
-                child<MemoBox>(w, "Reminder2")->setText("Please pay now.");
-                child<QRadioButton>(w, "Option2")->setChecked(true);
-                child<QLineEdit>(w, "Signed_txt")->setText("A. Manager");
-                ui.expectBox("Update Reminders Sent",
-                             "Do you want to update the amount of reminders sent for the invoices selected?", answer,
-                             vbYesNo + vbQuestion);
-                click(w, "OK_cmd");
-                QVERIFY(list(w)->isEnabled());
-                // Yes counts one more on each ticked invoice and reloads without ticks.
-                const bool yes = answer == vbYes;
-                QCOMPARE(tick(w), yes ? QStringList() : (QStringList{"L3", "L2", "L1"}));
-                QCOMPARE(columnValues("Invoices", "ReminderSent"),
-                         yes ? (QStringList{"2", "1", "1"}) : (QStringList{"1", "0", "0"}));
-            }
-            QStringList letters; // one row a letter in the order shown; the earlier run's row is gone
-            for (const char* column : {"InvNo", "FirstName", "Address", "Balance", "Paid"})
-                letters << columnValues("Letters", QLatin1String(column)).join(" | ");
-            QCOMPARE(letters, (QStringList{"L3 | L2 | L1", "Jo Smith | Al Brown | Ed Cole",
-                                           "1 High St\r\nHill\r\nYork\r\nYorks\r\nYO1 | \r\nYork\r\nYO1 | 1 Low Rd",
-                                           "40 | 25.5 | 90", "10 | 10 | 10"}));
-            // One page a letter, on the printer's paper.
-            QCOMPARE(ui.reports.size(), 1);
-            const PdfInfo info = pdfInfo(ui.reports[0].pdf);
-            QCOMPARE(info.pages, 3);
-            QCOMPARE(info.pageSize, paper == vbPRPSA4 ? QSizeF(595, 842) : QSizeF(612, 792));
-            const QStringList pages = pdfText(ui.reports[0].pdf).split('\f', Qt::SkipEmptyParts);
-            QCOMPARE(pages[0].simplified(),
-                     "Acme Ltd 1 Mill Lane Leeds 0113 496 0000 22/11/2026 Jo Smith 1 High St Hill "
-                     "York Yorks YO1 Dear Jo Smith Invoice No: L3 Inv Date: 01/08/2026 "
-                     "Amount: 50.00 Balance: 40.00 Please pay now. Yours Sincerely A. Manager");
-            QVERIFY(pages[1].simplified().contains("Al Brown York YO1 Dear Al Brown"));
-            QVERIFY(pages[2].simplified().contains("Ed Cole 1 Low Rd Dear Ed Cole Invoice No: L1"));
-            VERIFY_UI(ui);
-            frmDebtor again; // the changed text served that visit only
-            QCOMPARE(child<MemoBox>(again, "Reminder2")->text(), "Second reminder.");
+        QFETCH(int, paper);
+        QFETCH(int, answer);
+        TestUi ui;
+        ui.paper = paper;
+        auto main = startProgram(ui, {{"BusinessName", "Acme Ltd"},
+                                      {"Address", "1 Mill Lane\r\nLeeds"},
+                                      {"Phone", "0113 496 0000"},
+                                      {"Reminder2", "Second reminder."}});
+        addCustomer("C1", "Jo", "Smith", {"1 High St", "Hill", "York", "Yorks", "YO1"});
+        addCustomer("C2", "Al", "Brown", {"", "", "York", "", "YO1"});
+        addCustomer("C3", "Ed", "Cole", {"1 Low Rd", "", "", "", ""});
+        addInvoice("L1", "C3", QDate(2026, 11, 1), "90", {{"ReminderSent", 1}});
+        addInvoice("L2", "C2", QDate(2026, 9, 1), "25.5");
+        addInvoice("L3", "C1", QDate(2026, 8, 1), "40");
+        addRow("Letters", {{"CustID", "OLD"}}); // from an earlier run
+        {
+            frmDebtor w;
+            // Three letters, in the order shown: sorted by number, descending.
+            list(w)->header()->sectionClicked(3);
+            tick(w, {"L1", "L2", "L3"});
+            trigger(w, 3);
+            QVERIFY(!list(w)->isEnabled());
+            // This visit only: the second reminder changed, and the signature.
+            child<MemoBox>(w, "Reminder2")->setText("Please pay now.");
+            child<QRadioButton>(w, "Option2")->setChecked(true);
+            child<QLineEdit>(w, "Signed_txt")->setText("A. Manager");
+            ui.expectBox("Update Reminders Sent",
+                         "Do you want to update the amount of reminders sent for the invoices selected?", answer,
+                         vbYesNo + vbQuestion);
+            click(w, "OK_cmd");
+            QVERIFY(list(w)->isEnabled());
+            // Yes counts one more on each ticked invoice and reloads without ticks.
+            const bool yes = answer == vbYes;
+            QCOMPARE(tick(w), yes ? QStringList() : (QStringList{"L3", "L2", "L1"}));
+            QCOMPARE(columnValues("Invoices", "ReminderSent"),
+                     yes ? (QStringList{"2", "1", "1"}) : (QStringList{"1", "0", "0"}));
         }
+        QStringList letters; // one row a letter in the order shown; the earlier run's row is gone
+        for (const char* column : {"InvNo", "FirstName", "Address", "Balance", "Paid"})
+            letters << columnValues("Letters", QLatin1String(column)).join(" | ");
+        QCOMPARE(letters, (QStringList{"L3 | L2 | L1", "Jo Smith | Al Brown | Ed Cole",
+                                       "1 High St\r\nHill\r\nYork\r\nYorks\r\nYO1 | \r\nYork\r\nYO1 | 1 Low Rd",
+                                       "40 | 25.5 | 90", "10 | 10 | 10"}));
+        // One page a letter, on the printer's paper.
+        QCOMPARE(ui.reports.size(), 1);
+        const PdfInfo info = pdfInfo(ui.reports[0].pdf);
+        QCOMPARE(info.pages, 3);
+        QCOMPARE(info.pageSize, paper == vbPRPSA4 ? QSizeF(595, 842) : QSizeF(612, 792));
+        const QStringList pages = pdfText(ui.reports[0].pdf).split('\f', Qt::SkipEmptyParts);
+        QCOMPARE(pages[0].simplified(), "Acme Ltd 1 Mill Lane Leeds 0113 496 0000 22/11/2026 Jo Smith 1 High St Hill "
+                                        "York Yorks YO1 Dear Jo Smith Invoice No: L3 Inv Date: 01/08/2026 "
+                                        "Amount: 50.00 Balance: 40.00 Please pay now. Yours Sincerely A. Manager");
+        QVERIFY(pages[1].simplified().contains("Al Brown York YO1 Dear Al Brown"));
+        QVERIFY(pages[2].simplified().contains("Ed Cole 1 Low Rd Dear Ed Cole Invoice No: L1"));
+        VERIFY_UI(ui);
+        frmDebtor again; // the changed text served that visit only
+        QCOMPARE(child<MemoBox>(again, "Reminder2")->text(), "Second reminder.");
     }
 };
 

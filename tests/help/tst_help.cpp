@@ -14,6 +14,7 @@
 #include <QtTest>
 
 using platform::Browser;
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -41,38 +42,49 @@ class HelpTest : public QObject
 private slots:
     // Each opener's page loads, titled as its topic. The customer and item lists are
     // opened from the main toolbar; the invoice and debtor lists call the same routine.
+    void opensOnTheTopicOfItsOpener_data()
+    {
+        QTest::addColumn<QString>("button"); // on the main toolbar
+        QTest::addColumn<QString>("list");   // the list window it opens
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("main") << u"Toolbar1(13)"_s << u""_s << u"help.htm"_s << u"Velk Invoice Help"_s;
+        QTest::newRow("customers") << u"Toolbar1(1)"_s << u"frmCustomer"_s << u"customers.htm"_s
+                                   << u"Customers - Velk Invoice Help"_s;
+        QTest::newRow("items") << u"Toolbar1(11)"_s << u"frm_Parts"_s << u"Items.htm"_s
+                               << u"Items - Velk Invoice Help"_s;
+        QTest::newRow("invoices") << u""_s << u""_s << u"Invoice.htm"_s << u"Invoices - Velk Invoice Help"_s;
+        QTest::newRow("debtors") << u""_s << u""_s << u"debtors.htm"_s << u"Debtors and Letters - Velk Invoice Help"_s;
+    }
+
     void opensOnTheTopicOfItsOpener()
     {
-        const char* const rows[][4] = {// main toolbar button, list window, page, title
-                                       {"Toolbar1(13)", "", "help.htm", "Velk Invoice Help"},
-                                       {"Toolbar1(1)", "frmCustomer", "customers.htm", "Customers - Velk Invoice Help"},
-                                       {"Toolbar1(11)", "frm_Parts", "Items.htm", "Items - Velk Invoice Help"},
-                                       {"", "", "Invoice.htm", "Invoices - Velk Invoice Help"},
-                                       {"", "", "debtors.htm", "Debtors and Letters - Velk Invoice Help"}};
-        for (const auto& [button, list, page, title] : rows) {
-            TestUi ui;
-            copyHelpPages(ui);
-            auto w = startProgram(ui, {});
-            if (*list)
-                ui.onModal(list, [](QDialog& d) {
-                    child<QAction>(d, "Toolbar1(8)")->trigger();
-                    return 0;
-                });
-            QString seen;
-            ui.onModal("Help_frm", [&](QDialog& d) {
-                auto* browser = child<Browser>(d, "brwWebBrowser");
-                const bool loaded = QTest::qWaitFor([&] { return !browser->Busy(); }, LoadTimeout);
-                seen = (loaded ? browser->LocationURL() : "still loading") + " | " + browser->LocationName() + " | " +
-                       d.windowTitle() + " | " + HelpTopic.trimmed();
+        QFETCH(QString, button);
+        QFETCH(QString, list);
+        QFETCH(QString, page);
+        QFETCH(QString, title);
+        TestUi ui;
+        copyHelpPages(ui);
+        auto w = startProgram(ui, {});
+        if (!list.isEmpty())
+            ui.onModal(list, [](QDialog& d) {
+                trigger(d, 8);
                 return 0;
             });
-            if (*button)
-                child<QAction>(*w, button)->trigger();
-            else
-                Show_help(w.get(), page);
-            VERIFY_UI(ui);
-            QCOMPARE(seen, fileUrl(ui, page) + " | " + title + " | Help | " + page);
-        }
+        QString seen;
+        ui.onModal("Help_frm", [&](QDialog& d) {
+            auto* browser = child<Browser>(d, "brwWebBrowser");
+            const bool loaded = QTest::qWaitFor([&] { return !browser->Busy(); }, LoadTimeout);
+            seen = (loaded ? browser->LocationURL() : "still loading") + " | " + browser->LocationName() + " | " +
+                   d.windowTitle() + " | " + HelpTopic.trimmed();
+            return 0;
+        });
+        if (!button.isEmpty())
+            child<QAction>(*w, button)->trigger();
+        else
+            Show_help(w.get(), page);
+        VERIFY_UI(ui);
+        QCOMPARE(seen, fileUrl(ui, page) + " | " + title + " | Help | " + page);
     }
 
     // Home is the contents page, not the page the window opened on; Stop names the window
@@ -102,7 +114,8 @@ private slots:
         child<QAction>(web, "Forward")->trigger(); // nothing ahead: the load goes on
         QTRY_COMPARE_WITH_TIMEOUT(web.windowTitle(), "Working...", LoadTimeout);
         web.tbToolBar_ButtonClick("Stop");
-        QVERIFY(!child<QTimer>(web, "timTimer")->isActive() && !browser->Busy());
+        QVERIFY(!child<QTimer>(web, "timTimer")->isActive());
+        QVERIFY(!browser->Busy());
         QCOMPARE(web.windowTitle(), browser->LocationName());
         VERIFY_UI(ui);
     }

@@ -25,11 +25,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-void trigger(QWidget& w, int place)
-{
-    child<QAction>(w, u"Toolbar1(%1)"_s.arg(place))->trigger();
-}
-
 void setText(QWidget& w, const char* name, const QString& text)
 {
     QWidget* box = child<QWidget>(w, QLatin1String(name));
@@ -64,7 +59,7 @@ private slots:
             if (inUse)
                 ui.expectBox("Item\\Part Number Already In Use",
                              "This Item\\Part number has already been used. Please try again!", vbOK, vbExclamation);
-            child<QPushButton>(*w, "Update_cmd")->click();
+            click(*w, "Update_cmd");
         };
         update(vbNo);                      // No is the end of it
         setText(*w, "Part_lbl", " bolt "); // an id in use in another case
@@ -124,7 +119,7 @@ private slots:
             QTest::keyClicks(child<MemoBox>(w, "long_txt"), QString(125, 'w'));
             [&] { QCOMPARE(child<QLabel>(w, "count_lbl")->text(), "0"); }();
             QTest::keyClicks(child<QLineEdit>(w, "Price_txt"), "12.5");
-            child<QPushButton>(w, "Update_cmd")->click();
+            click(w, "Update_cmd");
             return w.result();
         });
         trigger(list, 2);

@@ -41,16 +41,39 @@ void prepare(Series s, const QString& prefix, const QString& next, bool freeForm
         addRow(f.table, {{f.key, id}});
 }
 
+struct ProposalCase {
+    const char* name;
+    Series series;
+    QString prefix, next;
+    bool freeForm;
+    QStringList taken;
+    QString number;
+};
+struct AdvanceCase {
+    const char* name;
+    Series series;
+    QString next, saved, advanced;
+};
+struct InUseCase {
+    const char* name;
+    Series series;
+    QString taken, number, what;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(ProposalCase)
+Q_DECLARE_METATYPE(AdvanceCase)
+Q_DECLARE_METATYPE(InUseCase)
 
 class NumberingTest : public QObject
 {
     Q_OBJECT
 private slots:
     // Invoices take prefix and next number as they are; customers and items skip taken ones.
-    void proposal()
+    void proposal_data()
     {
-        const std::tuple<const char*, Series, QString, QString, bool, QStringList, QString> rows[] = {
+        const ProposalCase rows[] = {
             // prefix, next number, free form, numbers taken, the proposal ("(open)": an empty box open for typing)
             {"invoice: no look-up", Series::Invoice, "INV", "100001", false, {"INV100001"}, "INV100001"},
             {"invoice: parts trimmed", Series::Invoice, " INV ", "0042 ", false, {}, "INV0042"},
@@ -63,60 +86,73 @@ private slots:
             {"item: exact match skipped", Series::Item, "PRT", "100001", false, {"PRT100001"}, "PRT100002"},
             {"item: other case not skipped", Series::Item, "PRT", "100001", false, {"prt100001"}, "PRT100001"},
             {"item: free form", Series::Item, "PRT", "100001", true, {}, "(open)"}};
-        for (const auto& [name, s, prefix, next, freeForm, taken, number] : rows) {
-            TestUi ui;
-            prepare(s, prefix, next, freeForm, taken);
-            const Proposal p = Propose_number(s);
-            // Proposing never moves the series.
-            QCOMPARE(QString(name) + ": " + (p.enabled ? "(open)" : "") + p.number + " next " + *fields(s).next,
-                     QString(name) + ": " + number + " next " + next);
-            VERIFY_UI(ui);
-        }
+
+        addCases(rows);
+    }
+
+    void proposal()
+    {
+        QFETCH(ProposalCase, row);
+        TestUi ui;
+        prepare(row.series, row.prefix, row.next, row.freeForm, row.taken);
+        const Proposal p = Propose_number(row.series);
+        QCOMPARE((p.enabled ? "(open)" : "") + p.number, row.number);
+        QCOMPARE(*fields(row.series).next, row.next); // proposing never moves the series
+        VERIFY_UI(ui);
     }
 
     // The digits of the saved number plus one, at the width of the current next number.
+    void advance_data()
+    {
+        const AdvanceCase rows[] = {// next number, number saved, next number after
+                                    {"invoice", Series::Invoice, "100001", "INV100001", "100002"},
+                                    {"wraps at the width", Series::Invoice, "9999", "INV9999", "0000"},
+                                    {"leading zeros kept", Series::Invoice, "0042", "INV0042", "0043"},
+                                    {"short number edited by hand", Series::Invoice, "99", "INV99", "00"},
+                                    {"prefix digits cut off", Series::Customer, "100001", "A1100001", "100002"},
+                                    {"past a skipped proposal", Series::Customer, "100001", "CUS100003", "100004"},
+                                    {"blank prefix", Series::Item, "1000", "1000", "1001"},
+                                    {"wider saved number", Series::Item, "0001", "PRT123456", "3457"}};
+
+        addCases(rows);
+    }
+
     void advance()
     {
-        const std::tuple<const char*, Series, QString, QString, QString> rows[] = {
-            // next number, number saved, next number after
-            {"invoice", Series::Invoice, "100001", "INV100001", "100002"},
-            {"wraps at the width", Series::Invoice, "9999", "INV9999", "0000"},
-            {"leading zeros kept", Series::Invoice, "0042", "INV0042", "0043"},
-            {"short number edited by hand", Series::Invoice, "99", "INV99", "00"},
-            {"prefix digits cut off", Series::Customer, "100001", "A1100001", "100002"},
-            {"past a skipped proposal", Series::Customer, "100001", "CUS100003", "100004"},
-            {"blank prefix", Series::Item, "1000", "1000", "1001"},
-            {"wider saved number", Series::Item, "0001", "PRT123456", "3457"}};
-        for (const auto& [name, s, next, saved, advanced] : rows) {
-            TestUi ui;
-            prepare(s, "X", next, false, {});
-            Advance_number(s, saved);
-            const SeriesFields f = fields(s);
-            QCOMPARE(QString(name) + ": " + columnValues("System", f.nextColumn).join(',') + '/' + *f.next,
-                     QString(name) + ": " + advanced + '/' + advanced);
-            VERIFY_UI(ui);
-        }
+        QFETCH(AdvanceCase, row);
+        TestUi ui;
+        prepare(row.series, "X", row.next, false, {});
+        Advance_number(row.series, row.saved);
+        const SeriesFields f = fields(row.series);
+        QCOMPARE(columnValues("System", f.nextColumn), QStringList{row.advanced});
+        QCOMPARE(*f.next, row.advanced);
+        VERIFY_UI(ui);
     }
 
     // Compared upper-cased; a taken number is told with the series' own box.
+    void inUse_data()
+    {
+        const InUseCase rows[] = {// number taken, number asked, the series in the box (none: free)
+                                  {"invoice, other case", Series::Invoice, "INV100001", "inv100001", "Invoice"},
+                                  {"customer", Series::Customer, "CUS100001", "CUS100001", "Customer"},
+                                  {"item", Series::Item, "prt7", "PRT7", "Item\\Part"},
+                                  {"free: the next key differs", Series::Customer, "CUS100002", "CUS100001", ""},
+                                  {"free: a longer key follows", Series::Item, "PRT10", "PRT1", ""}};
+
+        addCases(rows);
+    }
+
     void inUse()
     {
-        const std::tuple<const char*, Series, QString, QString, QString> rows[] = {
-            // number taken, number asked, the series in the box (none: free)
-            {"invoice, other case", Series::Invoice, "INV100001", "inv100001", "Invoice"},
-            {"customer", Series::Customer, "CUS100001", "CUS100001", "Customer"},
-            {"item", Series::Item, "prt7", "PRT7", "Item\\Part"},
-            {"free: the next key differs", Series::Customer, "CUS100002", "CUS100001", ""},
-            {"free: a longer key follows", Series::Item, "PRT10", "PRT1", ""}};
-        for (const auto& [name, s, taken, number, what] : rows) {
-            TestUi ui;
-            prepare(s, "", "1000", false, {taken});
-            if (!what.isEmpty())
-                ui.expectBox(what + " Number Already In Use",
-                             "This " + what + " number has already been used. Please try again!", vbOK, vbExclamation);
-            QVERIFY2(Number_in_use(s, number) == !what.isEmpty(), name);
-            VERIFY_UI(ui);
-        }
+        QFETCH(InUseCase, row);
+        TestUi ui;
+        prepare(row.series, "", "1000", false, {row.taken});
+        const QString& what = row.what;
+        if (!what.isEmpty())
+            ui.expectBox(what + " Number Already In Use",
+                         "This " + what + " number has already been used. Please try again!", vbOK, vbExclamation);
+        QCOMPARE(Number_in_use(row.series, row.number), !what.isEmpty());
+        VERIFY_UI(ui);
     }
 };
 

@@ -19,6 +19,7 @@
 #include <QTabBar>
 
 using namespace platform;
+using namespace Qt::StringLiterals;
 
 namespace
 {
@@ -28,6 +29,18 @@ const QString Reminder1 = "We have not been able to register payment for the inv
 const QString LongTerms = QString(230, 't') + " end";
 const QString TooShort = "Please enter a number 4 or more numbers long!";
 const QString Update = "Are you sure you want to update?";
+const QString AllOk = "All OK|All prefix numbers are OK";
+
+// A number typed into a start box, after the free-form tick if any, then Finish or a command;
+// the box that tells the outcome ("title", or "title|text"; none: accepted).
+struct LengthCase {
+    const char* name;
+    QString start, typed, freeForm, title;
+};
+struct NumberCheckCase {
+    const char* name;
+    QString command, start, typed, freeForm, message;
+};
 
 // A settings row as a user may have it after some use of the program, as "Column=text|...".
 const QString UsedRow = "BusinessName=Velk Ltd|Address=1 High St|Phone=0123|Mobile=07|Email=a@b.c|Web=velk.example|"
@@ -47,6 +60,9 @@ QString invoiceRow(const QString& type)
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(LengthCase)
+Q_DECLARE_METATYPE(NumberCheckCase)
 
 class OptionsTest : public QObject
 {
@@ -70,19 +86,8 @@ class OptionsTest : public QObject
             QCOMPARE(p.section('=', 0, 0) + '=' + columnValues("System", p.section('=', 0, 0)).value(0), p);
     }
     static int settingsRows() { return int(columnValues("System", "BusinessName").size()); }
-    static void click(QWidget& w, const QString& name) { child<QAbstractButton>(w, name)->click(); }
     static QLineEdit* box(QWidget& w, const QString& name) { return child<QLineEdit>(w, name); }
     static bool shown(QWidget& w, const QString& name) { return !child<QWidget>(w, name)->isHidden(); }
-    // The texts of controls, whatever their kind.
-    static QStringList texts(QWidget& w, const QStringList& names)
-    {
-        QStringList out;
-        for (const QString& name : names) {
-            QWidget* c = child<QWidget>(w, name);
-            out << c->property(qobject_cast<QPlainTextEdit*>(c) ? "plainText" : "text").toString();
-        }
-        return out;
-    }
     static QStringList ticked(QWidget& w, const QStringList& names)
     {
         QStringList out;
@@ -136,7 +141,8 @@ private slots:
                 QTest::keyClicks(child<QPlainTextEdit>(d, "Address_txt"), " 1 High St");
                 QTest::keyClicks(box(d, "Phone_txt"), " 0123 ");
                 click(d, "Next_cmd");
-                QVERIFY(state(d) == "1 back next" && !shown(d, "TaxName_txt"));
+                QCOMPARE(state(d), "1 back next");
+                QVERIFY(!shown(d, "TaxName_txt"));
                 click(d, "Option2");
                 click(d, "TaxEnabled_chk");
                 QVERIFY(shown(d, "TaxName_txt"));
@@ -157,7 +163,10 @@ private slots:
         });
         platform::activate(&w);
         VERIFY_UI(ui);
-        QVERIFY(SetupDone == 1 && !w.unloaded() && FrontCount == 1 && settingsRows() == 1);
+        QCOMPARE(SetupDone, 1);
+        QVERIFY(!w.unloaded());
+        QCOMPARE(FrontCount, 1);
+        QCOMPARE(settingsRows(), 1);
         // The credit prefix stays out of the row; it lasts for this run in the record.
         compareSystemRow("BusinessName=Velk Ltd|Address= 1 High St|Phone= 0123 |Currency=\u00a3|TaxName=Vat|"
                          "TaxAmount=17.5|TaxNo=GB 123|TaxEnabled=1|InvPrefix=INV|PartPrefix=ITE|CustPrefix=CUS|"
@@ -171,7 +180,8 @@ private slots:
         const SettingsRecord& s = settings;
         QCOMPARE((QStringList{s.BusinessName.text(), s.CrdPrefix, s.text1Name.trimmed()}),
                  (QStringList{QString("Velk Ltd").leftJustified(30), "CN", "Sales Person"}));
-        QVERIFY(s.TaxAmount == 17.5 && s.freeformPart == 1);
+        QCOMPARE(s.TaxAmount, 17.5);
+        QCOMPARE(s.freeformPart, 1);
     }
 
     // Cancel ends the program and leaves the file without a row; the next start asks again.
@@ -190,43 +200,55 @@ private slots:
             });
             platform::activate(&w);
             VERIFY_UI(ui);
-            QVERIFY(SetupDone == 0 && w.unloaded() && QFile::exists(ui.file("data.mdb")) && settingsRows() == 0);
+            QCOMPARE(SetupDone, 0);
+            QVERIFY(w.unloaded());
+            QVERIFY(QFile::exists(ui.file("data.mdb")));
+            QCOMPARE(settingsRows(), 0);
             resetGlobals();
         }
     }
 
     // Finish checks the length of the invoice, item and customer numbers, in that order.
+    void wizardLengthCheck_data()
+    {
+        const LengthCase rows[] = {{"invoice too short", "InvStart_txt", "123", "", "Invoice Number"},
+                                   {"invoice free form", "InvStart_txt", "123", "Inv_chk", ""},
+                                   {"item too short", "PrtStart_txt", "999", "", "Item Number"},
+                                   {"customer too short", "CusStart_txt", "12", "", "Customer Number"},
+                                   {"credit not checked", "CrdStart_txt", "1", "", ""},
+                                   {"four digits", "InvStart_txt", "0001", "", ""}};
+        addCases(rows);
+    }
+
     void wizardLengthCheck()
     {
-        // Start box, typed, free-form tick, title of the box (none: accepted).
-        const char* const rows[][4] = {{"InvStart_txt", "123", "", "Invoice Number"},
-                                       {"InvStart_txt", "123", "Inv_chk", ""},
-                                       {"PrtStart_txt", "999", "", "Item Number"},
-                                       {"CusStart_txt", "12", "", "Customer Number"},
-                                       {"CrdStart_txt", "1", "", ""},
-                                       {"InvStart_txt", "0001", "", ""}};
-        for (const auto& [start, typed, freeForm, title] : rows) {
-            TestUi ui;
-            makeDataFile();
-            frm_setup d;
-            showUp(d);
-            click(d, "Next_cmd");
-            click(d, "Next_cmd");
-            if (*freeForm) {
-                // The tick closes its row's boxes and leaves their text and example alone.
-                click(d, freeForm);
-                QVERIFY(!box(d, "InvPrefix_txt")->isEnabled() && !box(d, "InvStart_txt")->isEnabled());
-                QCOMPARE(texts(d, {"InvExample_lbl"}), QStringList{"INV100001"});
-            }
-            // A short customer number shows that later series wait their turn.
-            box(d, "CusStart_txt")->setText(*title ? "12" : "100001");
-            box(d, start)->setText(typed);
-            ui.expectBox(*title ? title : "Update?", *title ? TooShort : Update, *title ? vbOK : vbNo);
-            click(d, "Finish_cmd");
-            VERIFY_UI(ui);
-            QVERIFY2(d.isVisible() && settingsRows() == 0 && SetupDone == 0, typed);
-            QVERIFY2(!*title || QApplication::focusWidget() == box(d, start), title);
+        QFETCH(LengthCase, row);
+        const auto& [name, start, typed, freeForm, title] = row;
+        TestUi ui;
+        makeDataFile();
+        frm_setup d;
+        showUp(d);
+        click(d, "Next_cmd");
+        click(d, "Next_cmd");
+        if (!freeForm.isEmpty()) {
+            // The tick closes its row's boxes and leaves their text and example alone.
+            click(d, freeForm);
+            QVERIFY(!box(d, "InvPrefix_txt")->isEnabled());
+            QVERIFY(!box(d, "InvStart_txt")->isEnabled());
+            QCOMPARE(texts(d, {"InvExample_lbl"}), QStringList{"INV100001"});
         }
+        // A short customer number shows that later series wait their turn.
+        const bool refused = !title.isEmpty();
+        box(d, "CusStart_txt")->setText(refused ? "12" : "100001");
+        box(d, start)->setText(typed);
+        ui.expectBox(refused ? title : "Update?", refused ? TooShort : Update, refused ? vbOK : vbNo);
+        click(d, "Finish_cmd");
+        VERIFY_UI(ui);
+        QVERIFY(d.isVisible());
+        QCOMPARE(settingsRows(), 0);
+        QCOMPARE(SetupDone, 0);
+        if (refused)
+            QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(box(d, start)));
     }
 
     // Which boxes take digits only, and the examples that follow what is typed.
@@ -266,9 +288,12 @@ private slots:
                                 "Present_chk", "fax_chk", "phone_chk"}),
                      (QStringList{"Option3", "Present_chk", "fax_chk"}));
             auto* end = child<QDateEdit>(d, "DTPicker2");
-            QVERIFY(child<QDateEdit>(d, "DTPicker1")->date() == QDate(2005, 1, 1) && !end->isEnabled());
+            QCOMPARE(child<QDateEdit>(d, "DTPicker1")->date(), QDate(2005, 1, 1));
+            QVERIFY(!end->isEnabled());
             QCOMPARE(end->date(), QDate(2026, 12, 31));
-            QVERIFY(shown(d, "TaxName_txt") && !shown(d, "shipping1") && shown(d, "terms2"));
+            QVERIFY(shown(d, "TaxName_txt"));
+            QVERIFY(!shown(d, "shipping1"));
+            QVERIFY(shown(d, "terms2"));
             QCOMPARE(settings.CrdPrefix, "CRD"); // the record follows the controls at opening
             box(d, "Name_txt")->setText("  New Name  ");
             box(d, "TaxAmount_txt")->setText("12abc"); // pasted: no key rule
@@ -276,7 +301,8 @@ private slots:
             QTest::keyClicks(box(d, "Text3"), "Van");
             QCOMPARE(texts(d, {"chk3"}), QStringList{"Include Van"});
             click(d, "Shipping_chk");
-            QVERIFY(shown(d, "shipping1") && shown(d, "shipping2"));
+            QVERIFY(shown(d, "shipping1"));
+            QVERIFY(shown(d, "shipping2"));
             click(d, "Present_chk");
             QVERIFY(end->isEnabled());
             click(d, "cmdOK");
@@ -288,7 +314,9 @@ private slots:
                          "logopath=|TaxEnabled=1");
         const SettingsRecord& s = settings;
         QCOMPARE((QStringList{s.BusinessName.trimmed(), s.text3Name.trimmed()}), (QStringList{"New Name", "Van"}));
-        QVERIFY(s.TaxAmount == 12.0 && s.IncludeShipping == 1 && s.Present == 0);
+        QCOMPARE(s.TaxAmount, 12.0);
+        QCOMPARE(s.IncludeShipping, 1);
+        QCOMPARE(s.Present, 0);
         QCOMPARE(s.ConfirmExit, 1); // loaded at start, never written
     }
 
@@ -323,10 +351,14 @@ private slots:
             }
             auto* tabs = child<QTabBar>(d, "tbsOptions");
             QTest::keyClick(box(d, "Name_txt"), Qt::Key_Tab, Qt::ControlModifier);
-            QVERIFY(tabs->currentIndex() == 1 && shown(d, "Frame1(1)") && !shown(d, "Frame1(0)"));
+            QCOMPARE(tabs->currentIndex(), 1);
+            QVERIFY(shown(d, "Frame1(1)"));
+            QVERIFY(!shown(d, "Frame1(0)"));
             tabs->setCurrentIndex(7);
             QTest::keyClick(child<QWidget>(d, "Reminder2"), Qt::Key_Tab, Qt::ControlModifier);
-            QVERIFY(tabs->currentIndex() == 0 && shown(d, "Frame1(0)") && !shown(d, "Frame1(7)"));
+            QCOMPARE(tabs->currentIndex(), 0);
+            QVERIFY(shown(d, "Frame1(0)"));
+            QVERIFY(!shown(d, "Frame1(7)"));
             click(d, "cmdCancel");
         });
         VERIFY_UI(ui);
@@ -339,45 +371,54 @@ private slots:
 
     // Apply, OK and "Check Prefix Numbers" begin with the length and in-use checks; a
     // failure shows the Prefixes page under the tab that was selected, and saves nothing.
-    void optionsNumberChecks()
+    void optionsNumberChecks_data()
     {
         const QString inUse = " Number Already In Use|This %1 number has already been used. Please try again!";
-        const QString allOk = "All OK|All prefix numbers are OK";
-        const std::tuple<const char*, const char*, const char*, const char*, QString> rows[] = {
-            // command, start box, typed, free-form tick, "title|text" of the box
-            {"cmdApply", "InvStart_txt", "  12", "", "Invoice Number|" + TooShort},
-            {"cmdOK", "PrtStart_txt", "123", "", "Item Number|" + TooShort},
-            {"cmdOK", "InvStart_txt", "100007", "", "Invoice" + inUse.arg("Invoice")}, // stored as "inv"
-            {"cmdApply", "CusStart_txt", "100007", "", "Customer" + inUse.arg("Customer")},
-            {"CheckRanges_cmd", "PrtStart_txt", "100007", "", "Item\\Part" + inUse.arg("Item\\Part")},
-            {"CheckRanges_cmd", "CusStart_txt", "12", "Cus_chk", allOk},
-            {"CheckRanges_cmd", "CrdStart_txt", "1", "", allOk}}; // the credit series is never checked
-        for (const auto& [command, start, typed, freeForm, message] : rows) {
-            TestUi ui;
-            makeDataFile(UsedRow + "|InvPrefix=inv");
-            addRow("Invoices", {{"InvNo", "INV100007"}});
-            addRow("Customers", {{"CustID", "CUS100007"}});
-            addRow("Parts", {{"ID", "PRT100007"}});
-            const bool refused = message != allOk;
-            auto w = openOptions(ui, {}, [&](QDialog& d) {
-                showUp(d);
-                auto* tabs = child<QTabBar>(d, "tbsOptions");
-                tabs->setCurrentIndex(6);
-                if (*freeForm)
-                    click(d, freeForm);
-                box(d, start)->setText(typed);
-                box(d, "Name_txt")->setText("Changed");
-                ui.expectBox(message.section('|', 0, 0), message.section('|', 1), vbOK,
-                             refused ? vbExclamation : vbInformation);
-                click(d, command);
-                QVERIFY2(!refused || (d.isVisible() && shown(d, "Frame1(2)") && !shown(d, "Frame1(6)") &&
-                                      tabs->currentIndex() == 6 && QApplication::focusWidget() == box(d, start)),
-                         qPrintable(QString(command) + ' ' + start));
-                click(d, "cmdCancel");
-            });
-            VERIFY_UI(ui);
-            QCOMPARE(columnValues("System", "BusinessName"), QStringList{"Velk Ltd"});
-        }
+        const NumberCheckCase rows[] = {
+            {"Apply, invoice too short", "cmdApply", "InvStart_txt", "  12", "", "Invoice Number|" + TooShort},
+            {"OK, item too short", "cmdOK", "PrtStart_txt", "123", "", "Item Number|" + TooShort},
+            {"OK, invoice in use", "cmdOK", "InvStart_txt", "100007", "",
+             "Invoice" + inUse.arg("Invoice")}, // stored as "inv"
+            {"Apply, customer in use", "cmdApply", "CusStart_txt", "100007", "", "Customer" + inUse.arg("Customer")},
+            {"check, item in use", "CheckRanges_cmd", "PrtStart_txt", "100007", "",
+             "Item\\Part" + inUse.arg("Item\\Part")},
+            {"check, customer free form", "CheckRanges_cmd", "CusStart_txt", "12", "Cus_chk", AllOk},
+            {"check, credit never checked", "CheckRanges_cmd", "CrdStart_txt", "1", "", AllOk}};
+        addCases(rows);
+    }
+
+    void optionsNumberChecks()
+    {
+        QFETCH(NumberCheckCase, row);
+        const auto& [name, command, start, typed, freeForm, message] = row;
+        TestUi ui;
+        makeDataFile(UsedRow + "|InvPrefix=inv");
+        addRow("Invoices", {{"InvNo", "INV100007"}});
+        addRow("Customers", {{"CustID", "CUS100007"}});
+        addRow("Parts", {{"ID", "PRT100007"}});
+        const bool refused = message != AllOk;
+        auto w = openOptions(ui, {}, [&](QDialog& d) {
+            showUp(d);
+            auto* tabs = child<QTabBar>(d, "tbsOptions");
+            tabs->setCurrentIndex(6);
+            if (!freeForm.isEmpty())
+                click(d, freeForm);
+            box(d, start)->setText(typed);
+            box(d, "Name_txt")->setText("Changed");
+            ui.expectBox(message.section('|', 0, 0), message.section('|', 1), vbOK,
+                         refused ? vbExclamation : vbInformation);
+            click(d, command);
+            if (refused) {
+                QVERIFY(d.isVisible());
+                QVERIFY(shown(d, "Frame1(2)"));
+                QVERIFY(!shown(d, "Frame1(6)"));
+                QCOMPARE(tabs->currentIndex(), 6);
+                QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(box(d, start)));
+            }
+            click(d, "cmdCancel");
+        });
+        VERIFY_UI(ui);
+        QCOMPARE(columnValues("System", "BusinessName"), QStringList{"Velk Ltd"});
     }
 
     // The logo's path: 200 characters at most, and a cancelled dialog keeps the last choice.
@@ -418,7 +459,8 @@ private slots:
                  (QStringList{"chk1", "chk3", "Shipping_chk", "Statement_chk"}));
         // The sample follows the ticks; loading copies nothing into the record.
         auto* frame = child<QWidget>(w, "InvoiceFrame");
-        QVERIFY(!child<QWidget>(w, "terms1")->isVisibleTo(frame) && child<QWidget>(w, "shipping2")->isVisibleTo(frame));
+        QVERIFY(!child<QWidget>(w, "terms1")->isVisibleTo(frame));
+        QVERIFY(child<QWidget>(w, "shipping2")->isVisibleTo(frame));
         QCOMPARE(settings.Statement, QString());
         click(w, "chk2");
         click(w, "chk1");
@@ -442,7 +484,10 @@ private slots:
                          "terms1=" +
                          LongTerms);
         const SettingsRecord& s = settings;
-        QVERIFY(s.text1Visible == 0 && s.text2Visible == 1 && s.IncludeTerms == 1 && s.IncludeShipping == 0);
+        QCOMPARE(s.text1Visible, 0);
+        QCOMPARE(s.text2Visible, 1);
+        QCOMPARE(s.IncludeTerms, 1);
+        QCOMPARE(s.IncludeShipping, 0);
         QCOMPARE((QStringList{s.text1Name.text(), s.Statement, s.terms1, s.Logopath}),
                  (QStringList{QString("Rep").leftJustified(30), "With thanks", LongTerms, " /pics/logo.bmp"}));
         VERIFY_UI(ui);

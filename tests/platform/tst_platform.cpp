@@ -19,6 +19,8 @@ namespace
 {
 
 enum Layout { BuildTree, ReadOnly, Installed };
+enum Xdg { XdgUnset, XdgRelative, XdgSet };
+enum Where { InExe, InXdgData, InHomeData };
 
 // A machine in a temporary folder: an executable folder laid out as a build tree, a
 // read-only folder or an installed prefix, and a home folder of its own.
@@ -62,46 +64,73 @@ class PlatformTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void programFolderAndShippedFiles()
+    void programFolder_data()
     {
-        enum Xdg { Unset, Relative, Set };
-        enum Where { Exe, XdgData, HomeData };
-        const std::tuple<int, int, int> rows[] = {{BuildTree, Set, Exe},       {ReadOnly, Set, XdgData},
-                                                  {ReadOnly, Unset, HomeData}, {ReadOnly, Relative, HomeData},
-                                                  {Installed, Set, XdgData},   {Installed, Unset, HomeData}};
-        for (const auto& [layout, xdg, expected] : rows) {
-            Machine m(layout);
-            const QString xdgDir = m.root.filePath(QStringLiteral("data"));
-            qputenv("HOME", QFile::encodeName(m.home));
-            if (xdg == Unset)
-                qunsetenv("XDG_DATA_HOME");
-            else
-                qputenv("XDG_DATA_HOME", xdg == Set ? QFile::encodeName(xdgDir) : "data");
-            const QString want = expected == Exe       ? m.exeDir
-                                 : expected == XdgData ? xdgDir + QStringLiteral("/velk-invoice")
-                                                       : m.home + QStringLiteral("/.local/share/velk-invoice");
-            const QByteArray name = QByteArray::number(layout) + '/' + QByteArray::number(xdg);
-            QVERIFY2(programDirFor(m.exeDir + '/') == want && QFileInfo(want).isDir(), name);
-            // A build tree leaves the user's folders alone; the next start finds the folder it made.
-            QVERIFY2(expected != Exe || !QFileInfo::exists(xdgDir), name);
-            Machine::touch(want + QStringLiteral("/data.mdb"));
-            QVERIFY2(programDirFor(m.exeDir) == want && QFileInfo::exists(want + QStringLiteral("/data.mdb")), name);
-        }
-        // A file shipped with the program: an installed copy prefers its share folder, anything
-        // else the executable's folder. Layout, the file beside the executable, in the share
-        // folder, and whether the share folder's is taken.
-        const std::tuple<int, bool, bool, bool> files[] = {
-            {BuildTree, true, false, false}, {Installed, false, true, true},  {Installed, true, true, true},
-            {Installed, true, false, false}, {Installed, false, false, true}, {BuildTree, false, false, false}};
-        for (const auto& [layout, beside, shared, expectShared] : files) {
-            Machine m(layout);
-            if (beside)
-                Machine::touch(m.exeDir + QStringLiteral("/customers.htm"));
-            if (shared)
-                Machine::touch(m.shareDir + QStringLiteral("/customers.htm"));
-            QCOMPARE(shippedFileFor(m.exeDir, QStringLiteral("customers.htm")),
-                     (expectShared ? m.shareDir : m.exeDir) + QStringLiteral("/customers.htm"));
-        }
+        QTest::addColumn<int>("layout");
+        QTest::addColumn<int>("xdg");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("build tree") << int(BuildTree) << int(XdgSet) << int(InExe);
+        QTest::newRow("read-only, XDG set") << int(ReadOnly) << int(XdgSet) << int(InXdgData);
+        QTest::newRow("read-only, XDG unset") << int(ReadOnly) << int(XdgUnset) << int(InHomeData);
+        QTest::newRow("read-only, XDG relative") << int(ReadOnly) << int(XdgRelative) << int(InHomeData);
+        QTest::newRow("installed, XDG set") << int(Installed) << int(XdgSet) << int(InXdgData);
+        QTest::newRow("installed, XDG unset") << int(Installed) << int(XdgUnset) << int(InHomeData);
+    }
+
+    void programFolder()
+    {
+        QFETCH(int, layout);
+        QFETCH(int, xdg);
+        QFETCH(int, expected);
+        Machine m(layout);
+        const QString xdgDir = m.root.filePath(QStringLiteral("data"));
+        qputenv("HOME", QFile::encodeName(m.home));
+        if (xdg == XdgUnset)
+            qunsetenv("XDG_DATA_HOME");
+        else
+            qputenv("XDG_DATA_HOME", xdg == XdgSet ? QFile::encodeName(xdgDir) : "data");
+        const QString want = expected == InExe       ? m.exeDir
+                             : expected == InXdgData ? xdgDir + QStringLiteral("/velk-invoice")
+                                                     : m.home + QStringLiteral("/.local/share/velk-invoice");
+        QCOMPARE(programDirFor(m.exeDir + '/'), want);
+        QVERIFY(QFileInfo(want).isDir());
+        // A build tree leaves the user's folders alone; the next start finds the folder it made.
+        if (expected == InExe)
+            QVERIFY(!QFileInfo::exists(xdgDir));
+        Machine::touch(want + QStringLiteral("/data.mdb"));
+        QCOMPARE(programDirFor(m.exeDir), want);
+        QVERIFY(QFileInfo::exists(want + QStringLiteral("/data.mdb")));
+    }
+
+    // A file shipped with the program: an installed copy prefers its share folder, anything
+    // else the executable's folder.
+    void shippedFile_data()
+    {
+        QTest::addColumn<int>("layout");
+        QTest::addColumn<bool>("beside"); // the file beside the executable
+        QTest::addColumn<bool>("shared"); // the file in the share folder
+        QTest::addColumn<bool>("expectShared");
+        QTest::newRow("build tree, beside") << int(BuildTree) << true << false << false;
+        QTest::newRow("installed, shared") << int(Installed) << false << true << true;
+        QTest::newRow("installed, both") << int(Installed) << true << true << true;
+        QTest::newRow("installed, beside") << int(Installed) << true << false << false;
+        QTest::newRow("installed, neither") << int(Installed) << false << false << true;
+        QTest::newRow("build tree, neither") << int(BuildTree) << false << false << false;
+    }
+
+    void shippedFile()
+    {
+        QFETCH(int, layout);
+        QFETCH(bool, beside);
+        QFETCH(bool, shared);
+        QFETCH(bool, expectShared);
+        Machine m(layout);
+        if (beside)
+            Machine::touch(m.exeDir + QStringLiteral("/customers.htm"));
+        if (shared)
+            Machine::touch(m.shareDir + QStringLiteral("/customers.htm"));
+        QCOMPARE(shippedFileFor(m.exeDir, QStringLiteral("customers.htm")),
+                 (expectShared ? m.shareDir : m.exeDir) + QStringLiteral("/customers.htm"));
     }
 
     // With no desktop theme, the toolbars show the pictures shipped in the program.

@@ -22,23 +22,6 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-void write(const QString& path, const QByteArray& bytes)
-{
-    QFile f(path);
-    f.open(QIODevice::WriteOnly);
-    f.write(bytes);
-}
-
-// The rows of a table, each as the named columns' texts joined by "|".
-QStringList rows(const QString& table, const QStringList& columns)
-{
-    QStringList out = columnValues(table, columns[0]);
-    for (const QString& c : columns.mid(1))
-        for (qsizetype i = 0; const QString& v : columnValues(table, c))
-            out[i++] += '|' + v;
-    return out;
-}
-
 const QString SaveOk = "Save was Successful";
 const QString RestoreQuestion =
     "Are you very sure you want to restore this backup? This will overwrite your current data.";
@@ -139,11 +122,11 @@ private slots:
         QDir(ui.dir()).mkdir("sub");
         QDir(ui.dir()).mkdir("usb");
         QFile::link(data, ui.file("link.mdb"));
-        write(ui.file("old.mdb"), "previous backup");
+        writeFile(ui.file("old.mdb"), "previous backup");
         if (lies == "copy" || lies == "half" || lies == "no column" || lies == "newer")
-            write(source, fileBytes(data).first(fileBytes(data).size() / (lies == "half" ? 2 : 1)));
+            writeFile(source, fileBytes(data).first(fileBytes(data).size() / (lies == "half" ? 2 : 1)));
         else if (lies == "text")
-            write(source, "just some notes\n");
+            writeFile(source, "just some notes\n");
         else if (lies == "foreign")
             Database::create(source)->exec("CREATE TABLE Customers (x); CREATE TABLE Notes (y)");
         else if (lies == "link")
@@ -179,7 +162,7 @@ private slots:
         auto* import = child<QAction>(*w, "mnuImport");
         emit child<QMenu>(*w, "mnuTools")->aboutToShow();
         QVERIFY(!import->isEnabled()); // offered only when the file is there
-        write(ui.file("Invoices1.csv"), {});
+        writeFile(ui.file("Invoices1.csv"), {});
         emit child<QMenu>(*w, "mnuTools")->aboutToShow();
         import->trigger();
         QCOMPARE(columnValues("Customers", "CustID"), QStringList());
@@ -187,30 +170,30 @@ private slots:
         for (int i = 22; i <= 40; ++i)
             wide += ",f" + QByteArray::number(i);
         // A Windows-1252 name (e acute, the euro sign); a blank field 14; quotes as text; a lone CR; no last end.
-        write(ui.file("Invoices1.csv"), Line1 + "C3,2026-05-02,I3,Ren\xe9,\x80uro,,,,,,9.99,One,9.99,   ,7.00\n" +
-                                            wide + "\nC6,2026-01-01,I6,A,B,,,,,,5,\"Nuts\",5\n" +
-                                            "C4,2026-01-01,I4,A,B,,,,,,5,One,2,Two,3\r" +
-                                            "C2,15/04/2026,I2,Bob,Jones,0456,2 Low Rd,,York,YO1 2BB,20,Visit,20");
+        writeFile(ui.file("Invoices1.csv"), Line1 + "C3,2026-05-02,I3,Ren\xe9,\x80uro,,,,,,9.99,One,9.99,   ,7.00\n" +
+                                                wide + "\nC6,2026-01-01,I6,A,B,,,,,,5,\"Nuts\",5\n" +
+                                                "C4,2026-01-01,I4,A,B,,,,,,5,One,2,Two,3\r" +
+                                                "C2,15/04/2026,I2,Bob,Jones,0456,2 Low Rd,,York,YO1 2BB,20,Visit,20");
         import->trigger();
         VERIFY_UI(ui);
-        QCOMPARE(rows("Customers",
-                      {"CustID", "Date", "FirstName", "LastName", "Phone", "Address", "Address2", "City", "Postcode",
-                       "DelAddress1", "DelAddress2", "DelAddress3", "DelAddress4", "DelAddress5", "address4", "notes"}),
+        QCOMPARE(tableRows("Customers", {"CustID", "Date", "FirstName", "LastName", "Phone", "Address", "Address2",
+                                         "City", "Postcode", "DelAddress1", "DelAddress2", "DelAddress3", "DelAddress4",
+                                         "DelAddress5", "address4", "notes"}),
                  (QStringList{
                      "C1|01/03/2026|Anne|Smith|0123|1 High St|Flat 2|Leeds|LS1 1AA|Del 1|Del 2|Del 3|Del 4|Del 5||",
                      QString::fromUtf8("C3|02/05/2026|René|€uro||||||||||||"),
                      "C5|01/01/2026|A|B||||||D1|D2|D3|D4|D5||", "C6|01/01/2026|A|B||||||||||||",
                      "C4|01/01/2026|A|B||||||||||||", "C2|15/04/2026|Bob|Jones|0456|2 Low Rd||York|YO1 2BB|||||||"}));
-        QCOMPARE(rows("Invoices", {"InvNo", "Date", "CustNo", "CustomerName", "Subtotal", "Total", "Paid", "Vat",
-                                   "Discount", "Balance", "Notes"})
+        QCOMPARE(tableRows("Invoices", {"InvNo", "Date", "CustNo", "CustomerName", "Subtotal", "Total", "Paid", "Vat",
+                                        "Discount", "Balance", "Notes"})
                      .mid(0, 2),
                  (QStringList{"I1|01/03/2026|C1|Anne Smith|150.5|150.5|150.5|0|0|0|",
                               QString::fromUtf8("I3|02/05/2026|C3|René €uro|9.99|9.99|9.99|0|0|0|")}));
-        QCOMPARE(rows("InvoiceD", {"InvNo", "PartID", "Qty", "Description", "Amount", "Total"}),
+        QCOMPARE(tableRows("InvoiceD", {"InvNo", "PartID", "Qty", "Description", "Amount", "Total"}),
                  (QStringList{"I1||1|Repairs|100.25|100.25", "I1||1|Parts|50.25|50.25", "I3||1|One|9.99|9.99",
                               "I5||1|Wide|5|5", "I6||1|\"Nuts\"|5|5", "I4||1|One|2|2", "I4||1|Two|3|3",
                               "I2||1|Visit|20|20"}));
-        QCOMPARE(rows("System", {"Invstart", "CustStart"}), QStringList{"0005|0007"});
+        QCOMPARE(tableRows("System", {"Invstart", "CustStart"}), QStringList{"0005|0007"});
     }
 
     void importFailures_data()
@@ -247,7 +230,7 @@ private slots:
         TestUi ui;
         auto w = startProgram(ui, {});
         if (file != "missing")
-            write(ui.file("Invoices1.csv"), file);
+            writeFile(ui.file("Invoices1.csv"), file);
         ui.expectBox("Error Message", errorMessageText(number, "frmMain", "mnuImport_Click", standardErrorText(number)),
                      vbOK, vbExclamation);
         QVERIFY(endsProgram([] { safety::mnuImport(); }));

@@ -20,27 +20,14 @@ using namespace platform;
 namespace
 {
 
-// Makes a data file with these System rows, as a previous run would have left it.
-void makeDataFile(TestUi& ui, const QList<QMap<QString, Value>>& rows)
-{
-    {
-        frmMain first;
-        first.MDIForm_Load();
-        for (const auto& row : rows)
-            addSettingsRow(row);
-        first.close();
-    }
-    Database::closeAll();
-    resetGlobals();
-    ui.clearProblems();
-}
-
 QString errorBox(int number, const QString& procedure)
 {
     return errorMessageText(number, "frmMain", procedure, standardErrorText(number));
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(Value)
 
 class ShellTest : public QObject
 {
@@ -66,8 +53,10 @@ private slots:
         {
             frmMain w;
             w.MDIForm_Load();
-            QVERIFY(QFileInfo(ui.file("data.mdb")).isFile() && !QFile::exists(ui.file("data.mdb.new")));
-            QVERIFY(PlainConnection.isOpen() && ShapeConnection.isOpen());
+            QVERIFY(QFileInfo(ui.file("data.mdb")).isFile());
+            QVERIFY(!QFile::exists(ui.file("data.mdb.new")));
+            QVERIFY(PlainConnection.isOpen());
+            QVERIFY(ShapeConnection.isOpen());
             QCOMPARE(busyCount(), 0);
             QCOMPARE(SetupDone, rows > 0 ? 1 : 0);
             if (rows <= 0)
@@ -76,7 +65,8 @@ private slots:
             QCOMPARE(w.unloaded(), rows <= 0);
             QCOMPARE(FrontCount, 1);
             w.close();
-            QVERIFY(!PlainConnection.isOpen() && !ShapeConnection.isOpen());
+            QVERIFY(!PlainConnection.isOpen());
+            QVERIFY(!ShapeConnection.isOpen());
         }
         Database::closeAll();
         if (rows > 0)
@@ -93,7 +83,8 @@ private slots:
         QSet<QString> seen;
         for (const SettingsColumn& c : settingsColumns()) {
             const ColumnDef* column = system->column(QLatin1String(c.column));
-            QVERIFY2(column && !seen.contains(QString(c.column).toLower()), c.column);
+            QVERIFY2(column, c.column);
+            QVERIFY2(!seen.contains(QString(c.column).toLower()), c.column);
             QVERIFY2(c.width <= 0 || column->size >= c.width, c.column);
             seen.insert(QString(c.column).toLower());
         }
@@ -101,7 +92,8 @@ private slots:
         resetGlobals();
         copySettings({{"text2name", QString(35, 'n')}, {"TAXAMOUNT", 17.5}, {"present", 1}});
         QCOMPARE(settings.text2Name.text(), QString(30, 'n'));
-        QVERIFY(settings.TaxAmount == 17.5 && settings.Present == 1);
+        QCOMPARE(settings.TaxAmount, 17.5);
+        QCOMPARE(settings.Present, qint16(1));
         TestUi ui;
         makeDataFile(ui, {{{"BusinessName", QString(35, 'B')},
                            {"Address", "1 High Street\r\nTown"},
@@ -122,7 +114,8 @@ private slots:
                  (QStringList{QString(30, 'B'), "1 High Street\r\nTown", "a", "000042",
                               "Sales Person" + QString(18, ' '), QString(30, ' '), "3"})); // a Null reads as empty
         QCOMPARE(s.TaxAmount, 17.1235);
-        QVERIFY(s.Debtorstart == 1 && s.FreeformCrd == 1); // the first from its text column
+        QCOMPARE(s.Debtorstart, qint16(1));
+        QCOMPARE(s.FreeformCrd, qint16(1)); // the first from its text column
         // The debtor list opens at the first coming to the front only.
         ui.onModal("frmDebtor", [](QDialog&) { return 0; });
         platform::activate(&w);
@@ -133,36 +126,56 @@ private slots:
 
     // Failures at start-up end the program. A settings row the record cannot take: the error
     // box and a log.
-    void startUpFailures()
+    void badSettingsRow_data()
     {
-        const std::tuple<QString, Value, int> rows[] = {
-            {"FreeFormInv", Value(), 94}, {"Debtorstart", "yes", 13}, {"Present", qint64(70000), 6}};
-        for (const auto& [column, value, number] : rows) {
-            TestUi ui;
-            makeDataFile(ui, {{{column, value}}});
-            frmMain w;
-            ui.expectBox("Error Message", errorBox(number, "Load_settings"), vbOK, vbExclamation);
-            QVERIFY2(endsProgram([&] { w.MDIForm_Load(); }), qPrintable(column));
-            QCOMPARE(busyCount(), 0);
-            QCOMPARE(QDir(ui.file("Logs")).entryList(QDir::Files), QStringList{"20261122103015.log"});
-            VERIFY_UI(ui);
-        }
-        // A data file that is no database of ours is neither opened nor replaced.
-        for (const QByteArray& content : {QByteArray("Dear customer,\nthis is not a database.\n"),
-                                          QByteArray("SQLite format 3").append(QByteArray(200, '\0'))}) {
-            TestUi ui;
-            const QString path = ui.file("data.mdb");
-            QFile f(path);
-            QVERIFY(f.open(QIODevice::WriteOnly) && f.write(content) == content.size());
-            f.close();
-            frmMain w;
-            ui.expectBox("Error Message", errorBox(err::UnrecognisedDatabase, "Load"));
-            QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));
-            QCOMPARE(fileBytes(path), content);
-            QCOMPARE(QDir(ui.dir()).entryList(QDir::Files), QStringList{"data.mdb"});
-            QVERIFY(ui.shownBoxes.last().contains("Error Code \t: 467259\r\n"));
-            VERIFY_UI(ui);
-        }
+        QTest::addColumn<QString>("column");
+        QTest::addColumn<Value>("value");
+        QTest::addColumn<int>("number");
+        QTest::newRow("Null") << "FreeFormInv" << Value() << 94;
+        QTest::newRow("text for a number") << "Debtorstart" << Value("yes") << 13;
+        QTest::newRow("too large") << "Present" << Value(qint64(70000)) << 6;
+    }
+
+    void badSettingsRow()
+    {
+        QFETCH(QString, column);
+        QFETCH(Value, value);
+        QFETCH(int, number);
+        TestUi ui;
+        makeDataFile(ui, {{{column, value}}});
+        frmMain w;
+        ui.expectBox("Error Message", errorBox(number, "Load_settings"), vbOK, vbExclamation);
+        QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));
+        QCOMPARE(busyCount(), 0);
+        QCOMPARE(QDir(ui.file("Logs")).entryList(QDir::Files), QStringList{"20261122103015.log"});
+        VERIFY_UI(ui);
+    }
+
+    // A data file that is no database of ours is neither opened nor replaced.
+    void foreignDataFile_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("a letter") << QByteArray("Dear customer,\nthis is not a database.\n");
+        QTest::newRow("a bare header") << QByteArray("SQLite format 3").append(QByteArray(200, '\0'));
+    }
+
+    void foreignDataFile()
+    {
+        QFETCH(QByteArray, content);
+        TestUi ui;
+        const QString path = ui.file("data.mdb");
+        writeFile(path, content);
+        frmMain w;
+        ui.expectBox("Error Message", errorBox(err::UnrecognisedDatabase, "Load"));
+        QVERIFY(endsProgram([&] { w.MDIForm_Load(); }));
+        QCOMPARE(fileBytes(path), content);
+        QCOMPARE(QDir(ui.dir()).entryList(QDir::Files), QStringList{"data.mdb"});
+        QVERIFY(ui.shownBoxes.last().contains("Error Code \t: 467259\r\n"));
+        VERIFY_UI(ui);
+    }
+
+    void dataFileIsAFolder()
+    {
         // A folder where the file should be: it is no data file, it cannot be replaced, and
         // building it fails with Abort, Retry and Ignore offered.
         TestUi ui;
@@ -219,7 +232,7 @@ private slots:
         auto w = startProgram(ui, {});
         ui.expectBox("Add to New Customer", "Do you want to add this invoice to a new customer", vbCancel,
                      vbYesNoCancel + vbQuestion);
-        child<QAction>(*w, "Toolbar1(5)")->trigger();
+        trigger(*w, 5);
         const char* windows[] = {"frmCustomer", "frmInvoice", "", "frmReports", "frmDebtor", "frm_Parts", "Help_frm"};
         for (int place = 1; place <= 13; place += 2) {
             const char* window = windows[place / 2];
@@ -231,13 +244,15 @@ private slots:
                 return 0;
             });
             child<QAction>(*w, QString("Toolbar1(%1)").arg(place))->trigger();
-            QVERIFY2(busy == 0, window);
+            QCOMPARE(QString(window) + ' ' + QString::number(busy), QString(window) + " 0"); // no hourglass
         }
         QCOMPARE(HelpTopic.trimmed(), "help.htm");
         QCOMPARE(FrontCount, 7);
         QCOMPARE(busyCount(), 0);
-        child<QAction>(*w, "Toolbar1(15)")->trigger();
-        QVERIFY(w->unloaded() && !PlainConnection.isOpen() && !ShapeConnection.isOpen());
+        trigger(*w, 15);
+        QVERIFY(w->unloaded());
+        QVERIFY(!PlainConnection.isOpen());
+        QVERIFY(!ShapeConnection.isOpen());
         VERIFY_UI(ui);
     }
 

@@ -10,9 +10,13 @@
 #include "store/Globals.h"
 #include "store/Recordset.h"
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QDialog>
 #include <QFile>
 #include <QHash>
+#include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -163,17 +167,23 @@ bool endsProgram(const std::function<void()>& code)
     return false;
 }
 
-std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& settingsRow)
+void makeDataFile(TestUi& ui, const QList<QMap<QString, Value>>& settingsRows)
 {
     {
         frmMain first;
         first.MDIForm_Load();
-        addSettingsRow(settingsRow);
+        for (const auto& row : settingsRows)
+            addSettingsRow(row);
         first.close();
     }
     Database::closeAll();
     resetGlobals();
     ui.clearProblems();
+}
+
+std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& settingsRow)
+{
+    makeDataFile(ui, {settingsRow});
     auto w = std::make_unique<frmMain>();
     w->MDIForm_Load();
     platform::activate(w.get()); // the first coming to the front, as at a start
@@ -208,12 +218,55 @@ QStringList columnValues(const QString& table, const QString& column)
     return values;
 }
 
+QStringList tableRows(const QString& table, const QStringList& columns)
+{
+    QStringList out = columnValues(table, columns[0]);
+    for (const QString& c : columns.mid(1))
+        for (qsizetype i = 0; const QString& v : columnValues(table, c))
+            out[i++] += '|' + v;
+    return out;
+}
+
+void trigger(QWidget& window, int place)
+{
+    child<QAction>(window, QStringLiteral("Toolbar1(%1)").arg(place))->trigger();
+}
+
+void click(QWidget& window, const QString& name)
+{
+    child<QAbstractButton>(window, name)->click();
+}
+
+void typeInto(QWidget& window, const QString& name, const QString& text)
+{
+    auto* box = child<QLineEdit>(window, name);
+    box->clear();
+    QTest::keyClicks(box, text);
+}
+
+QStringList texts(QWidget& window, const QStringList& names)
+{
+    QStringList out;
+    for (const QString& name : names) {
+        QWidget* c = child<QWidget>(window, name);
+        out << c->property(qobject_cast<QPlainTextEdit*>(c) ? "plainText" : "text").toString();
+    }
+    return out;
+}
+
 void showUp(QWidget& window)
 {
     window.show();
     QApplication::setActiveWindow(&window);
     if (!QTest::qWaitForWindowActive(&window))
         qFatal("window %s never came to the front", qPrintable(window.objectName()));
+}
+
+void writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile f(path);
+    QVERIFY2(f.open(QIODevice::WriteOnly), qPrintable(path));
+    QCOMPARE(f.write(bytes), bytes.size());
 }
 
 QByteArray fileBytes(const QString& path)

@@ -75,6 +75,9 @@ private:
     QStringList problems_;
 };
 
+// Leaves a data file in the test's folder with these System rows, as an earlier run would
+// have, and the program ended.
+void makeDataFile(TestUi& ui, const QList<QMap<QString, Value>>& settingsRows);
 // Starts the program in the test's folder, as after the first run, on a settings row of the values given.
 std::unique_ptr<frmMain> startProgram(TestUi& ui, const QMap<QString, Value>& settingsRow);
 // Rows of the running program's data file; a settings row has the required columns and
@@ -83,7 +86,11 @@ void addSettingsRow(const QMap<QString, Value>& values);
 void addRow(const QString& table, const QMap<QString, Value>& values);
 // The values of a column, in table order.
 QStringList columnValues(const QString& table, const QString& column);
+// The rows of a table, each as the named columns' texts joined by "|", in table order.
+QStringList tableRows(const QString& table, const QStringList& columns);
 
+// Writes a file whole; a file that cannot be written fails the test.
+void writeFile(const QString& path, const QByteArray& bytes);
 QByteArray fileBytes(const QString& path);
 // The rows of a list, each as its cells joined by the separator.
 QStringList listRows(QTreeWidget* list, const QString& separator = QStringLiteral(" | "));
@@ -102,6 +109,23 @@ template <class T> T* child(QWidget& window, const QString& name)
     if (!c)
         qFatal("no control %s in %s", qPrintable(name), qPrintable(window.objectName()));
     return c;
+}
+
+// What a user does to a window's controls, found by name: a toolbar button by its place
+// (Toolbar1(place)), a button clicked, a box cleared and typed into key by key.
+void trigger(QWidget& window, int place);
+void click(QWidget& window, const QString& name);
+void typeInto(QWidget& window, const QString& name, const QString& text);
+// The texts of controls by name, whatever their kind.
+QStringList texts(QWidget& window, const QStringList& names);
+
+// A table of cases as the rows of a data function: one column "row", each row named by its
+// case's name, so that every case runs and a failure names it. Read with QFETCH(Case, row).
+template <class Case, std::size_t N> void addCases(const Case (&cases)[N])
+{
+    QTest::addColumn<Case>("row");
+    for (const Case& c : cases)
+        QTest::newRow(c.name) << c;
 }
 
 // Runs an outside program that dev/tools.list names, waits for it, and gives its standard
