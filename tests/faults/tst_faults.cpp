@@ -41,13 +41,6 @@ QString afterwards(std::unique_ptr<frmMain>& main, const QString& path)
            disk->texts("SELECT group_concat(InvNo) FROM Invoices").join(',');
 }
 
-void write(const QString& path, const QByteArray& bytes)
-{
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
-
 } // namespace
 
 class FaultsTest : public QObject
@@ -76,8 +69,8 @@ private slots:
         TestUi ui;
         auto main = startProgram(ui, {});
         addRow("Invoices", {{"InvNo", "KEPT"}});
-        write(ui.file("Invoices1.csv"), "C1,2026-03-01,I1,Anne,Smith,,,,,,10,One,10\r\n"
-                                        "C2,2026-03-01,I2,Bob,Jones,,,,,,20,Two,20\r\n");
+        writeFile(ui.file("Invoices1.csv"), "C1,2026-03-01,I1,Anne,Smith,,,,,,10,One,10\r\n"
+                                            "C2,2026-03-01,I2,Bob,Jones,,,,,,20,Two,20\r\n");
         ui.expectBox("Error Message", errorMessageText(number, "frmMain", "mnuImport_Click", standardErrorText(number)),
                      platform::vbOK, platform::vbExclamation);
         faulty::failFrom(faulty::Operation(operation), 1, code);
@@ -171,7 +164,7 @@ private slots:
         QByteArray csv;
         for (int i = 0; i < 3000; ++i)
             csv += QStringLiteral("C%1,2026-03-01,I%1,Anne,Smith,,,,,,10,One,10\r\n").arg(i).toLatin1();
-        write(ui.file("Invoices1.csv"), csv);
+        writeFile(ui.file("Invoices1.csv"), csv);
         const QString live = ui.file("data.mdb"), target = ui.file("usb/Data.mdb");
         QDir().mkpath(ui.file("usb"));
         if (work == "restore") { // a backup holding 3,000 invoices the data file has not
