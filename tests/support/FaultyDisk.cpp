@@ -40,73 +40,39 @@ bool fails(Operation operation)
     return true;
 }
 
-int xClose(sqlite3_file* f)
-{
-    return ours(f)->realMethods->xClose(ours(f)->realFile());
-}
-int xRead(sqlite3_file* f, void* buffer, int amount, sqlite3_int64 offset)
-{
-    return ours(f)->realMethods->xRead(ours(f)->realFile(), buffer, amount, offset);
-}
+// Every other call goes straight to the real file.
+template <auto Method> struct Forward;
+template <class R, class... A, R (*sqlite3_io_methods::*Method)(sqlite3_file*, A...)> struct Forward<Method> {
+    static R call(sqlite3_file* f, A... a) { return (ours(f)->realMethods->*Method)(ours(f)->realFile(), a...); }
+};
+
 int xWrite(sqlite3_file* f, const void* buffer, int amount, sqlite3_int64 offset)
 {
     if (ours(f)->database && fails(Operation::Write))
         return failureCode;
-    return ours(f)->realMethods->xWrite(ours(f)->realFile(), buffer, amount, offset);
-}
-int xTruncate(sqlite3_file* f, sqlite3_int64 size)
-{
-    return ours(f)->realMethods->xTruncate(ours(f)->realFile(), size);
+    return Forward<&sqlite3_io_methods::xWrite>::call(f, buffer, amount, offset);
 }
 int xSync(sqlite3_file* f, int flags)
 {
     if (fails(Operation::Sync))
         return failureCode == SQLITE_FULL ? SQLITE_FULL : SQLITE_IOERR_FSYNC;
-    return ours(f)->realMethods->xSync(ours(f)->realFile(), flags);
-}
-int xFileSize(sqlite3_file* f, sqlite3_int64* size)
-{
-    return ours(f)->realMethods->xFileSize(ours(f)->realFile(), size);
-}
-int xLock(sqlite3_file* f, int level)
-{
-    return ours(f)->realMethods->xLock(ours(f)->realFile(), level);
-}
-int xUnlock(sqlite3_file* f, int level)
-{
-    return ours(f)->realMethods->xUnlock(ours(f)->realFile(), level);
-}
-int xCheckReservedLock(sqlite3_file* f, int* out)
-{
-    return ours(f)->realMethods->xCheckReservedLock(ours(f)->realFile(), out);
-}
-int xFileControl(sqlite3_file* f, int op, void* arg)
-{
-    return ours(f)->realMethods->xFileControl(ours(f)->realFile(), op, arg);
-}
-int xSectorSize(sqlite3_file* f)
-{
-    return ours(f)->realMethods->xSectorSize(ours(f)->realFile());
-}
-int xDeviceCharacteristics(sqlite3_file* f)
-{
-    return ours(f)->realMethods->xDeviceCharacteristics(ours(f)->realFile());
+    return Forward<&sqlite3_io_methods::xSync>::call(f, flags);
 }
 
 // Version 1 methods only: no shared memory, which the rollback journal does not use.
 const sqlite3_io_methods methods{1,
-                                 xClose,
-                                 xRead,
+                                 Forward<&sqlite3_io_methods::xClose>::call,
+                                 Forward<&sqlite3_io_methods::xRead>::call,
                                  xWrite,
-                                 xTruncate,
+                                 Forward<&sqlite3_io_methods::xTruncate>::call,
                                  xSync,
-                                 xFileSize,
-                                 xLock,
-                                 xUnlock,
-                                 xCheckReservedLock,
-                                 xFileControl,
-                                 xSectorSize,
-                                 xDeviceCharacteristics,
+                                 Forward<&sqlite3_io_methods::xFileSize>::call,
+                                 Forward<&sqlite3_io_methods::xLock>::call,
+                                 Forward<&sqlite3_io_methods::xUnlock>::call,
+                                 Forward<&sqlite3_io_methods::xCheckReservedLock>::call,
+                                 Forward<&sqlite3_io_methods::xFileControl>::call,
+                                 Forward<&sqlite3_io_methods::xSectorSize>::call,
+                                 Forward<&sqlite3_io_methods::xDeviceCharacteristics>::call,
                                  nullptr,
                                  nullptr,
                                  nullptr,
