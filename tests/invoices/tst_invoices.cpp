@@ -644,6 +644,8 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
               "Billing Address:", "TRACK 99", "Balance Due", "$1185176.88", "Customer Name", "9876543.21*"})
             QVERIFY2(full.contains(QLatin1String(expected)), qPrintable(QLatin1String(expected) + " in:\n" + full));
         QCOMPARE(full.count("12 Long Street Name"), settings.isEmpty() ? 2 : 1);
+        // The contact block keeps its phone line whole, in every design.
+        QVERIFY2(full.contains(QRegularExpression("Phone: 01422 555123[^\n]*Mobile: 07700")), qPrintable(full));
         // Hiding the delivery block leaves the billing box where it was.
         auto plain = Invoice_layout(type);
         if (paper == vbPRPSA4)
