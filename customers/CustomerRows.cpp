@@ -1,7 +1,6 @@
 #include "customers/CustomerRows.h"
 
 #include "store/Functions.h"
-#include "store/Recordset.h"
 
 QString joinedAddress(const QStringList& parts)
 {
@@ -14,11 +13,19 @@ QString joinedAddress(const QStringList& parts)
     return cell;
 }
 
-QStringList customerRow(const Recordset& rs)
+QStringList customerRow(const Record& rs)
 {
     auto plain = [&](const char* column) { return rs.field(QLatin1String(column)).toText(); };
     const QStringList address{plain("address"), plain("address2"), plain("city"), plain("address4"), plain("postcode")};
     return {rs.field(QStringLiteral("custid")).toText(),
             Null_to_text(rs.field(QStringLiteral("lastname"))) + QStringLiteral(", ") + plain("firstname"),
             Null_to_text(rs.field(QStringLiteral("phone"))), joinedAddress(address)};
+}
+
+ListModel::Source customerRows()
+{
+    return {QStringLiteral("customers"),
+            {"custid", "lastname", "firstname", "phone", "address", "address2", "city", "address4", "postcode"},
+            {"custid", "firstname", "address", "address2", "city", "address4", "postcode"},
+            customerRow};
 }

@@ -10,10 +10,9 @@
 #include "store/Functions.h"
 #include "store/Globals.h"
 #include "store/ListRules.h"
+#include "store/ListView.h"
 #include "store/ListWindow.h"
 #include "store/Recordset.h"
-
-#include <QTreeWidget>
 
 using namespace platform;
 
@@ -41,7 +40,7 @@ frmCustomer::frmCustomer(QWidget* parent) : QDialog(parent)
     config.foundLabel = w.found;
     rules_ = new ListRules(Cust_lst, config, objectName());
     rules_->attachSearch(w.search, w.searchButton, true);
-    rules_->setSource({QStringLiteral("customers"), QStringLiteral("CUSTID"), QStringLiteral("C"), customerRow});
+    rules_->setSource(customerRows(), QStringLiteral("CUSTID"));
     onActivate(this, [this] { rules_->focusList(); });
     centreWindow(this);
     Load_list();
@@ -57,10 +56,11 @@ void frmCustomer::Load_list()
 
 void frmCustomer::OpenRow()
 {
-    if (Cust_lst->topLevelItemCount() < 1 || !rules_->selected())
+    const int row = rules_->selected();
+    if (row < 0)
         return;
     NewCustomerMode = 0;
-    SelectedCustID = rules_->selected()->text(0);
+    SelectedCustID = Cust_lst->text(row, 0);
     frmAddCust window(this);
     showModal(window);
     if (CustomerChanged == 1)
@@ -70,8 +70,8 @@ void frmCustomer::OpenRow()
 void frmCustomer::ChangedCust()
 {
     BusyTrap(objectName(), "ChangedCust", [this] {
-        QTreeWidgetItem* row = rules_->selected();
-        rules_->refreshSelected(row ? row->text(0) : QString());
+        const int row = rules_->selected();
+        rules_->refreshSelected(row >= 0 ? Cust_lst->text(row, 0) : QString());
     });
 }
 
@@ -86,9 +86,10 @@ void frmCustomer::Delete_item()
         CustomerDeleted = 0;
         const int answer = MsgBox(QStringLiteral("Are you sure you want to delete this customer?"),
                                   vbYesNo + vbQuestion, QStringLiteral("Delete?"));
-        if (answer == vbNo || Cust_lst->topLevelItemCount() == 0 || !rules_->selected())
+        const int row = rules_->selected();
+        if (answer == vbNo || row < 0)
             return;
-        const QString id = rules_->selected()->text(0);
+        const QString id = Cust_lst->text(row, 0);
         Recordset customers;
         customers.open(QStringLiteral("Customers"), ConnectionString, Recordset::adLockPessimistic);
         customers.setIndex(QStringLiteral("CUSTID"));

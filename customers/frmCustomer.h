@@ -5,7 +5,7 @@
 #include <QDialog>
 
 class ListRules;
-class QTreeWidget;
+class ListView;
 
 class frmCustomer : public QDialog
 {
@@ -23,6 +23,6 @@ public:
     ListRules* rules() const { return rules_; }
 
 private:
-    QTreeWidget* Cust_lst;
+    ListView* Cust_lst;
     ListRules* rules_;
 };

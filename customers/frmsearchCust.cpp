@@ -6,6 +6,7 @@
 #include "store/Functions.h"
 #include "store/Globals.h"
 #include "store/ListRules.h"
+#include "store/ListView.h"
 #include "store/ListWindow.h"
 #include "store/Opener.h"
 #include "store/Recordset.h"
@@ -15,7 +16,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QToolBar>
-#include <QTreeWidget>
 
 using namespace platform;
 
@@ -52,27 +52,29 @@ frmsearchCust::frmsearchCust(QWidget* parent) : QDialog(parent)
     config.furtherColumns = 3;
     rules_ = new ListRules(cust_lst, config, objectName());
     rules_->attachSearch(search_txt, w.searchButton, false);
+    rules_->setSource({QStringLiteral("customers"),
+                       {"custid", "lastname", "firstname", "phone"},
+                       {"custid", "firstname"},
+                       [](const Record& rs) {
+                           return QStringList{rs.field(QStringLiteral("custid")).toText(),
+                                              Null_to_text(rs.field(QStringLiteral("lastname"))),
+                                              rs.field(QStringLiteral("firstname")).toText(),
+                                              Null_to_text(rs.field(QStringLiteral("phone")))};
+                       }},
+                      QStringLiteral("CUSTID"));
     Load_list();
 }
 
 void frmsearchCust::Load_list()
 {
-    BusyTrap(objectName(), "Load_list", [this] {
-        Recordset rs;
-        rs.open(QStringLiteral("customers"), ConnectionString, Recordset::adLockReadOnly);
-        for (; !rs.eof(); rs.moveNext())
-            rules_->addRow(
-                {rs.field(QStringLiteral("custid")).toText(), Null_to_text(rs.field(QStringLiteral("lastname"))),
-                 rs.field(QStringLiteral("firstname")).toText(), Null_to_text(rs.field(QStringLiteral("phone")))});
-        rs.close();
-    });
+    BusyTrap(objectName(), "Load_list", [this] { rules_->loadRows(); });
 }
 
 // Each time the window comes to the front.
 void frmsearchCust::Form_Activate()
 {
-    if (cust_lst->topLevelItemCount() > 0) {
-        rules_->select(cust_lst->topLevelItem(0));
+    if (cust_lst->rowCount() > 0) {
+        rules_->select(0);
         cust_lst->setFocus();
     }
     search_txt->setFocus();
@@ -80,13 +82,13 @@ void frmsearchCust::Form_Activate()
 
 void frmsearchCust::select_cmd_Click()
 {
-    QTreeWidgetItem* row = rules_->selected();
-    if (cust_lst->topLevelItemCount() < 1 || !row)
+    const int row = rules_->selected();
+    if (row < 0)
         return;
-    PickedCustID = row->text(0);
-    PickedFirstName = row->text(2);
-    PickedLastName = row->text(1);
-    PickedPhone = row->text(3);
+    PickedCustID = cust_lst->text(row, 0);
+    PickedFirstName = cust_lst->text(row, 2);
+    PickedLastName = cust_lst->text(row, 1);
+    PickedPhone = cust_lst->text(row, 3);
     EditInvoiceMode = 0;
     Open_window(WindowName::frmAddInv, this);
     done(0);

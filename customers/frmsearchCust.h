@@ -6,7 +6,7 @@
 
 class ListRules;
 class QLineEdit;
-class QTreeWidget;
+class ListView;
 
 class frmsearchCust : public QDialog
 {
@@ -23,7 +23,7 @@ protected:
     void Form_Activate();
 
 private:
-    QTreeWidget* cust_lst;
+    ListView* cust_lst;
     QLineEdit* search_txt;
     ListRules* rules_;
 };

@@ -12,6 +12,7 @@
 #include "store/Functions.h"
 #include "store/Globals.h"
 #include "store/ListRules.h"
+#include "store/ListView.h"
 #include "store/Numbers.h"
 #include "store/Opener.h"
 #include "store/Recordset.h"
@@ -33,7 +34,6 @@
 #include <QStyle>
 #include <QStyledItemDelegate>
 #include <QToolBar>
-#include <QTreeWidget>
 #include <QVBoxLayout>
 
 using namespace platform;
@@ -152,18 +152,19 @@ void frmDebtor::buildToolbar(QVBoxLayout* layout)
 
 void frmDebtor::buildList(QVBoxLayout* layout)
 {
-    debtor_lst = new QTreeWidget(this);
+    debtor_lst = new ListView({QStringLiteral("Cust ID"), QStringLiteral("Customer"), QStringLiteral("Phone No."),
+                               QStringLiteral("Inv No"), QStringLiteral("0-30 Days"), QStringLiteral("31-60 Days"),
+                               QStringLiteral("61+ Days"), QStringLiteral("Notes"), QStringLiteral("Reminders")},
+                              this);
     debtor_lst->setObjectName(QStringLiteral("debtor_lst"));
-    debtor_lst->setHeaderLabels({QStringLiteral("Cust ID"), QStringLiteral("Customer"), QStringLiteral("Phone No."),
-                                 QStringLiteral("Inv No"), QStringLiteral("0-30 Days"), QStringLiteral("31-60 Days"),
-                                 QStringLiteral("61+ Days"), QStringLiteral("Notes"), QStringLiteral("Reminders")});
+    debtor_lst->rows()->setCheckable(true);
     const int widths[] = {100, 180, 110, 90, 90, 90, 90, 150, 70};
     for (int c = 0; c < 9; ++c)
         debtor_lst->setColumnWidth(c, widths[c]);
     auto* right = new RightAligned(debtor_lst);
     for (int c : {Col30, Col60, Col61, ColReminders})
         debtor_lst->setItemDelegateForColumn(c, right);
-    connect(debtor_lst, &QTreeWidget::itemDoubleClicked, this, [this] { OpenRow(); });
+    connect(debtor_lst, &ListView::doubleClicked, this, [this] { OpenRow(); });
     rules_ = new ListRules(debtor_lst, ListConfig{}, objectName());
     layout->addWidget(debtor_lst, 1);
 }
@@ -273,7 +274,7 @@ void frmDebtor::buildLetterPanel()
 // Each time the window comes to the front.
 void frmDebtor::Form_Activate()
 {
-    if (debtor_lst->topLevelItemCount() > 0)
+    if (debtor_lst->rowCount() > 0)
         debtor_lst->setFocus();
 }
 
@@ -308,12 +309,12 @@ void frmDebtor::Load_list()
                            "FROM Invoices i LEFT JOIN Customers c ON c.CustID = i.CustNo ORDER BY i.rowid")
                 .arg(today().toString(Qt::ISODate)),
             Database::open(dataSourceOf(ConnectionString)));
-        debtor_lst->clear();
+        debtor_lst->rows()->clear();
         Currency totals[3];
         // Two of a row's three amounts are empty: their text is made once.
         const QString empty = Format_amount(Currency(), 7, 2);
         auto amount = [&](Currency value) { return value == Currency() ? empty : Format_amount(value, 7, 2); };
-        QList<QTreeWidgetItem*> rows;
+        std::vector<QStringList> rows;
         for (; !invoices->eof(); invoices->moveNext()) {
             Currency amounts[3];
             const Currency balance = Null_to_zero(invoices->field(QBalance));
@@ -327,14 +328,12 @@ void frmDebtor::Load_list()
             const Value custId = invoices->field(QCustID);
             if (amounts[0] + amounts[1] + amounts[2] > Currency() && !custId.isNull() &&
                 custId.toText() == invoices->field(QCustNo).toText()) {
-                auto* row = new ListRow(QStringList{
+                rows.push_back(QStringList{
                     custId.toText(),
                     invoices->field(QLastName).toText() + QStringLiteral(", ") + invoices->field(QFirstName).toText(),
                     invoices->field(QPhone).toText(), invoices->field(QInvNo).toText(), amount(amounts[0]),
                     amount(amounts[1]), amount(amounts[2]), Null_to_text(invoices->field(QNotes)),
                     Null_to_zero(invoices->field(QReminderSent)).toString()});
-                row->setCheckState(ColCustID, Qt::Unchecked);
-                rows << row;
             }
             for (int i = 0; i < 3; ++i)
                 totals[i] += amounts[i];
@@ -347,12 +346,12 @@ void frmDebtor::Load_list()
         }
         // All rows at once: a list sorted before puts them in its order, where each
         // row added by itself would have taken its place.
-        debtor_lst->addTopLevelItems(rows);
+        debtor_lst->rows()->appendTexts(std::move(rows));
         if (rules_->sorted())
-            debtor_lst->sortItems(rules_->sortColumn(), rules_->sortOrder());
+            debtor_lst->rows()->sortByText(rules_->sortColumn(), rules_->sortOrder());
         // The grand total is the sum of the totals as they are shown.
         TotalG->setText(Format_amount(Val(total30->text()) + Val(total60->text()) + Val(Total61->text()), 7, 2));
-        rules_->select(debtor_lst->topLevelItem(0));
+        rules_->select(0);
     });
 }
 
@@ -385,10 +384,10 @@ void frmDebtor::Toolbar1_ButtonClick(int place)
 // A double click on a row or "View": the invoice in its window, then the list afresh.
 void frmDebtor::OpenRow()
 {
-    QTreeWidgetItem* row = rules_->selected();
-    if (debtor_lst->topLevelItemCount() < 1 || !row)
+    const int row = rules_->selected();
+    if (row < 0)
         return;
-    OpenInvoiceNo = row->text(ColInvNo);
+    OpenInvoiceNo = debtor_lst->text(row, ColInvNo);
     EditInvoiceMode = 1;
     Open_window(WindowName::frmAddInv, this);
     Load_list();
@@ -398,25 +397,23 @@ void frmDebtor::OpenRow()
 // back as a number other than zero.
 void frmDebtor::SelectPeriod(int column)
 {
-    for (int i = 0; i < debtor_lst->topLevelItemCount(); ++i) {
-        QTreeWidgetItem* row = debtor_lst->topLevelItem(i);
-        if (column < 0 || Val(row->text(column)) != 0)
-            row->setCheckState(ColCustID, Qt::Checked);
-    }
+    for (int i = 0; i < debtor_lst->rowCount(); ++i)
+        if (column < 0 || Val(debtor_lst->text(i, column)) != 0)
+            debtor_lst->rows()->setCheckState(i, Qt::Checked);
 }
 
 void frmDebtor::Unselect_all_Click()
 {
-    for (int i = 0; i < debtor_lst->topLevelItemCount(); ++i)
-        debtor_lst->topLevelItem(i)->setCheckState(ColCustID, Qt::Unchecked);
+    for (int i = 0; i < debtor_lst->rowCount(); ++i)
+        debtor_lst->rows()->setCheckState(i, Qt::Unchecked);
 }
 
-QList<QTreeWidgetItem*> frmDebtor::tickedRows() const
+QList<int> frmDebtor::tickedRows() const
 {
-    QList<QTreeWidgetItem*> rows;
-    for (int i = 0; i < debtor_lst->topLevelItemCount(); ++i)
-        if (debtor_lst->topLevelItem(i)->checkState(ColCustID) == Qt::Checked)
-            rows << debtor_lst->topLevelItem(i);
+    QList<int> rows;
+    for (int i = 0; i < debtor_lst->rowCount(); ++i)
+        if (debtor_lst->rows()->checkState(i) == Qt::Checked)
+            rows << i;
     return rows;
 }
 
@@ -472,16 +469,16 @@ void frmDebtor::Build_table()
                 for (letters.moveFirst(); !letters.eof(); letters.moveNext())
                     letters.deleteRecord();
             }
-            for (QTreeWidgetItem* row : tickedRows()) {
+            for (int row : tickedRows()) {
                 // The rows found are taken as they are: the list came from these tables.
-                customers.seek(row->text(ColCustID));
+                customers.seek(debtor_lst->text(row, ColCustID));
                 letters.addNew();
                 letters.setField(QStringLiteral("CustID"), customers.field(QStringLiteral("CustID")));
                 letters.setField(QStringLiteral("FirstName"),
                                  Null_to_text(customers.field(QStringLiteral("FirstName"))) + QStringLiteral(" ") +
                                      Null_to_text(customers.field(QStringLiteral("LastName"))));
                 letters.setField(QStringLiteral("Address"), addressBlock(customers));
-                invoices.seek(row->text(ColInvNo));
+                invoices.seek(debtor_lst->text(row, ColInvNo));
                 for (const char* column : {"InvNo", "Date", "Total", "Paid", "WrittenOff", "Balance"})
                     letters.setField(QLatin1String(column), invoices.field(QLatin1String(column)));
                 letterCount = toInt16(letterCount + 1.0);
@@ -535,8 +532,8 @@ void frmDebtor::Update_reminders()
         invoices.open(QStringLiteral("invoices"), ConnectionString, Recordset::adLockPessimistic);
         invoices.setIndex(QStringLiteral("INVNO"));
         Write_batch(Database::open(dataSourceOf(ConnectionString)), [&] {
-            for (QTreeWidgetItem* row : tickedRows()) {
-                invoices.seek(row->text(ColInvNo));
+            for (int row : tickedRows()) {
+                invoices.seek(debtor_lst->text(row, ColInvNo));
                 if (invoices.eof())
                     continue;
                 invoices.setField(QStringLiteral("ReminderSent"),

@@ -13,8 +13,7 @@ class QLineEdit;
 class QPushButton;
 class QRadioButton;
 class QToolBar;
-class QTreeWidget;
-class QTreeWidgetItem;
+class ListView;
 class QVBoxLayout;
 
 class frmDebtor : public QDialog
@@ -55,11 +54,11 @@ private:
     void DisableList() { EnableControls(false); }
     void EnableList() { EnableControls(true); }
     void EnableControls(bool on);
-    QList<QTreeWidgetItem*> tickedRows() const;
+    QList<int> tickedRows() const;
     void placeTotals();
 
     QToolBar* Toolbar1;
-    QTreeWidget* debtor_lst;
+    ListView* debtor_lst;
     ListRules* rules_;
     QWidget* totalsStrip;
     QLabel* total30;

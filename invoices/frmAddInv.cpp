@@ -12,6 +12,7 @@
 #include "store/Functions.h"
 #include "store/Globals.h"
 #include "store/ListRules.h"
+#include "store/ListView.h"
 #include "store/Numbering.h"
 #include "store/Numbers.h"
 #include "store/Opener.h"
@@ -30,7 +31,6 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QToolBar>
-#include <QTreeWidget>
 #include <QVBoxLayout>
 
 using namespace platform;
@@ -348,16 +348,27 @@ void frmAddInv::buildPicker()
         search->addWidget(b);
     }
     picker->addLayout(search);
-    parts_lst = new QTreeWidget(part_frame);
+    parts_lst = new ListView({QStringLiteral("Item ID"), QStringLiteral("Short Desciption"), QStringLiteral("Price"),
+                              QStringLiteral("Long Desc"), QStringLiteral("Taxable")},
+                             part_frame);
     parts_lst->setObjectName(QStringLiteral("parts_lst"));
-    parts_lst->setHeaderLabels({QStringLiteral("Item ID"), QStringLiteral("Short Desciption"), QStringLiteral("Price"),
-                                QStringLiteral("Long Desc"), QStringLiteral("Taxable")});
     picker->addWidget(parts_lst);
     part_frame->hide();
     ListConfig config;
     config.furtherColumns = 2;
     pickerRules_ = new ListRules(parts_lst, config, objectName());
     pickerRules_->attachSearch(Search_txt, Search_cmd, false);
+    pickerRules_->setSource(
+        {QStringLiteral("Parts"),
+         {"Id", "shortdesc", "Price", "Desc", "Taxable"},
+         {"Id"},
+         [](const Record& rs) {
+             return QStringList{
+                 rs.field(QStringLiteral("Id")).toText(), Null_to_text(rs.field(QStringLiteral("shortdesc"))),
+                 Format_amount(Null_to_zero(rs.field(QStringLiteral("Price"))), 7, 2),
+                 Null_to_text(rs.field(QStringLiteral("Desc"))), Null_to_text(rs.field(QStringLiteral("Taxable")))};
+         }},
+        QStringLiteral("ID"));
 }
 
 // What each control does.
@@ -384,7 +395,7 @@ void frmAddInv::connectEvents()
         c->installEventFilter(this);
     connect(PaidFull_chk, &QCheckBox::toggled, this, &frmAddInv::PaidFull_chk_Click);
     connect(select_cmd, &QPushButton::clicked, this, &frmAddInv::Pick_Item);
-    connect(parts_lst, &QTreeWidget::itemDoubleClicked, this, &frmAddInv::Pick_Item);
+    connect(parts_lst, &ListView::doubleClicked, this, &frmAddInv::Pick_Item);
     // Any character picks at once: the list has no type-ahead.
     onKeyPress(parts_lst, [this](int) {
         Pick_Item();
@@ -522,17 +533,8 @@ void frmAddInv::Form_Activate()
 
 void frmAddInv::Fill_Parts_List()
 {
-    BusyTrap(objectName(), "Fill_Parts_List", [this] {
-        parts_lst->clear();
-        Recordset rs;
-        rs.open(QStringLiteral("Parts"), ConnectionString, Recordset::adLockReadOnly);
-        for (; !rs.eof(); rs.moveNext())
-            pickerRules_->addRow(
-                {rs.field(QStringLiteral("Id")).toText(), Null_to_text(rs.field(QStringLiteral("shortdesc"))),
-                 Format_amount(Null_to_zero(rs.field(QStringLiteral("Price"))), 7, 2),
-                 Null_to_text(rs.field(QStringLiteral("Desc"))), Null_to_text(rs.field(QStringLiteral("Taxable")))});
-        rs.close();
-    });
+    // Only the ids are read here; the rows' texts as the picker shows them.
+    BusyTrap(objectName(), "Fill_Parts_List", [this] { pickerRules_->loadRows(false); });
 }
 
 // Which line control this is, and in which row.
@@ -707,15 +709,15 @@ void frmAddInv::Check1_Click(int index)
 
 void frmAddInv::Pick_Item()
 {
-    QTreeWidgetItem* item = pickerRules_->selected();
-    if (parts_lst->topLevelItemCount() == 0 || !item)
+    const int row = pickerRules_->selected();
+    if (row < 0)
         return;
     const int i = CurrentLine;
-    PartID_txt[i]->setText(item->text(0));
-    Desc_txt[i]->setText(item->text(3));
-    Amount_txt[i]->setText(item->text(2));
+    PartID_txt[i]->setText(parts_lst->text(row, 0));
+    Desc_txt[i]->setText(parts_lst->text(row, 3));
+    Amount_txt[i]->setText(parts_lst->text(row, 2));
     if (settings.TaxEnabled == 1)
-        tax[i]->setChecked(item->text(4) == QLatin1String("1"));
+        tax[i]->setChecked(parts_lst->text(row, 4) == QLatin1String("1"));
     Calc_Totals();
     part_frame->hide();
     Check1[i]->setChecked(false);

@@ -15,7 +15,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QToolBar;
-class QTreeWidget;
+class ListView;
 class QVBoxLayout;
 namespace report
 {
@@ -117,7 +117,7 @@ private:
     QCheckBox* PaidFull_chk;
 
     QFrame* part_frame;
-    QTreeWidget* parts_lst;
+    ListView* parts_lst;
     QLineEdit* Search_txt;
     QPushButton *Search_cmd, *select_cmd;
     ListRules* pickerRules_;

@@ -9,12 +9,12 @@
 #include "store/Globals.h"
 #include "store/Invoices.h"
 #include "store/ListRules.h"
+#include "store/ListView.h"
 #include "store/ListWindow.h"
 #include "store/Opener.h"
 #include "store/Recordset.h"
 
 #include <QPushButton>
-#include <QTreeWidget>
 
 using namespace platform;
 
@@ -24,7 +24,7 @@ namespace
 enum Column { InvNo, Date, CustId, CustName, Amount, Balance, Notes, Date2, Columns };
 
 // The columns an invoice record fills by itself; the customer's two are left to the caller.
-QStringList invoiceCells(const Recordset& rs)
+QStringList invoiceCells(const Record& rs)
 {
     QStringList cells(Columns);
     const Value value = rs.field(QStringLiteral("DATE"));
@@ -55,6 +55,15 @@ bool customerCells(Recordset& customers, const QString& custNo, QStringList& cel
     return true;
 }
 
+// A row as the list reads it: the customer as the invoice names it.
+QStringList listedInvoice(const Record& rs)
+{
+    QStringList cells = invoiceCells(rs);
+    cells[CustId] = Null_to_text(rs.field(QStringLiteral("CUSTNO")));
+    cells[CustName] = Null_to_text(rs.field(QStringLiteral("CustomerName")));
+    return cells;
+}
+
 } // namespace
 
 frmInvoice::frmInvoice(QWidget* parent) : QDialog(parent)
@@ -78,8 +87,6 @@ frmInvoice::frmInvoice(QWidget* parent) : QDialog(parent)
     const int widths[] = {110, 90, 100, 200, 90, 90, 160};
     for (int c = 0; c < Date2; ++c)
         Inv_lst->setColumnWidth(c, widths[c]);
-    for (int c : {Amount, Balance})
-        Inv_lst->headerItem()->setTextAlignment(c, Qt::AlignRight);
     Inv_lst->setColumnWidth(Date2, 0); // sorts the dates, never shows
 
     ListConfig config;
@@ -87,8 +94,14 @@ frmInvoice::frmInvoice(QWidget* parent) : QDialog(parent)
     config.replacementColumn = Date2;
     config.furtherColumns = 4; // the date, the customer and the amount, not balance or notes
     config.foundLabel = w.found;
+    config.moneyColumns = {Amount, Balance};
     rules_ = new ListRules(Inv_lst, config, objectName());
     rules_->attachSearch(w.search, w.searchButton, false);
+    rules_->setSource({QStringLiteral("Invoices"),
+                       {"INVNO", "DATE", "TOTAL", "BALANCE", "NOTES", "CUSTNO", "CustomerName"},
+                       {"INVNO"},
+                       listedInvoice},
+                      QStringLiteral("INVNO"));
 
     InvoiceSaved = 0;
     Load_list();
@@ -97,29 +110,12 @@ frmInvoice::frmInvoice(QWidget* parent) : QDialog(parent)
 // Each time the window comes to the front.
 void frmInvoice::Form_Activate()
 {
-    if (Inv_lst->topLevelItemCount() > 0)
-        Inv_lst->setFocus();
+    rules_->focusList();
 }
 
 void frmInvoice::Load_list()
 {
-    BusyTrap(objectName(), "Load_list", [this] {
-        Recordset rs;
-        rs.open(QStringLiteral("Invoices"), ConnectionString, Recordset::adLockReadOnly);
-        rules_->reload([&] {
-            if (rs.recordCount() <= 0)
-                return;
-            for (rs.moveFirst(); !rs.eof(); rs.moveNext()) {
-                QStringList cells = invoiceCells(rs);
-                cells[CustId] = Null_to_text(rs.field(QStringLiteral("CUSTNO")));
-                cells[CustName] = Null_to_text(rs.field(QStringLiteral("CustomerName")));
-                rules_->addRow(cells);
-            }
-        });
-        rs.close();
-        if (Inv_lst->topLevelItemCount() > 0)
-            rules_->select(Inv_lst->topLevelItem(0));
-    });
+    BusyTrap(objectName(), "Load_list", [this] { rules_->loadRows(); });
 }
 
 bool Add_invoice(QWidget* parent)
@@ -165,9 +161,10 @@ void frmInvoice::Toolbar1_ButtonClick(int place)
 // A double click, Enter on a row, or "Edit".
 void frmInvoice::OpenInvoice()
 {
-    if (Inv_lst->topLevelItemCount() < 1 || !rules_->selected())
+    const int row = rules_->selected();
+    if (row < 0)
         return;
-    OpenInvoiceNo = rules_->selected()->text(InvNo);
+    OpenInvoiceNo = Inv_lst->text(row, InvNo);
     EditInvoiceMode = 1;
     {
         frmAddInv window(this);
@@ -179,7 +176,7 @@ void frmInvoice::OpenInvoice()
 
 void frmInvoice::DeleteInvoice()
 {
-    if (Inv_lst->topLevelItemCount() == 0 || !rules_->selected()) {
+    if (rules_->selected() < 0) {
         MsgBox(QStringLiteral("No row selected. Please try again."), vbExclamation, QStringLiteral("Please try again"));
         Busy_off();
         return;
@@ -187,7 +184,7 @@ void frmInvoice::DeleteInvoice()
     if (MsgBox(QStringLiteral("Are you sure you want to delete this invoice"), vbYesNo + vbQuestion,
                QStringLiteral("Confirm")) != vbYes)
         return;
-    DeleteNo = rules_->selected()->text(InvNo);
+    DeleteNo = Inv_lst->text(rules_->selected(), InvNo);
     Delete_item();
     rules_->removeSelected();
 }
@@ -205,18 +202,18 @@ void frmInvoice::NewInvoice()
         invoices.setIndex(QStringLiteral("INVNO"));
         customers.open(QStringLiteral("Customers"), ConnectionString, Recordset::adLockReadOnly);
         customers.setIndex(QStringLiteral("CUSTID"));
-        QTreeWidgetItem* row = nullptr;
+        int row = -1;
         if (invoices.recordCount() > 0) {
             invoices.seek(LastInvoiceNo.trimmed());
             if (!invoices.eof()) {
                 QStringList cells = invoiceCells(invoices);
                 customerCells(customers, Null_to_text(invoices.field(QStringLiteral("CUSTNO"))), cells);
-                row = rules_->addRow(cells, QStringLiteral("I") + cells[InvNo]);
+                row = rules_->addRow(cells);
             }
         }
         invoices.close();
         customers.close();
-        if (row) {
+        if (row >= 0) {
             Inv_lst->clearSelection();
             rules_->select(row);
         }
@@ -227,31 +224,35 @@ void frmInvoice::NewInvoice()
 void frmInvoice::Changed_Inv()
 {
     Trap(objectName(), "Changed_Inv", [this] {
-        QTreeWidgetItem* row = rules_->selected();
+        const int row = rules_->selected();
         Recordset invoices, customers;
         invoices.open(QStringLiteral("Invoices"), ConnectionString, Recordset::adLockReadOnly);
         invoices.setIndex(QStringLiteral("INVNO"));
         customers.open(QStringLiteral("Customers"), ConnectionString, Recordset::adLockReadOnly);
         customers.setIndex(QStringLiteral("CUSTID"));
-        if (row && invoices.recordCount() > 0) {
-            invoices.seek(row->text(InvNo));
+        if (row >= 0 && invoices.recordCount() > 0) {
+            invoices.seek(Inv_lst->text(row, InvNo));
             if (!invoices.eof()) {
+                QStringList shown(Columns);
+                for (int c = 0; c < Columns; ++c)
+                    shown[c] = Inv_lst->text(row, c);
                 QStringList cells = invoiceCells(invoices);
                 for (int c : {InvNo, Date, Amount, Balance})
-                    row->setText(c, cells[c]);
+                    shown[c] = cells[c];
                 if (customerCells(customers, Null_to_text(invoices.field(QStringLiteral("CUSTNO"))), cells)) {
-                    row->setText(CustId, cells[CustId]);
-                    row->setText(CustName, cells[CustName]);
+                    shown[CustId] = cells[CustId];
+                    shown[CustName] = cells[CustName];
                 }
                 // An emptied note, and the sort key of a changed date, stay until the
                 // list is read again.
                 if (!cells[Notes].isEmpty())
-                    row->setText(Notes, cells[Notes]);
+                    shown[Notes] = cells[Notes];
+                rules_->setRow(row, shown);
             }
         }
         invoices.close();
         customers.close();
-        if (row)
+        if (row >= 0)
             rules_->select(row);
     });
 }

@@ -6,7 +6,7 @@
 #include <QDialog>
 
 class ListRules;
-class QTreeWidget;
+class ListView;
 
 // "Add to New Customer": a new invoice for a new customer, through the customer record,
 // or for one picked from the customer list. False when the user cancels the question.
@@ -32,7 +32,7 @@ protected:
     void Form_Activate();
 
 private:
-    QTreeWidget* Inv_lst;
+    ListView* Inv_lst;
     ListRules* rules_;
     QString DeleteNo;
 };

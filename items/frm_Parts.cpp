@@ -9,10 +9,9 @@
 #include "store/Functions.h"
 #include "store/Globals.h"
 #include "store/ListRules.h"
+#include "store/ListView.h"
 #include "store/ListWindow.h"
 #include "store/Recordset.h"
-
-#include <QTreeWidget>
 
 using namespace platform;
 
@@ -21,7 +20,7 @@ namespace
 
 // "Item ID", "Short Descriprtion", "Long Description", "Price", "Taxable". The long
 // description is read as it stands: a Null there is a failure.
-QStringList itemRow(const Recordset& rs)
+QStringList itemRow(const Record& rs)
 {
     const Value price = rs.field(QStringLiteral("Price"));
     return {rs.field(QStringLiteral("Id")).toText(), Null_to_text(rs.field(QStringLiteral("shortdesc"))),
@@ -59,7 +58,9 @@ frm_Parts::frm_Parts(QWidget* parent) : QDialog(parent)
     config.moneyColumns = {3};
     rules_ = new ListRules(Parts_lst, config, objectName());
     rules_->attachSearch(w.search, w.searchButton, false);
-    rules_->setSource({QStringLiteral("parts"), QStringLiteral("ID"), QStringLiteral("I"), itemRow});
+    rules_->setSource(
+        {QStringLiteral("parts"), {"Id", "shortdesc", "Desc", "Price", "Taxable"}, {"Id", "Desc"}, itemRow},
+        QStringLiteral("ID"));
     onActivate(this, [this] { rules_->focusList(); });
     centreWindow(this);
     Load_list();
@@ -72,10 +73,11 @@ void frm_Parts::Load_list()
 
 void frm_Parts::OpenItem()
 {
-    if (Parts_lst->topLevelItemCount() < 1 || !rules_->selected())
+    const int row = rules_->selected();
+    if (row < 0)
         return;
     NewItemMode = 0;
-    SelectedItemID = rules_->selected()->text(0);
+    SelectedItemID = Parts_lst->text(row, 0);
     frm_AddPart window(this);
     showModal(window);
     if (ItemSaved == 1)
@@ -119,12 +121,12 @@ void frm_Parts::Toolbar1_ButtonClick(int place)
         break;
     }
     case 4:
-        if (Parts_lst->topLevelItemCount() == 0 || !rules_->selected())
+        if (rules_->selected() < 0)
             break;
         if (MsgBox(QStringLiteral("Are you sure you want to delete this item"), vbYesNo + vbQuestion,
                    QStringLiteral("Confirm")) != vbYes)
             break;
-        SelectedItemID = rules_->selected()->text(0);
+        SelectedItemID = Parts_lst->text(rules_->selected(), 0);
         Delete_item();
         rules_->removeSelected();
         break;

@@ -5,7 +5,7 @@
 #include <QDialog>
 
 class ListRules;
-class QTreeWidget;
+class ListView;
 
 class frm_Parts : public QDialog
 {
@@ -21,6 +21,6 @@ public:
     void Toolbar1_ButtonClick(int place);
 
 private:
-    QTreeWidget* Parts_lst;
+    ListView* Parts_lst;
     ListRules* rules_;
 };

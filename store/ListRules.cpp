@@ -2,6 +2,7 @@
 
 #include "store/Connection.h"
 #include "store/Functions.h"
+#include "store/ListView.h"
 #include "store/Recordset.h"
 
 #include <QApplication>
@@ -13,24 +14,11 @@
 #include <QStyle>
 #include <QTimer>
 #include <QTreeWidget>
-#include <algorithm>
-
-namespace
-{
-constexpr int MarkRole = Qt::UserRole + 7;
-constexpr int KeyRole = Qt::UserRole + 8;
-
-int compareText(const QString& a, const QString& b)
-{
-    const int c = a.compare(b, Qt::CaseInsensitive);
-    return c != 0 ? c : a.compare(b);
-}
-} // namespace
 
 bool ListRow::operator<(const QTreeWidgetItem& other) const
 {
     const int column = treeWidget() ? treeWidget()->sortColumn() : 0;
-    return compareText(text(column), other.text(column)) < 0;
+    return compareListText(text(column), other.text(column)) < 0;
 }
 
 QVariant ListRow::data(int column, int role) const
@@ -46,17 +34,15 @@ void alignMoneyColumns(QTreeWidget* list, const std::vector<int>& columns)
         list->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
 }
 
-ListRules::ListRules(QTreeWidget* list, ListConfig config, QString module)
+ListRules::ListRules(ListView* list, ListConfig config, QString module)
     : QObject(list), list_(list), config_(config), module_(std::move(module))
 {
-    list_->setRootIsDecorated(false);
-    list_->setUniformRowHeights(true);
-    list_->setSelectionMode(QAbstractItemView::SingleSelection);
-    list_->setAllColumnsShowFocus(true);
+    list_->rows()->setModule(module_);
     list_->header()->setSectionsClickable(true);
     list_->header()->setSortIndicatorShown(false);
     connect(list_->header(), &QHeaderView::sectionClicked, this, &ListRules::columnClick);
-    alignMoneyColumns(list_, config_.moneyColumns);
+    for (int column : config_.moneyColumns)
+        list_->rows()->setHeadingAlignment(column, Qt::AlignRight);
 }
 
 void ListRules::attachSearch(QLineEdit* box, QPushButton* button, bool selectOnFocus)
@@ -96,186 +82,134 @@ void ListRules::columnClick(int column)
     order_ = order_ == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
     sorted_ = true;
     if (config_.sortMarks) {
-        QTreeWidgetItem* header = list_->headerItem();
-        for (int i = 0; i < list_->columnCount(); ++i) {
-            header->setIcon(i, QIcon());
-            header->setData(i, MarkRole, QString());
-        }
         const bool down = order_ == Qt::DescendingOrder;
-        header->setIcon(column, list_->style()->standardIcon(down ? QStyle::SP_ArrowDown : QStyle::SP_ArrowUp));
-        header->setData(column, MarkRole, down ? QStringLiteral("key1") : QStringLiteral("key2"));
+        list_->rows()->setHeadingMark(column, down ? QStringLiteral("key1") : QStringLiteral("key2"),
+                                      list_->style()->standardIcon(down ? QStyle::SP_ArrowDown : QStyle::SP_ArrowUp));
     }
-    sortRows();
+    Trap(module_, "ColumnClick", [this] { sortRows(); });
 }
 
-// The rows taken out, ordered by their texts read once each, and put back: far less than
-// the list's own sort, which reads both texts again at every comparison. Equal texts keep
-// their order.
+// Equal texts keep their order; the selected row stays selected.
 void ListRules::sortRows()
 {
-    QTreeWidgetItem* current = list_->currentItem();
-    const auto chosen = list_->selectedItems();
-    QList<QTreeWidgetItem*> rows = list_->invisibleRootItem()->takeChildren();
-    std::vector<std::pair<QString, QTreeWidgetItem*>> keyed;
-    keyed.reserve(size_t(rows.size()));
-    for (QTreeWidgetItem* row : rows)
-        keyed.emplace_back(row->text(sortColumn_), row);
-    const bool ascending = order_ == Qt::AscendingOrder;
-    std::stable_sort(keyed.begin(), keyed.end(), [ascending](const auto& a, const auto& b) {
-        return ascending ? compareText(a.first, b.first) < 0 : compareText(b.first, a.first) < 0;
-    });
-    for (size_t i = 0; i < keyed.size(); ++i)
-        rows[qsizetype(i)] = keyed[i].second;
-    list_->addTopLevelItems(rows);
-    if (current)
-        list_->setCurrentItem(current);
-    for (QTreeWidgetItem* row : chosen)
-        row->setSelected(true);
+    list_->rows()->sortByText(sortColumn_, order_);
 }
 
-QTreeWidgetItem* ListRules::addRow(const QStringList& cells, const QString& key)
+int ListRules::addRow(const QStringList& cells)
 {
-    auto* row = new ListRow;
-    setRow(row, cells);
-    row->setData(0, KeyRole, key);
     if (loading_) {
-        loading_->append(row);
-        return row;
+        loading_->push_back(cells);
+        return int(loading_->size()) - 1;
     }
-    if (!sorted_) {
-        list_->addTopLevelItem(row);
-        return row;
-    }
-    // Binary search for the row's place by the sort column, as the sorted list keeps it.
-    int lo = 0, hi = list_->topLevelItemCount();
-    const QString text = row->text(sortColumn_);
-    while (lo < hi) {
-        const int mid = (lo + hi) / 2;
-        const int c = compareText(list_->topLevelItem(mid)->text(sortColumn_), text);
-        const bool before = order_ == Qt::AscendingOrder ? c <= 0 : c >= 0;
-        if (before)
-            lo = mid + 1;
-        else
-            hi = mid;
-    }
-    list_->insertTopLevelItem(lo, row);
-    return row;
+    ListModel* rows = list_->rows();
+    const int at = sorted_ ? rows->sortedPlace(sortColumn_, order_, cells.value(sortColumn_)) : rows->count();
+    rows->insertTexts(at, cells);
+    return at;
 }
 
 void ListRules::reload(const std::function<void()>& fill)
 {
-    list_->clear();
-    QList<QTreeWidgetItem*> rows;
+    list_->rows()->clear();
+    std::vector<QStringList> rows;
     loading_ = &rows;
     try {
         fill();
     } catch (...) {
         loading_ = nullptr;
-        list_->addTopLevelItems(rows);
+        list_->rows()->appendTexts(std::move(rows));
         throw;
     }
     loading_ = nullptr;
-    list_->addTopLevelItems(rows);
+    list_->rows()->appendTexts(std::move(rows));
     if (sorted_)
         sortRows();
 }
 
-void ListRules::setRow(QTreeWidgetItem* row, const QStringList& cells)
+void ListRules::setRow(int row, const QStringList& cells)
 {
-    for (int i = 0; i < cells.size(); ++i)
-        row->setText(i, cells[i]);
+    list_->rows()->setTexts(row, cells);
 }
 
-QTreeWidgetItem* ListRules::selected() const
+int ListRules::selected() const
 {
-    const auto items = list_->selectedItems();
-    return items.isEmpty() ? list_->currentItem() : items.first();
+    return list_->selectedRow();
 }
 
-void ListRules::select(QTreeWidgetItem* row)
+void ListRules::select(int row)
 {
-    if (!row)
-        return;
-    list_->setCurrentItem(row);
-    row->setSelected(true);
-    list_->scrollToItem(row);
+    list_->selectRow(row);
 }
 
 void ListRules::removeSelected()
 {
-    QTreeWidgetItem* row = selected();
-    if (!row)
+    const int row = selected();
+    if (row < 0)
         return;
-    const int index = list_->indexOfTopLevelItem(row);
-    delete row;
-    if (list_->topLevelItemCount() > 0)
-        select(list_->topLevelItem(std::min(index, list_->topLevelItemCount() - 1)));
+    list_->rows()->removeAt(row);
+    if (list_->rowCount() > 0)
+        select(std::min(row, list_->rowCount() - 1));
 }
 
-void ListRules::setSource(ListSource source)
+void ListRules::setSource(ListModel::Source source, const QString& index)
 {
-    source_ = std::move(source);
+    list_->rows()->setSource(std::move(source));
+    index_ = index;
 }
 
-void ListRules::loadRows()
+void ListRules::loadRows(bool selectFirst)
+{
+    list_->rows()->loadTable(ConnectionString);
+    if (list_->rowCount() == 0)
+        return;
+    if (sorted_)
+        sortRows();
+    if (selectFirst)
+        select(0);
+}
+
+bool ListRules::seekRow(const QString& key, QStringList& cells) const
 {
     Recordset rs;
-    rs.open(source_.table, ConnectionString, Recordset::adLockReadOnly);
-    if (rs.recordCount() <= 0) {
-        list_->clear();
-        return;
-    }
-    reload([&] {
-        for (rs.moveFirst(); !rs.eof(); rs.moveNext()) {
-            const QStringList cells = source_.row(rs);
-            addRow(cells, source_.keyPrefix + cells[0]);
-        }
-    });
-    rs.close();
-    select(list_->topLevelItem(0));
+    rs.open(list_->rows()->source().table, ConnectionString, Recordset::adLockReadOnly);
+    rs.setIndex(index_);
+    if (rs.recordCount() <= 0)
+        return false;
+    rs.seek(key);
+    if (rs.eof())
+        return false;
+    cells = list_->rows()->source().row(rs);
+    return true;
 }
 
 void ListRules::refreshSelected(const QString& key)
 {
-    QTreeWidgetItem* row = selected();
-    Recordset rs;
-    rs.open(source_.table, ConnectionString, Recordset::adLockReadOnly);
-    rs.setIndex(source_.index);
-    if (rs.recordCount() > 0) {
-        rs.seek(key);
-        if (!rs.eof() && row)
-            setRow(row, source_.row(rs));
-        rs.close();
-        select(row);
-    }
+    const int row = selected();
+    QStringList cells;
+    if (seekRow(key, cells) && row >= 0)
+        setRow(row, cells);
+    select(row);
 }
 
 void ListRules::addRecord(const QString& key)
 {
-    Recordset rs;
-    rs.open(source_.table, ConnectionString, Recordset::adLockReadOnly);
-    rs.setIndex(source_.index);
-    if (rs.recordCount() > 0) {
-        rs.seek(key);
-        if (!rs.eof()) {
-            const QStringList cells = source_.row(rs);
-            QTreeWidgetItem* row = addRow(cells, source_.keyPrefix + cells[0]);
-            list_->clearSelection();
-            select(row);
-        }
-    }
+    QStringList cells;
+    if (!seekRow(key, cells))
+        return;
+    const int row = addRow(cells);
+    list_->clearSelection();
+    select(row);
 }
 
 void ListRules::focusList()
 {
-    if (list_->topLevelItemCount() > 0)
+    if (list_->rowCount() > 0)
         list_->setFocus();
 }
 
-bool ListRules::matches(QTreeWidgetItem* row, const QString& text) const
+bool ListRules::matches(int row, const QString& text) const
 {
     for (int c = 0; c <= config_.furtherColumns; ++c)
-        if (row->text(c).contains(text, Qt::CaseInsensitive))
+        if (list_->text(row, c).contains(text, Qt::CaseInsensitive))
             return true;
     return false;
 }
@@ -283,13 +217,12 @@ bool ListRules::matches(QTreeWidgetItem* row, const QString& text) const
 // Step 4 of the search: rows from `from` to the end; true when one was found.
 bool ListRules::pass(int from, const QString& text)
 {
-    const int n = list_->topLevelItemCount();
+    const int n = list_->rowCount();
     for (int i = from; i <= n; ++i) {
         SearchPos = i + 1;
-        QTreeWidgetItem* row = list_->topLevelItem(i - 1);
-        if (matches(row, text)) {
+        if (matches(i - 1, text)) {
             list_->clearSelection();
-            select(row);
+            select(i - 1);
             return true;
         }
     }
@@ -308,7 +241,7 @@ void ListRules::Find(const QString& text)
             SearchPos = 1;
         if (config_.foundLabel)
             config_.foundLabel->clear();
-        if (SearchPos > list_->topLevelItemCount())
+        if (SearchPos > list_->rowCount())
             SearchPos = 1;
         const bool fromTop = SearchPos < 2;
         if (pass(SearchPos, text))
@@ -321,7 +254,7 @@ void ListRules::Find(const QString& text)
     });
 }
 
-QString headingMark(QTreeWidget* list, int column)
+QString headingMark(ListView* list, int column)
 {
-    return list->headerItem()->data(column, MarkRole).toString();
+    return list->rows()->headingMark(column);
 }

@@ -3,6 +3,8 @@
 // with its two passes, and rows kept up to date one by one. Each window gives only its
 // differences, as data.
 
+#include "store/ListModel.h"
+
 #include <QObject>
 #include <QString>
 #include <QTreeWidgetItem>
@@ -10,33 +12,24 @@
 #include <vector>
 
 class QLabel;
-class Recordset;
 class QLineEdit;
 class QPushButton;
 class QTreeWidget;
+class ListView;
 
 struct ListConfig {
     bool sortMarks = true;   // the headings show key1/key2 after a click
     int replacedColumn = -1; // a clicked column that sorts by a hidden one instead...
     int replacementColumn = -1;
-    int furtherColumns = 0;        // sub-items searched besides the row text, from the first
+    int furtherColumns = 0;        // columns searched besides the first
     QLabel* foundLabel = nullptr;  // where "Not Found" shows, if the window has one
     std::vector<int> moneyColumns; // right-aligned, so padded amounts line up by their last digit
 };
 
-// Where a list window's rows come from: a table, the index its rows are sought on, the
-// key prefix of a row added later, and how a record makes a row.
-struct ListSource {
-    QString table;
-    QString index;
-    QString keyPrefix;
-    std::function<QStringList(const Recordset&)> row;
-};
-
-// Right-aligns columns of a list, headings and rows alike.
+// Right-aligns columns of a small list kept in a tree widget, headings and rows alike.
 void alignMoneyColumns(QTreeWidget* list, const std::vector<int>& columns);
 
-// A row of a list: compares by text, as the lists sort.
+// A row of such a small list: compares by text, as the lists sort.
 class ListRow : public QTreeWidgetItem
 {
 public:
@@ -50,7 +43,7 @@ class ListRules : public QObject
 {
     Q_OBJECT
 public:
-    ListRules(QTreeWidget* list, ListConfig config, QString module);
+    ListRules(ListView* list, ListConfig config, QString module);
 
     // The search box and button: the box restarts the search when it takes the focus and
     // makes the button the default while it has it; the button runs Find.
@@ -60,25 +53,26 @@ public:
     void Find();
     void Find(const QString& text);
 
-    // Adds a row: last in a list never sorted, at its sort place in a sorted one.
-    QTreeWidgetItem* addRow(const QStringList& cells, const QString& key = QString());
+    // Adds a row: last in a list never sorted, at its sort place in a sorted one. Its
+    // place is returned.
+    int addRow(const QStringList& cells);
     // A whole reload: clears the list and runs fill, whose rows are appended as they
-    // come and then sorted once, if the list is sorted. Placing each row as it comes
-    // costs a shift of the rows below it, which makes a big list's reload quadratic.
+    // come and then sorted once, if the list is sorted.
     void reload(const std::function<void()>& fill);
     // Rewrites a row in place; it keeps its position until the next sort.
-    static void setRow(QTreeWidgetItem* row, const QStringList& cells);
+    void setRow(int row, const QStringList& cells);
     // Takes out the selected row and selects the one that then is current.
     void removeSelected();
-    // The row selected, or null.
-    QTreeWidgetItem* selected() const;
-    void select(QTreeWidgetItem* row);
+    // The row selected, or -1.
+    int selected() const;
+    void select(int row);
 
-    // The rows kept from a table, for the windows that list one. Each runs inside its
-    // window's failure trap.
-    void setSource(ListSource source);
-    // Clears the list and adds a row for each record in table order; the first is selected.
-    void loadRows();
+    // The rows of a table, for the windows that list one; its index finds a row again by
+    // its key. Each runs inside its window's failure trap.
+    void setSource(ListModel::Source source, const QString& index);
+    // The list read afresh in table order (then sorted, if it is), the first row selected
+    // unless told otherwise.
+    void loadRows(bool selectFirst = true);
     // Rewrites the selected row from the record found at or after the key.
     void refreshSelected(const QString& key);
     // Adds the row of the record found at or after the key, selected and in view.
@@ -96,21 +90,23 @@ protected:
 
 private:
     void sortRows();
-    bool matches(QTreeWidgetItem* row, const QString& text) const;
+    bool matches(int row, const QString& text) const;
     bool pass(int from, const QString& text);
+    // The texts of the record found at or after the key, if there is one.
+    bool seekRow(const QString& key, QStringList& cells) const;
 
-    QTreeWidget* list_;
+    ListView* list_;
     ListConfig config_;
     QString module_;
     QLineEdit* box_ = nullptr;
     QPushButton* button_ = nullptr;
     bool selectOnFocus_ = false;
     bool sorted_ = false;
-    QList<QTreeWidgetItem*>* loading_ = nullptr; // rows of a reload under way
+    std::vector<QStringList>* loading_ = nullptr; // rows of a reload under way
     int sortColumn_ = 0;
     Qt::SortOrder order_ = Qt::AscendingOrder;
-    ListSource source_;
+    QString index_;
 };
 
-// The heading icon name a column shows ("key1", "key2" or empty), for checks.
-QString headingMark(QTreeWidget* list, int column);
+// The heading mark a column shows ("key1", "key2" or empty), for checks.
+QString headingMark(ListView* list, int column);

@@ -1,6 +1,7 @@
 #include "store/ListWindow.h"
 
 #include "platform/Icons.h"
+#include "store/ListView.h"
 
 #include <QAction>
 #include <QDialog>
@@ -10,7 +11,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QToolBar>
-#include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace
@@ -84,11 +84,10 @@ ListWindow buildListWindow(QDialog* window, const ListWindowPlan& plan)
     search->addWidget(w.found);
     layout->addLayout(search);
 
-    w.list = new QTreeWidget(window);
+    w.list = new ListView(plan.headings, window);
     w.list->setObjectName(QLatin1String(plan.listName));
-    w.list->setHeaderLabels(plan.headings);
     w.list->installEventFilter(new EnterOpens(w.list, plan.onOpen));
-    QObject::connect(w.list, &QTreeWidget::itemDoubleClicked, window, [open = plan.onOpen] { open(); });
+    QObject::connect(w.list, &ListView::doubleClicked, window, [open = plan.onOpen] { open(); });
     layout->addWidget(w.list, 1);
 
     w.exit = new QPushButton(QStringLiteral("&Exit"), window);

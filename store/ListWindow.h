@@ -12,7 +12,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QToolBar;
-class QTreeWidget;
+class ListView;
 
 struct ListButton {
     const char* caption;
@@ -38,7 +38,7 @@ struct ListWindow {
     QLineEdit* search;
     QPushButton* searchButton;
     QLabel* found;
-    QTreeWidget* list;
+    ListView* list;
     QPushButton* exit;
 };
 

@@ -6,6 +6,7 @@
 // It is a cursor by key, not a copy of the table: it fetches rows a page at a time
 // from its position, so opening a large table costs nothing and a seek reads one row.
 
+#include "store/Record.h"
 #include "store/Schema.h"
 #include "store/Value.h"
 
@@ -14,14 +15,14 @@
 
 class Database;
 
-class Recordset
+class Recordset : public Record
 {
 public:
     enum LockType { adLockReadOnly = 1, adLockPessimistic = 2 };
     enum SeekOption { adSeekFirstEQ = 1, adSeekAfterEQ = 4 };
 
     Recordset() = default;
-    ~Recordset();
+    ~Recordset() override;
     Recordset(const Recordset&) = delete;
     Recordset& operator=(const Recordset&) = delete;
 
@@ -43,7 +44,7 @@ public:
     void moveLast();
     int recordCount() const;
 
-    Value field(const QString& name) const;
+    Value field(const QString& name) const override;
     Value operator[](const QString& name) const { return field(name); }
     void setField(const QString& name, const Value& value);
     int fieldCount() const;

@@ -9,6 +9,7 @@
 #include "store/Errors.h"
 #include "store/Functions.h"
 #include "store/Globals.h"
+#include "store/ListView.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -62,7 +63,7 @@ private slots:
             shown << "CUS" + QString::number(shown.size()) + " | Smith, Ann |  | " + cell[0];
         }
         frmCustomer w;
-        QCOMPARE(listRows(child<QTreeWidget>(w, "Cust_lst")), shown);
+        QCOMPARE(listRows(child<ListView>(w, "Cust_lst")), shown);
         // A Null in a listed name is a failure of the list.
         addRow("Customers", {{"CustID", "CUS9"}, {"LastName", "Smith"}});
         ui.expectBox("Error Message", errorMessageText(94, "frmCustomer", "Load_list", standardErrorText(94)));
@@ -93,7 +94,7 @@ private slots:
         });
         trigger(list, 2);
         // The new row stands last in a list never sorted.
-        QCOMPARE(listRows(child<QTreeWidget>(list, "Cust_lst")).last(),
+        QCOMPARE(listRows(child<ListView>(list, "Cust_lst")).last(),
                  "CUS100003 | Smith, Jo |  | 1 High St,  York,  YO1");
         QCOMPARE(columnValues("System", "CustStart"), QStringList{"100004"});
         QStringList stored; // the row as stored: texts trimmed, today's date, the delivery copied
@@ -148,7 +149,7 @@ private slots:
         for (const char* owner : {"ONE", "TWO", "TWO", "case"})
             addRow("Invoices", {{"InvNo", u"I%1"_s.arg(++n)}, {"CustNo", QLatin1String(owner)}});
         frmCustomer w;
-        auto* lst = child<QTreeWidget>(w, "Cust_lst");
+        auto* lst = child<ListView>(w, "Cust_lst");
         const QString refusal = u"Customer %1 cannot be deleted, as it has %2 attached! Please delete %3 first before "
                                 "deleting this customer."_s;
         // Row, answer, then the box that follows a Yes. Invoices naming it in another case do not count.
@@ -157,7 +158,7 @@ private slots:
                                     {"2", "", ""},
                                     {"3", "Customer Deleted!", "Customer CASE has been deleted!"}};
         for (const QStringList& r : rows) {
-            lst->setCurrentItem(lst->topLevelItem(r[0].toInt()));
+            lst->selectRow(r[0].toInt());
             ui.expectBox("Delete?", "Are you sure you want to delete this customer?", r[1].isEmpty() ? vbNo : vbYes,
                          vbYesNo + vbQuestion);
             if (!r[1].isEmpty())
@@ -166,7 +167,7 @@ private slots:
         }
         QCOMPARE(columnValues("Customers", "CustID"), (QStringList{"ONE", "TWO", "NONE"}));
         QCOMPARE(listRows(lst).size(), 3);
-        QCOMPARE(lst->currentItem()->text(0), "NONE");
+        QCOMPARE(lst->text(lst->currentIndex().row(), 0), "NONE");
         VERIFY_UI(ui);
     }
 

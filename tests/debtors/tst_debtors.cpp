@@ -9,6 +9,8 @@
 #include "store/Errors.h"
 #include "store/Functions.h"
 #include "store/Globals.h"
+#include "store/ListModel.h"
+#include "store/ListView.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -18,7 +20,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTreeWidget>
 #include <QtTest>
 
 using namespace platform;
@@ -47,9 +48,9 @@ void addInvoice(const QString& no, const QString& cust, const Value& date, const
     addRow("Invoices", row);
 }
 
-QTreeWidget* list(QWidget& w)
+ListView* list(QWidget& w)
 {
-    return child<QTreeWidget>(w, "debtor_lst");
+    return child<ListView>(w, "debtor_lst");
 }
 
 // The three period totals and the grand total.
@@ -62,12 +63,12 @@ QStringList totals(QWidget& w)
 QStringList tick(QWidget& w, const QStringList& invoices = {})
 {
     QStringList out;
-    for (int i = 0; i < list(w)->topLevelItemCount(); ++i) {
-        QTreeWidgetItem* row = list(w)->topLevelItem(i);
-        if (invoices.contains(row->text(3)))
-            row->setCheckState(0, Qt::Checked);
-        if (row->checkState(0) == Qt::Checked)
-            out << row->text(3);
+    ListModel* rows = list(w)->rows();
+    for (int i = 0; i < rows->count(); ++i) {
+        if (invoices.contains(rows->text(i, 3)))
+            rows->setData(rows->index(i, 0), Qt::Checked, Qt::CheckStateRole); // as a click on the box does
+        if (rows->checkState(i) == Qt::Checked)
+            out << rows->text(i, 3);
     }
     return out;
 }
@@ -193,7 +194,7 @@ private slots:
         QVERIFY(child<QGroupBox>(w, "Letter_frame")->isHidden());
         // View opens the selected row's invoice, here sorted by number: B4 stands first.
         list(w)->header()->sectionClicked(3);
-        list(w)->setCurrentItem(list(w)->topLevelItem(0));
+        list(w)->selectRow(0);
         tick(w, {"B1"});
         ui.onModal("frmAddInv", [&](QDialog&) {
             [&] { QCOMPARE(OpenInvoiceNo, "B4"); }();

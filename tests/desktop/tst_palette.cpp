@@ -7,9 +7,9 @@
 #include "platform/Palette.h"
 #include "shell/frmMain.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QStyle>
-#include <QTreeWidget>
 #include <QtTest>
 
 namespace
@@ -75,7 +75,7 @@ private slots:
         platform::keepSelectionReadable();
         QApplication::setPalette(themed("#353535", "#eeeeee", "#2a82da", Qt::white));
         frmCustomer list(main.get());
-        const QPalette shown = list.findChild<QTreeWidget*>("Cust_lst")->palette();
+        const QPalette shown = list.findChild<QAbstractItemView*>("Cust_lst")->palette();
         QVERIFY(platform::contrast(shown.color(QPalette::Active, QPalette::Highlight),
                                    shown.color(QPalette::Active, QPalette::HighlightedText)) >= 4.5);
         QApplication::setPalette(before);

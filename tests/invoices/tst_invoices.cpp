@@ -16,6 +16,7 @@
 #include "store/Functions.h"
 #include "store/Globals.h"
 #include "store/ListRules.h"
+#include "store/ListView.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -23,7 +24,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTreeWidget>
 #include <QtTest>
 
 using namespace platform;
@@ -131,7 +131,7 @@ const QString Figures = "subtotal_txt|vat_txt|Discount_txt|total_txt|Balance_txt
 const QString DeleteQuestion = "Are you sure you want to delete this invoice";
 
 // The invoice numbers of the list, in its order.
-QString numbers(QTreeWidget* list)
+QString numbers(QAbstractItemView* list)
 {
     return listRows(list, " ").replaceInStrings(QRegularExpression(" .*"), "").join(' ');
 }
@@ -487,7 +487,11 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
         addRows("Customers", "CustID|LastName|FirstName", {"C2|Smith|Jo", "C9|Young|Al"});
         addRows("InvoiceD", "InvNo", {"INV1001", "INV1002", "INV1002", "INV10020", "INV1003"});
         frmInvoice w;
-        auto* list = child<QTreeWidget>(w, "Inv_lst");
+        auto* list = child<ListView>(w, "Inv_lst");
+        const auto chosen = [list] {
+            const QModelIndexList rows = list->selectionModel()->selectedRows();
+            return rows.isEmpty() ? -1 : rows.first().row();
+        };
         // Searched: the number, date, customer and amount, not the balance or notes; from the
         // position given, then round from the top once. None found says so.
         const std::tuple<const char*, int, const char*> searches[] = {
@@ -499,7 +503,7 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
             w.rules()->SearchPos = start;
             list->clearSelection();
             click(w, "search_cmd");
-            const QString row = list->selectedItems().isEmpty() ? "" : list->selectedItems().first()->text(0);
+            const QString row = chosen() < 0 ? "" : list->text(chosen(), 0);
             // The search typed leads both sides, so a failure names its row.
             QCOMPARE(QString(typed) + ": " + row + " / " + text(w, "Found_lbl"),
                      QString(typed) + ": " + found + " / " + (*found ? "" : "Not Found"));
@@ -527,19 +531,19 @@ failure mid-save          ; 0 ; 2 ; 1e99 ; fatal6
         // The customer's name last name first; one not on file leaves both cells empty.
         saveFrom("frmAddCust", "INV2000|2026-04-01|C9|500|250");
         QCOMPARE(listRows(list)[1], "INV2000 | 01/04/2026 | C9 | Young Al |     500.00 |     250.00 |  | 20260401");
-        QCOMPARE(list->selectedItems().value(0), list->topLevelItem(1));
+        QCOMPARE(chosen(), 1);
         saveFrom("frmsearchCust", "INV2001|2026-04-01|C8|500|250");
         QCOMPARE(listRows(list)[2].left(36), "INV2001 | 01/04/2026 |  |  |     500"); // an equal amount goes after
         saveFrom("frmAddCust", "INV0999|2026-04-01|C1|50|25", false);
         QCOMPARE(numbers(list), "INV1003 INV2000 INV2001 INV1002 INV0999 INV1001");
         // Deleting takes the invoice and its own lines only; the row below is selected.
-        w.rules()->select(list->topLevelItem(3));
+        w.rules()->select(3);
         ui.expectBox("Confirm", DeleteQuestion, vbNo, vbYesNo + vbQuestion);
         trigger(w, 4);
         ui.expectBox("Confirm", DeleteQuestion, vbYes);
         trigger(w, 4);
         QCOMPARE(numbers(list), "INV1003 INV2000 INV2001 INV0999 INV1001");
-        QCOMPARE(list->selectedItems().value(0), list->topLevelItem(3));
+        QCOMPARE(chosen(), 3);
         QCOMPARE(columnValues("Invoices", "InvNo"), QString("INV1001 INV1003 INV2000 INV2001 INV0999").split(' '));
         QCOMPARE(columnValues("InvoiceD", "InvNo"), (QStringList{"INV1001", "INV10020", "INV1003"}));
         // With the last rows gone Edit does nothing and Delete says so.

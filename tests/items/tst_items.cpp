@@ -9,6 +9,7 @@
 #include "store/Errors.h"
 #include "store/Functions.h"
 #include "store/Globals.h"
+#include "store/ListView.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -16,7 +17,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTreeWidget>
 #include <QtTest>
 
 using namespace platform;
@@ -36,7 +36,7 @@ void setText(QWidget& w, const char* name, const QString& text)
 
 QStringList rows(QWidget& list)
 {
-    return listRows(child<QTreeWidget>(list, "Parts_lst"), "|");
+    return listRows(child<ListView>(list, "Parts_lst"), "|");
 }
 
 const QString Continue = "Are you sure you want to update?";
@@ -109,7 +109,7 @@ private slots:
         addRow("Parts", {{"ID", "C"}, {"Desc", "no price"}, {"Price", Value()}});
         addRow("InvoiceD", {{"InvNo", "INV1"}, {"PartID", "B"}});
         frm_Parts list;
-        auto* lst = child<QTreeWidget>(list, "Parts_lst");
+        auto* lst = child<ListView>(list, "Parts_lst");
         QCOMPARE(rows(list), (QStringList{"A|sA|lA|       100.00|No", "B|sB|lB|         6.00|Yes",
                                           "C||no price|             |No"}));
         // A new item: numbered, its long text cut to 120 characters, and added at the end.
@@ -125,7 +125,7 @@ private slots:
         trigger(list, 2);
         QCOMPARE(rows(list).last(), "PRT100001|Widget|" + QString(120, 'w') + "|        12.50|No");
         QCOMPARE(columnValues("System", "PartStart"), QStringList{"100002"});
-        lst->setCurrentItem(lst->topLevelItem(1));
+        lst->selectRow(1);
         // Update writes, Exit drops what was typed.
         for (const char* button : {"Update_cmd", "Exit_cmd"}) {
             ui.onModal("frm_AddPart", [&](QDialog& w) {

@@ -11,12 +11,12 @@
 #include "store/Errors.h"
 #include "store/Functions.h"
 #include "store/ListRules.h"
+#include "store/ListView.h"
 #include "store/Numbers.h"
 #include "store/Recordset.h"
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QTreeWidget>
 #include <QtTest>
 
 namespace
@@ -374,9 +374,7 @@ private slots:
     void listRules()
     {
         TestUi ui;
-        QTreeWidget list, names, parts;
-        for (QTreeWidget* l : {&list, &names, &parts})
-            l->setColumnCount(2);
+        ListView list({"", ""}, nullptr), names({"", ""}, nullptr), parts({"", ""}, nullptr);
         ListRules rules(&list, {}, "frmInvoice");
         for (double amount : {100.0, 9.0, -5.0})
             rules.addRow({Format_amount(amount, 7, 2), QString()});
@@ -387,9 +385,9 @@ private slots:
         for (const char* id : {"M", "B", "X", "A"})
             nameRules.addRow({QLatin1String(id), QString()});
         QCOMPARE(listRows(&names, ""), (QStringList{"M", "B", "X", "A"})); // never sorted: last
-        names.setCurrentItem(names.topLevelItem(3));
+        names.selectRow(3);
         nameRules.removeSelected();
-        QCOMPARE(names.currentItem()->text(0), "X");
+        QCOMPARE(names.text(names.currentIndex().row(), 0), "X");
         // A whole reload of a sorted list: the order of one row at a time, equal keys in the order read.
         nameRules.columnClick(0); // descending
         nameRules.reload([&] {
@@ -406,7 +404,7 @@ private slots:
             partRules.addRow({QLatin1String(id), QString()});
         auto find = [&](const QString& text) {
             partRules.Find(text);
-            return parts.currentItem() ? parts.currentItem()->text(0) : QString();
+            return parts.currentIndex().isValid() ? parts.text(parts.currentIndex().row(), 0) : QString();
         };
         QCOMPARE(find("x"), QString());
         QCOMPARE(found.text(), "Not Found");

@@ -275,12 +275,13 @@ QByteArray fileBytes(const QString& path)
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-QStringList listRows(QTreeWidget* list, const QString& separator)
+QStringList listRows(QAbstractItemView* list, const QString& separator)
 {
-    QStringList out(list->topLevelItemCount());
+    const QAbstractItemModel* rows = list->model();
+    QStringList out(rows->rowCount());
     for (int i = 0; i < out.size(); ++i)
-        for (int c = 0; c < list->columnCount(); ++c)
-            out[i] += (c > 0 ? separator : QString()) + list->topLevelItem(i)->text(c);
+        for (int c = 0; c < rows->columnCount(); ++c)
+            out[i] += (c > 0 ? separator : QString()) + rows->index(i, c).data().toString();
     return out;
 }
 

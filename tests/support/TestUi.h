@@ -22,7 +22,7 @@
 #include <vector>
 
 class frmMain;
-class QTreeWidget;
+class QAbstractItemView;
 
 class TestUi
 {
@@ -93,7 +93,7 @@ QStringList tableRows(const QString& table, const QStringList& columns);
 void writeFile(const QString& path, const QByteArray& bytes);
 QByteArray fileBytes(const QString& path);
 // The rows of a list, each as its cells joined by the separator.
-QStringList listRows(QTreeWidget* list, const QString& separator = QStringLiteral(" | "));
+QStringList listRows(QAbstractItemView* list, const QString& separator = QStringLiteral(" | "));
 // On screen and in front, so that focus and shortcuts are those a user meets.
 void showUp(QWidget& window);
 // Makes a window of the class under a parent, for tables of windows.

@@ -1,0 +1,321 @@
+#include "store/ListModel.h"
+
+#include "store/Functions.h"
+#include "store/TableRows.h"
+
+#include <QTimer>
+#include <algorithm>
+#include <numeric>
+
+namespace
+{
+// Rows read at once as a list comes into view, and the most kept: enough for several
+// screens, little beside 300,000 rows.
+constexpr int PageRows = 256;
+constexpr int KeptRows = 16 * PageRows;
+} // namespace
+
+int compareListText(const QString& a, const QString& b)
+{
+    const int c = a.compare(b, Qt::CaseInsensitive);
+    return c != 0 ? c : a.compare(b);
+}
+
+ListModel::ListModel(const QStringList& headings, QObject* parent)
+    : QAbstractTableModel(parent), headings_(headings), alignments_(size_t(headings.size()), Qt::AlignLeft),
+      marks_(size_t(headings.size())), icons_(size_t(headings.size()))
+{
+}
+
+void ListModel::loadTable(const QString& connectionString)
+{
+    beginResetModel();
+    entries_.clear();
+    owned_.clear();
+    read_.clear();
+    failing_ = false;
+    connection_ = connectionString;
+    std::vector<qint64> ids;
+    qint64 bad = 0;
+    try {
+        const TableRows rows(connection_, source_.table, source_.columns);
+        ids = rows.ids();
+        bad = rows.firstNull(source_.strict);
+    } catch (...) {
+        endResetModel();
+        throw;
+    }
+    // The rows before the first that cannot be shown; that one's failure comes from
+    // reading it as every row is read.
+    const auto end = bad > 0 ? std::lower_bound(ids.begin(), ids.end(), bad) : ids.end();
+    entries_.reserve(size_t(end - ids.begin()));
+    for (auto it = ids.begin(); it != end; ++it)
+        entries_.push_back({*it, -1, Qt::Unchecked});
+    endResetModel();
+    if (bad > 0)
+        TableRows(connection_, source_.table, source_.columns).read({bad}, [&](qint64, const Record& record) {
+            source_.row(record);
+        });
+}
+
+void ListModel::clear()
+{
+    beginResetModel();
+    entries_.clear();
+    owned_.clear();
+    read_.clear();
+    endResetModel();
+}
+
+void ListModel::readPage(int row) const
+{
+    if (read_.size() > KeptRows)
+        read_.clear();
+    const int first = row - row % PageRows;
+    const int last = std::min(count(), first + PageRows);
+    std::vector<qint64> ids;
+    for (int i = first; i < last; ++i) {
+        const Entry& e = entries_[size_t(i)];
+        if (e.own < 0 && !read_.contains(e.id))
+            ids.push_back(e.id);
+    }
+    if (ids.empty())
+        return;
+    std::sort(ids.begin(), ids.end());
+    TableRows(connection_, source_.table, source_.columns).read(ids, [&](qint64 id, const Record& record) {
+        read_.insert(id, source_.row(record));
+    });
+    // A row another window deleted meanwhile shows empty until the list is read again.
+    for (qint64 id : ids)
+        if (!read_.contains(id))
+            read_.insert(id, QStringList(headings_.size()));
+}
+
+const QStringList& ListModel::cells(int row) const
+{
+    const Entry& e = entries_[size_t(row)];
+    if (e.own >= 0)
+        return owned_[size_t(e.own)];
+    auto it = read_.constFind(e.id);
+    if (it == read_.constEnd()) {
+        readPage(row);
+        it = read_.constFind(e.id);
+    }
+    return *it;
+}
+
+QString ListModel::text(int row, int column) const
+{
+    return cells(row).value(column);
+}
+
+void ListModel::insertTexts(int at, const QStringList& cells)
+{
+    beginInsertRows(QModelIndex(), at, at);
+    owned_.push_back(cells);
+    entries_.insert(entries_.begin() + at, Entry{0, int(owned_.size()) - 1, Qt::Unchecked});
+    endInsertRows();
+}
+
+void ListModel::appendTexts(std::vector<QStringList> rows)
+{
+    if (rows.empty())
+        return;
+    beginInsertRows(QModelIndex(), count(), count() + int(rows.size()) - 1);
+    entries_.reserve(entries_.size() + rows.size());
+    for (QStringList& cells : rows) {
+        owned_.push_back(std::move(cells));
+        entries_.push_back(Entry{0, int(owned_.size()) - 1, Qt::Unchecked});
+    }
+    endInsertRows();
+}
+
+void ListModel::setTexts(int row, const QStringList& cells)
+{
+    Entry& e = entries_[size_t(row)];
+    if (e.own < 0) {
+        owned_.push_back(cells);
+        e.own = int(owned_.size()) - 1;
+    } else {
+        owned_[size_t(e.own)] = cells;
+    }
+    emit dataChanged(index(row, 0), index(row, columnCount() - 1));
+}
+
+void ListModel::setText(int row, int column, const QString& text)
+{
+    QStringList now = cells(row);
+    now[column] = text;
+    setTexts(row, now);
+}
+
+void ListModel::removeAt(int row)
+{
+    beginRemoveRows(QModelIndex(), row, row);
+    entries_.erase(entries_.begin() + row);
+    endRemoveRows();
+}
+
+void ListModel::sortByText(int column, Qt::SortOrder order)
+{
+    // Each row's text read once: the window's own rows and those read lately as they
+    // are, the others from one walk of the table.
+    std::vector<QString> keys(entries_.size());
+    QHash<qint64, int> wanted;
+    for (size_t i = 0; i < entries_.size(); ++i) {
+        const Entry& e = entries_[i];
+        if (e.own >= 0)
+            keys[i] = owned_[size_t(e.own)].value(column);
+        else if (auto it = read_.constFind(e.id); it != read_.constEnd())
+            keys[i] = it->value(column);
+        else
+            wanted.insert(e.id, int(i));
+    }
+    if (!wanted.isEmpty())
+        TableRows(connection_, source_.table, source_.columns).scan([&](qint64 id, const Record& record) {
+            if (const auto it = wanted.constFind(id); it != wanted.constEnd())
+                keys[size_t(*it)] = source_.row(record).value(column);
+        });
+    std::vector<int> sorted(entries_.size());
+    std::iota(sorted.begin(), sorted.end(), 0);
+    const bool ascending = order == Qt::AscendingOrder;
+    std::stable_sort(sorted.begin(), sorted.end(), [&](int a, int b) {
+        return ascending ? compareListText(keys[size_t(a)], keys[size_t(b)]) < 0
+                         : compareListText(keys[size_t(b)], keys[size_t(a)]) < 0;
+    });
+
+    emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+    std::vector<int> placeOf(entries_.size());
+    std::vector<Entry> entries(entries_.size());
+    for (size_t to = 0; to < sorted.size(); ++to) {
+        entries[to] = entries_[size_t(sorted[to])];
+        placeOf[size_t(sorted[to])] = int(to);
+    }
+    entries_ = std::move(entries);
+    const QModelIndexList before = persistentIndexList();
+    QModelIndexList after;
+    for (const QModelIndex& i : before)
+        after << index(placeOf[size_t(i.row())], i.column());
+    changePersistentIndexList(before, after);
+    emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+}
+
+int ListModel::sortedPlace(int column, Qt::SortOrder order, const QString& text) const
+{
+    int lo = 0, hi = count();
+    while (lo < hi) {
+        const int mid = (lo + hi) / 2;
+        const int c = compareListText(this->text(mid, column), text);
+        const bool before = order == Qt::AscendingOrder ? c <= 0 : c >= 0;
+        if (before)
+            lo = mid + 1;
+        else
+            hi = mid;
+    }
+    return lo;
+}
+
+void ListModel::setCheckState(int row, Qt::CheckState state)
+{
+    entries_[size_t(row)].check = state;
+    emit dataChanged(index(row, 0), index(row, 0), {Qt::CheckStateRole});
+}
+
+void ListModel::setHeadingAlignment(int column, Qt::Alignment alignment)
+{
+    alignments_[size_t(column)] = alignment;
+    emit headerDataChanged(Qt::Horizontal, column, column);
+}
+
+void ListModel::setHeadingMark(int column, const QString& mark, const QIcon& icon)
+{
+    for (size_t i = 0; i < marks_.size(); ++i) {
+        marks_[i].clear();
+        icons_[i] = QIcon();
+    }
+    marks_[size_t(column)] = mark;
+    icons_[size_t(column)] = icon;
+    emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+}
+
+QString ListModel::headingMark(int column) const
+{
+    return marks_[size_t(column)];
+}
+
+int ListModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : count();
+}
+
+int ListModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(headings_.size());
+}
+
+// A failure met while the list is painted is shown once the painting is over.
+void ListModel::reportLater(std::exception_ptr failure) const
+{
+    if (failing_)
+        return;
+    failing_ = true;
+    QTimer::singleShot(0, this,
+                       [this, failure] { Trap(module_, "Load_list", [failure] { std::rethrow_exception(failure); }); });
+}
+
+QVariant ListModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= count())
+        return {};
+    switch (role) {
+    case Qt::DisplayRole:
+        try {
+            return text(index.row(), index.column());
+        } catch (...) {
+            reportLater(std::current_exception());
+            return QString();
+        }
+    case Qt::TextAlignmentRole: // a row is aligned as its column's heading is
+        return int(alignments_[size_t(index.column())] | Qt::AlignVCenter);
+    case Qt::CheckStateRole:
+        if (checkable_ && index.column() == 0)
+            return entries_[size_t(index.row())].check;
+        return {};
+    default:
+        return {};
+    }
+}
+
+bool ListModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (!checkable_ || role != Qt::CheckStateRole || index.column() != 0)
+        return false;
+    setCheckState(index.row(), Qt::CheckState(value.toInt()));
+    return true;
+}
+
+QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount())
+        return {};
+    switch (role) {
+    case Qt::DisplayRole:
+        return headings_[section];
+    case Qt::TextAlignmentRole:
+        return int(alignments_[size_t(section)] | Qt::AlignVCenter);
+    case Qt::DecorationRole:
+        return icons_[size_t(section)];
+    case MarkRole:
+        return marks_[size_t(section)];
+    default:
+        return {};
+    }
+}
+
+Qt::ItemFlags ListModel::flags(const QModelIndex& index) const
+{
+    Qt::ItemFlags f = QAbstractTableModel::flags(index);
+    if (checkable_ && index.column() == 0)
+        f |= Qt::ItemIsUserCheckable;
+    return f;
+}
