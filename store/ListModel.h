@@ -47,6 +47,8 @@ public:
 
     int count() const { return int(entries_.size()); }
     QString text(int row, int column) const;
+    // A row's texts; good until the next row is read.
+    const QStringList& cells(int row) const;
     // Rows the window writes: they keep these texts from now on.
     void insertTexts(int at, const QStringList& cells);
     void appendTexts(std::vector<QStringList> rows);
@@ -54,6 +56,10 @@ public:
     void setText(int row, int column, const QString& text);
     void removeAt(int row);
 
+    // Every row's texts, each row once, in no particular order: the window's own rows as
+    // they are, the rows of the table from one walk through it. A sort or a search costs
+    // one reading of the table, however the list is ordered.
+    void visitAll(const std::function<void(int row, const QStringList& cells)>& visit) const;
     // Orders the rows by the texts of a column; rows of equal texts keep their order.
     void sortByText(int column, Qt::SortOrder order);
     // Where a row with this text goes in rows so ordered: after the rows equal to it.
@@ -82,7 +88,6 @@ private:
         int own = -1;  // its texts in owned_, or -1 when they are read from the table
         Qt::CheckState check = Qt::Unchecked;
     };
-    const QStringList& cells(int row) const;
     void readPage(int row) const;
     void reportLater(std::exception_ptr failure) const;
 

@@ -206,27 +206,35 @@ void ListRules::focusList()
         list_->setFocus();
 }
 
-bool ListRules::matches(int row, const QString& text) const
+bool ListRules::matches(const QStringList& cells, const QString& text) const
 {
     for (int c = 0; c <= config_.furtherColumns; ++c)
-        if (list_->text(row, c).contains(text, Qt::CaseInsensitive))
+        if (cells.value(c).contains(text, Qt::CaseInsensitive))
             return true;
     return false;
 }
 
-// Step 4 of the search: rows from `from` to the end; true when one was found.
-bool ListRules::pass(int from, const QString& text)
+// Step 4 of the search: the first row from `from` (counted from 1) to the end that holds
+// the text, or 0. The rows just after `from` are read as the list reads them; past them
+// one reading of the whole list marks every row that holds it, kept for a second pass.
+int ListRules::firstMatch(int from, const QString& text, std::vector<char>& hits) const
 {
+    constexpr int NearRows = 512;
     const int n = list_->rowCount();
-    for (int i = from; i <= n; ++i) {
-        SearchPos = i + 1;
-        if (matches(i - 1, text)) {
-            list_->clearSelection();
-            select(i - 1);
-            return true;
-        }
+    const int near = std::min(n, from - 1 + NearRows);
+    for (int i = from; i <= near; ++i)
+        if (matches(list_->rows()->cells(i - 1), text))
+            return i;
+    if (near == n)
+        return 0;
+    if (hits.empty()) {
+        hits.assign(size_t(n), 0);
+        list_->rows()->visitAll([&](int row, const QStringList& cells) { hits[size_t(row)] = matches(cells, text); });
     }
-    return false;
+    for (int i = near + 1; i <= n; ++i)
+        if (hits[size_t(i - 1)])
+            return i;
+    return 0;
 }
 
 void ListRules::Find()
@@ -244,11 +252,18 @@ void ListRules::Find(const QString& text)
         if (SearchPos > list_->rowCount())
             SearchPos = 1;
         const bool fromTop = SearchPos < 2;
-        if (pass(SearchPos, text))
+        std::vector<char> hits;
+        int found = firstMatch(SearchPos, text, hits);
+        if (!found && !fromTop)
+            found = firstMatch(1, text, hits);
+        if (found) {
+            SearchPos = found + 1;
+            list_->clearSelection();
+            select(found - 1);
             return;
-        SearchPos = 1;
-        if (!fromTop && pass(1, text))
-            return;
+        }
+        // As a walk to the end leaves it: past the last row, or at the top when it began there.
+        SearchPos = fromTop ? 1 : list_->rowCount() + 1;
         if (config_.foundLabel)
             config_.foundLabel->setText(QStringLiteral("Not Found"));
     });

@@ -90,8 +90,8 @@ protected:
 
 private:
     void sortRows();
-    bool matches(int row, const QString& text) const;
-    bool pass(int from, const QString& text);
+    bool matches(const QStringList& cells, const QString& text) const;
+    int firstMatch(int from, const QString& text, std::vector<char>& hits) const;
     // The texts of the record found at or after the key, if there is one.
     bool seekRow(const QString& key, QStringList& cells) const;
 

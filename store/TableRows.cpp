@@ -13,7 +13,9 @@ namespace
 // Ids asked for in one statement; a longer list is read in several.
 constexpr int IdsPerRead = 256;
 
-// The row a statement stands on, its fields by the table's column names.
+// The row a statement stands on, its fields by the table's column names. A list asks for
+// the same few names, written once in its code, row after row: each such name is looked
+// up once and then known by where its text lies.
 class StatementRecord : public Record
 {
 public:
@@ -23,17 +25,32 @@ public:
     }
     Value field(const QString& name) const override
     {
-        const int column = table_->columnIndex(name);
-        for (size_t i = 0; i < columns_.size(); ++i)
-            if (columns_[i] == column)
-                return Database::column(st_, int(i) + 1, int(table_->columns[size_t(column)].type));
-        throw VbError(err::ItemNotFound);
+        int at = -1;
+        for (const auto& [text, place] : known_)
+            if (text == name.constData()) {
+                at = place;
+                break;
+            }
+        if (at < 0) {
+            const int column = table_->columnIndex(name);
+            for (size_t i = 0; i < columns_.size(); ++i)
+                if (columns_[i] == column)
+                    at = int(i);
+            if (at < 0)
+                throw VbError(err::ItemNotFound);
+            // Only a text written in the code stays where it lies; another could be freed
+            // and its place taken by a different name.
+            if (!name.data_ptr().isMutable())
+                known_.emplace_back(name.constData(), at);
+        }
+        return Database::column(st_, at + 1, int(table_->columns[size_t(columns_[size_t(at)])].type));
     }
 
 private:
     sqlite3_stmt* st_;
     const TableDef* table_;
     const std::vector<int>& columns_;
+    mutable std::vector<std::pair<const QChar*, int>> known_;
 };
 
 QString quoted(const char* name)
