@@ -9,6 +9,7 @@
 //   WORST <name> <ratio>                            the largest ratio, last
 
 #include "customers/frmCustomer.h"
+#include "customers/frmsearchCust.h"
 #include "debtors/frmDebtor.h"
 #include "invoices/frmAddInv.h"
 #include "invoices/frmInvoice.h"
@@ -147,6 +148,16 @@ double sqliteRows(const QString& path, const QString& query)
         p.start(QStringLiteral("sqlite3"), {path, query});
         p.waitForFinished(-1);
     });
+}
+
+// A list window opened, first time and warm, beside sqlite3 reading the rows it shows.
+void listRatio(const QString& path, const QString& name, const std::function<void()>& open, const QString& query)
+{
+    const double first = timeIt(open, 1);
+    const double warm = timeIt(open, 3);
+    const double reference = sqliteRows(path, query);
+    ratio(name + QStringLiteral(" first open"), first, reference);
+    ratio(name + QStringLiteral(" open"), warm, reference);
 }
 
 // The sqlite3 command line writing the rows of a query as CSV to a file, for comparison.
@@ -321,11 +332,7 @@ int main(int argc, char** argv)
         // Each list beside sqlite3 reading the rows it shows; the first open in this run is
         // the cold one.
         const auto list = [&](const QString& name, const std::function<void()>& open, const QString& query) {
-            const double first = timeIt(open, 1);
-            const double warm = timeIt(open, 3);
-            const double reference = sqliteRows(path, query);
-            ratio(name + QStringLiteral(" first open"), first, reference);
-            ratio(name + QStringLiteral(" open"), warm, reference);
+            listRatio(path, name, open, query);
         };
         list(
             QStringLiteral("customer list"),
@@ -341,6 +348,13 @@ int main(int argc, char** argv)
                 shown(w);
             },
             QStringLiteral("SELECT ID, ShortDesc, Desc, Price, Taxable FROM parts"));
+        list(
+            QStringLiteral("customer picker"),
+            [] {
+                frmsearchCust w;
+                shown(w);
+            },
+            QStringLiteral("SELECT CustID, LastName, FirstName, Phone FROM customers"));
         resetPeakMemory();
         list(
             QStringLiteral("invoice list"),
@@ -507,7 +521,15 @@ int main(int argc, char** argv)
         Database::open(path)->exec(
             QStringLiteral("UPDATE Invoices SET Date = date('now', '-' || (rowid % 120) || ' days'), "
                            "Balance = 100 * (rowid * 7919 % 1000000)"));
-        figure("open the aged debtor list (30,000 invoices, 29,500 rows)", timeIt([] { frmDebtor w; }));
+        listRatio(
+            path, QStringLiteral("debtor list"),
+            [] {
+                frmDebtor w;
+                shown(w);
+            },
+            QStringLiteral("SELECT i.Balance, julianday('now') - julianday(i.Date), i.CustNo, c.CustID, c.LastName, "
+                           "c.FirstName, c.Phone, i.InvNo, i.Notes, i.ReminderSent FROM Invoices i "
+                           "LEFT JOIN Customers c ON c.CustID = i.CustNo ORDER BY i.rowid"));
         ShapeConnection.open(connection);
         frmDebtor w;
         auto* list = w.findChild<ListView*>(QStringLiteral("debtor_lst"));

@@ -15,10 +15,13 @@ QString joinedAddress(const QStringList& parts)
 
 QStringList customerRow(const Record& rs)
 {
-    auto plain = [&](const char* column) { return rs.field(QLatin1String(column)).toText(); };
-    const QStringList address{plain("address"), plain("address2"), plain("city"), plain("address4"), plain("postcode")};
+    auto plain = [&](const QString& column) { return rs.field(column).toText(); };
+    const QStringList address{plain(QStringLiteral("address")), plain(QStringLiteral("address2")),
+                              plain(QStringLiteral("city")), plain(QStringLiteral("address4")),
+                              plain(QStringLiteral("postcode"))};
     return {rs.field(QStringLiteral("custid")).toText(),
-            Null_to_text(rs.field(QStringLiteral("lastname"))) + QStringLiteral(", ") + plain("firstname"),
+            Null_to_text(rs.field(QStringLiteral("lastname"))) + QStringLiteral(", ") +
+                plain(QStringLiteral("firstname")),
             Null_to_text(rs.field(QStringLiteral("phone"))), joinedAddress(address)};
 }
 

@@ -23,6 +23,35 @@ namespace
 
 enum Column { InvNo, Date, CustId, CustName, Amount, Balance, Notes, Date2, Columns };
 
+// A number in so many digits, leading zeros kept: the list formats two dates a row, for
+// every row of a sort or a search.
+void putDigits(QChar*& to, int value, int digits)
+{
+    for (int i = digits - 1; i >= 0; --i, value /= 10)
+        to[i] = QChar(u'0' + value % 10);
+    to += digits;
+}
+
+// "dd/mm/yyyy", and the "yyyymmdd" that sorts the dates.
+std::pair<QString, QString> dateTexts(const QDate& date)
+{
+    if (date.year() < 1 || date.year() > 9999)
+        return {QString::asprintf("%02d/%02d/%04d", date.day(), date.month(), date.year()),
+                QString::asprintf("%04d%02d%02d", date.year(), date.month(), date.day())};
+    QString shown(10, u'/'), key(8, Qt::Uninitialized);
+    QChar* to = shown.data();
+    putDigits(to, date.day(), 2);
+    ++to;
+    putDigits(to, date.month(), 2);
+    ++to;
+    putDigits(to, date.year(), 4);
+    to = key.data();
+    putDigits(to, date.year(), 4);
+    putDigits(to, date.month(), 2);
+    putDigits(to, date.day(), 2);
+    return {shown, key};
+}
+
 // The columns an invoice record fills by itself; the customer's two are left to the caller.
 QStringList invoiceCells(const Record& rs)
 {
@@ -31,8 +60,7 @@ QStringList invoiceCells(const Record& rs)
     const QDate date = value.isNull() ? QDate() : value.toDate().date();
     cells[InvNo] = rs.field(QStringLiteral("INVNO")).toText();
     if (date.isValid()) {
-        cells[Date] = QString::asprintf("%02d/%02d/%04d", date.day(), date.month(), date.year());
-        cells[Date2] = QString::asprintf("%04d%02d%02d", date.year(), date.month(), date.day());
+        std::tie(cells[Date], cells[Date2]) = dateTexts(date);
     }
     cells[Amount] = Format_amount(Null_to_zero(rs.field(QStringLiteral("TOTAL"))), 7, 2);
     cells[Balance] = Format_amount(Null_to_zero(rs.field(QStringLiteral("BALANCE"))), 7, 2);

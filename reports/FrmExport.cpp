@@ -221,6 +221,17 @@ private:
     QHash<QString, int> first_;
 };
 
+// The fields an export writes, for its source to read those alone.
+QString fieldList(const std::vector<Column>& columns, const char* also = nullptr)
+{
+    QStringList fields;
+    for (const Column& c : columns)
+        fields << QLatin1String(c.field);
+    if (also)
+        fields << QLatin1String(also);
+    return fields.join(QStringLiteral(", "));
+}
+
 std::shared_ptr<ShapeRecordset> openSource(const QString& source)
 {
     std::shared_ptr<ShapeRecordset> rows;
@@ -380,9 +391,10 @@ void FrmExport::Export_list(int index, const QString& target)
         if (index == 3)
             lines = std::make_unique<InvoiceLines>();
         ExportFile file(target);
-        const auto rows = openSource(index <= 1   ? Customers_source(start, end)
-                                     : index <= 3 ? Invoices_source(start, end)
-                                                  : Items_source());
+        const QString read = fieldList(columns, index == 3 ? "InvNo" : nullptr);
+        const auto rows = openSource(index <= 1   ? Customers_source(start, end, read)
+                                     : index <= 3 ? Invoices_source(start, end, read)
+                                                  : Items_source(read));
         if (rows->recordCount() == 0)
             return noRecords();
         line_ = header(columns, comma);
@@ -405,7 +417,7 @@ void FrmExport::Debtors(const QString& target)
 {
     Trap(objectName(), "Debtors", [&] {
         Age_invoices(exportAgeing);
-        const auto rows = openSource(Debtors_source());
+        const auto rows = openSource(Debtors_source(fieldList(DebtorColumns)));
         if (rows->recordCount() == 0)
             return noRecords();
         ExportFile file(target);
