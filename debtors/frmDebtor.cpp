@@ -11,6 +11,7 @@
 #include "store/Errors.h"
 #include "store/Functions.h"
 #include "store/Globals.h"
+#include "store/ListModel.h"
 #include "store/ListRules.h"
 #include "store/ListView.h"
 #include "store/Numbers.h"
@@ -44,8 +45,8 @@ namespace
 // Columns of debtor_lst.
 enum { ColCustID, ColCustomer, ColPhone, ColInvNo, Col30, Col60, Col61, ColNotes, ColReminders };
 
-// Columns of the query that fills it.
-enum { QBalance, QAge, QCustNo, QCustID, QLastName, QFirstName, QPhone, QInvNo, QNotes, QReminderSent };
+// Columns of the query that chooses its rows.
+enum { QId, QBalance, QInvoiceDate, QCustNo, QCustID, QUnreadable };
 
 const QString NoLetters = QStringLiteral("No letters to print.");
 
@@ -62,6 +63,42 @@ int agePeriod(double days)
     if (age >= 61)
         return 2;
     return -1;
+}
+
+// The period an invoice owing this balance on this day stands in, or -1.
+int owingPeriod(const Value& balance, const Value& date, double day)
+{
+    if (Null_to_zero(balance) <= Currency())
+        return -1;
+    return agePeriod(day - date.toDouble());
+}
+
+// A row of the list: the invoice's customer, and its balance in the period of its age.
+// Two of a row's three amounts are empty: their text is made once.
+ListModel::Source debtorRows(const std::shared_ptr<Recordset>& customers, double day)
+{
+    const QString empty = Format_amount(Currency(), 7, 2);
+    return {QStringLiteral("Invoices"),
+            {"InvNo", "Balance", "Date", "CustNo", "Notes", "ReminderSent"},
+            {},
+            [customers, day, empty](const Record& invoice) {
+                const Value balance = invoice.field(QStringLiteral("Balance"));
+                const int period = owingPeriod(balance, invoice.field(QStringLiteral("Date")), day);
+                QStringList amounts{empty, empty, empty};
+                if (period >= 0)
+                    amounts[period] = Format_amount(Null_to_zero(balance), 7, 2);
+                customers->seek(invoice.field(QStringLiteral("CustNo")));
+                return QStringList{customers->field(QStringLiteral("CustID")).toText(),
+                                   customers->field(QStringLiteral("LastName")).toText() + QStringLiteral(", ") +
+                                       customers->field(QStringLiteral("FirstName")).toText(),
+                                   customers->field(QStringLiteral("Phone")).toText(),
+                                   invoice.field(QStringLiteral("InvNo")).toText(),
+                                   amounts[0],
+                                   amounts[1],
+                                   amounts[2],
+                                   Null_to_text(invoice.field(QStringLiteral("Notes"))),
+                                   Null_to_zero(invoice.field(QStringLiteral("ReminderSent"))).toString()};
+            }};
 }
 
 // The address block of a letter: the parts that are not empty, one a line. A missing
@@ -297,46 +334,41 @@ void frmDebtor::placeTotals()
 }
 
 // Fills the list and the totals. The amounts are worked out here each time; they are
-// not kept in the invoices.
+// not kept in the invoices. The list keeps the invoices it shows by id and reads their
+// texts as they come into view.
 void frmDebtor::Load_list()
 {
     BusyTrap(objectName(), "Load_list", [this] {
+        const double day = Value(today()).toDouble();
+        const QString connection = ConnectionString;
         // The invoices in table order, each with its customer by one join on the
-        // customer number's index, and its age in days with the fraction of its time.
+        // customer number's index, and whether its row has a Null it cannot show.
         const auto invoices = ShapeRecordset::open(
-            QStringLiteral("SELECT i.Balance, julianday('%1') - julianday(i.Date) AS Age, i.CustNo, c.CustID, "
-                           "c.LastName, c.FirstName, c.Phone, i.InvNo, i.Notes, i.ReminderSent "
-                           "FROM Invoices i LEFT JOIN Customers c ON c.CustID = i.CustNo ORDER BY i.rowid")
-                .arg(today().toString(Qt::ISODate)),
-            Database::open(dataSourceOf(ConnectionString)));
+            QStringLiteral("SELECT i.rowid AS Id, i.Balance, i.Date, i.CustNo, c.CustID, "
+                           "c.LastName IS NULL OR c.FirstName IS NULL OR c.Phone IS NULL OR i.InvNo IS NULL "
+                           "FROM Invoices i LEFT JOIN Customers c ON c.CustID = i.CustNo ORDER BY i.rowid"),
+            Database::open(dataSourceOf(connection)));
+        auto customers = std::make_shared<Recordset>();
+        customers->open(QStringLiteral("Customers"), connection, Recordset::adLockReadOnly);
+        customers->setIndex(QStringLiteral("CUSTID"));
+        debtor_lst->rows()->setSource(debtorRows(customers, day));
         debtor_lst->rows()->clear();
         Currency totals[3];
-        // Two of a row's three amounts are empty: their text is made once.
-        const QString empty = Format_amount(Currency(), 7, 2);
-        auto amount = [&](Currency value) { return value == Currency() ? empty : Format_amount(value, 7, 2); };
-        std::vector<QStringList> rows;
+        std::vector<qint64> shown;
         for (; !invoices->eof(); invoices->moveNext()) {
-            Currency amounts[3];
-            const Currency balance = Null_to_zero(invoices->field(QBalance));
-            if (balance > Currency()) {
-                const int period = agePeriod(invoices->field(QAge).toDouble());
-                if (period >= 0)
-                    amounts[period] = balance;
-            }
+            const Value balance = invoices->field(QBalance);
+            const int period = owingPeriod(balance, invoices->field(QInvoiceDate), day);
             // The customer is the one whose number is the invoice's as it stands, as a
             // walk through the customers comparing each would find.
             const Value custId = invoices->field(QCustID);
-            if (amounts[0] + amounts[1] + amounts[2] > Currency() && !custId.isNull() &&
-                custId.toText() == invoices->field(QCustNo).toText()) {
-                rows.push_back(QStringList{
-                    custId.toText(),
-                    invoices->field(QLastName).toText() + QStringLiteral(", ") + invoices->field(QFirstName).toText(),
-                    invoices->field(QPhone).toText(), invoices->field(QInvNo).toText(), amount(amounts[0]),
-                    amount(amounts[1]), amount(amounts[2]), Null_to_text(invoices->field(QNotes)),
-                    Null_to_zero(invoices->field(QReminderSent)).toString()});
+            if (period >= 0 && !custId.isNull() && custId.toText() == invoices->field(QCustNo).toText()) {
+                // A row that cannot be shown fails the whole list, which stays empty.
+                if (invoices->field(QUnreadable).toLong() != 0)
+                    return debtor_lst->rows()->setRows(connection, {}, invoices->field(QId).toLong());
+                shown.push_back(invoices->field(QId).toLong());
             }
-            for (int i = 0; i < 3; ++i)
-                totals[i] += amounts[i];
+            if (period >= 0)
+                totals[period] += Null_to_zero(balance);
         }
         // With no invoices at all the period totals stay blank.
         if (invoices->recordCount() > 0) {
@@ -344,9 +376,7 @@ void frmDebtor::Load_list()
             total60->setText(Format_amount(totals[1], 7, 2));
             Total61->setText(Format_amount(totals[2], 7, 2));
         }
-        // All rows at once: a list sorted before puts them in its order, where each
-        // row added by itself would have taken its place.
-        debtor_lst->rows()->appendTexts(std::move(rows));
+        debtor_lst->rows()->setRows(connection, shown);
         if (rules_->sorted())
             debtor_lst->rows()->sortByText(rules_->sortColumn(), rules_->sortOrder());
         // The grand total is the sum of the totals as they are shown.

@@ -43,31 +43,30 @@ ListModel::ListModel(const QStringList& headings, QObject* parent)
 
 void ListModel::loadTable(const QString& connectionString)
 {
+    const TableRows rows(connectionString, source_.table, source_.columns);
+    std::vector<qint64> ids = rows.ids();
+    // The rows before the first that cannot be shown; that one's failure comes from
+    // reading it as every row is read.
+    const qint64 bad = rows.firstNull(source_.strict);
+    if (bad > 0)
+        ids.erase(std::lower_bound(ids.begin(), ids.end(), bad), ids.end());
+    setRows(connectionString, ids, bad);
+}
+
+void ListModel::setRows(const QString& connectionString, const std::vector<qint64>& ids, qint64 failing)
+{
     beginResetModel();
     entries_.clear();
     owned_.clear();
     read_.clear();
     failing_ = false;
     connection_ = connectionString;
-    std::vector<qint64> ids;
-    qint64 bad = 0;
-    try {
-        const TableRows rows(connection_, source_.table, source_.columns);
-        ids = rows.ids();
-        bad = rows.firstNull(source_.strict);
-    } catch (...) {
-        endResetModel();
-        throw;
-    }
-    // The rows before the first that cannot be shown; that one's failure comes from
-    // reading it as every row is read.
-    const auto end = bad > 0 ? std::lower_bound(ids.begin(), ids.end(), bad) : ids.end();
-    entries_.reserve(size_t(end - ids.begin()));
-    for (auto it = ids.begin(); it != end; ++it)
-        entries_.push_back({*it, -1, Qt::Unchecked});
+    entries_.reserve(ids.size());
+    for (qint64 id : ids)
+        entries_.push_back({id, -1, Qt::Unchecked});
     endResetModel();
-    if (bad > 0)
-        TableRows(connection_, source_.table, source_.columns).read({bad}, [&](qint64, const Record& record) {
+    if (failing > 0)
+        TableRows(connection_, source_.table, source_.columns).read({failing}, [&](qint64, const Record& record) {
             source_.row(record);
         });
 }

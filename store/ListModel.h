@@ -43,6 +43,9 @@ public:
     // A row that cannot be shown ends the list: the rows before it stay, and its failure
     // goes on to the caller.
     void loadTable(const QString& connectionString);
+    // Rows of the source's table chosen by the window, by id, in this order. A failing
+    // row, if given, is read after them, for its failure to go on to the caller.
+    void setRows(const QString& connectionString, const std::vector<qint64>& ids, qint64 failing = 0);
     void clear();
 
     int count() const { return int(entries_.size()); }
