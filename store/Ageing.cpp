@@ -6,7 +6,6 @@
 #include "store/Globals.h"
 #include "store/Numbers.h"
 #include "store/Recordset.h"
-#include "store/ShapeRecordset.h"
 #include "store/Value.h"
 
 #include <array>
@@ -30,38 +29,61 @@ int exportAgeing(int days)
 int Age_invoices(int (*rule)(int days))
 {
     const auto db = Database::open(dataSourceOf(ConnectionString));
-    // The owing rows are read once and written by their place in the table: a walk that
-    // updates as it goes would read the table again after every write.
-    const auto owing = ShapeRecordset::open(
-        QStringLiteral("SELECT rowid, DATE, BALANCE, BALANCE1, BALANCE2, BALANCE3 FROM invoices WHERE Balance > 0"),
-        db);
+    // The owing rows are read in one walk, and only the invoices whose figures move are
+    // kept to be written after it: most keep their period from one day to the next, and
+    // every write costs the journal a page.
+    struct Change {
+        qint64 rowid;
+        std::array<Value, 3> aged;
+    };
+    std::vector<Change> changes;
+    // A row that fails the walk (a Null date) ends it; the changes found before it are
+    // still written, as a walk writing as it went would have left them.
+    std::exception_ptr failure;
+    try {
+        sqlite3_stmt* st = db->prepare(QStringLiteral(
+            "SELECT rowid, DATE, BALANCE, BALANCE1, BALANCE2, BALANCE3 FROM invoices WHERE Balance > 0"));
+        StatementScope scope(st);
+        const double today = Value(platform::today()).toDouble();
+        const int money = int(ColumnType::Currency);
+        int rc;
+        while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
+            const int column = rule(toInt16(today - Database::column(st, 1, int(ColumnType::Date)).toDouble()));
+            if (column == 0)
+                continue;
+            const Value balance = Database::column(st, 2, money);
+            const std::array<Value, 3> aged{column == 1 ? balance : Value(Currency()),
+                                            column == 2 ? balance : Value(Currency()),
+                                            column == 3 ? balance : Value(Currency())};
+            if (Database::column(st, 3, money) == aged[0] && Database::column(st, 4, money) == aged[1] &&
+                Database::column(st, 5, money) == aged[2])
+                continue;
+            changes.push_back({sqlite3_column_int64(st, 0), aged});
+        }
+        if (rc != SQLITE_DONE)
+            db->fail(rc);
+    } catch (...) {
+        failure = std::current_exception();
+    }
     // One transaction, committed even when a row fails, so that each update stands as
     // if made alone; it spares a disk flush per invoice.
     int written = 0;
     Write_batch(db, [&] {
         sqlite3_stmt* st = db->prepare(
             QStringLiteral("UPDATE invoices SET BALANCE1 = ?1, BALANCE2 = ?2, BALANCE3 = ?3 WHERE rowid = ?4"));
-        const double today = Value(platform::today()).toDouble();
-        for (; !owing->eof(); owing->moveNext()) {
-            const int column = rule(toInt16(today - owing->field(1).toDouble()));
-            if (column == 0)
-                continue;
-            // Only an invoice whose figures move is written: most keep their period from one
-            // day to the next, and every write costs the journal a page.
-            const std::array<Value, 3> aged{column == 1 ? owing->field(2) : Value(Currency()),
-                                            column == 2 ? owing->field(2) : Value(Currency()),
-                                            column == 3 ? owing->field(2) : Value(Currency())};
-            if (owing->field(3) == aged[0] && owing->field(4) == aged[1] && owing->field(5) == aged[2])
-                continue;
+        for (const Change& change : changes) {
             StatementScope scope(st);
             for (int i = 1; i <= 3; ++i)
-                Database::bind(st, i, aged[i - 1]);
-            sqlite3_bind_int64(st, 4, owing->field(0).toLong());
+                Database::bind(st, i, change.aged[size_t(i - 1)]);
+            sqlite3_bind_int64(st, 4, change.rowid);
             const int rc = sqlite3_step(st);
             if (rc != SQLITE_DONE)
                 db->fail(rc);
+            db->touched();
             ++written;
         }
     });
+    if (failure)
+        std::rethrow_exception(failure);
     return written;
 }
