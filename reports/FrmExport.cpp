@@ -11,6 +11,7 @@
 #include "store/Errors.h"
 #include "store/Functions.h"
 #include "store/Recordset.h"
+#include "store/SelectWalk.h"
 
 #include <QComboBox>
 #include <QDateEdit>
@@ -117,7 +118,7 @@ QString written(const Value& value, Way way)
 }
 
 // The columns of a source, found once by name rather than once a row.
-std::vector<std::pair<int, Way>> resolve(const ShapeRecordset& rs, const std::vector<Column>& columns)
+template <class Rows> std::vector<std::pair<int, Way>> resolve(const Rows& rs, const std::vector<Column>& columns)
 {
     std::vector<std::pair<int, Way>> out;
     for (const Column& c : columns) {
@@ -129,7 +130,8 @@ std::vector<std::pair<int, Way>> resolve(const ShapeRecordset& rs, const std::ve
     return out;
 }
 
-void appendFields(QString& line, const ShapeRecordset& rs, const std::vector<std::pair<int, Way>>& fields, bool comma)
+template <class Rows>
+void appendFields(QString& line, const Rows& rs, const std::vector<std::pair<int, Way>>& fields, bool comma)
 {
     for (size_t k = 0; k < fields.size(); ++k) {
         if (k > 0 && !comma)
@@ -232,13 +234,12 @@ QString fieldList(const std::vector<Column>& columns, const char* also = nullptr
     return fields.join(QStringLiteral(", "));
 }
 
-std::shared_ptr<ShapeRecordset> openSource(const QString& source)
+// The rows of an export's source, walked once and written as they come.
+std::unique_ptr<SelectWalk> openSource(const QString& source)
 {
-    std::shared_ptr<ShapeRecordset> rows;
-    Open_shape(source, rows);
-    if (!rows)
+    if (!ShapeConnection.isOpen())
         throw VbError(err::DatabaseFailure, QStringLiteral("The export's source could not be opened."));
-    return rows;
+    return std::make_unique<SelectWalk>(source, ShapeConnection.database());
 }
 
 void noRecords()
@@ -395,19 +396,19 @@ void FrmExport::Export_list(int index, const QString& target)
         const auto rows = openSource(index <= 1   ? Customers_source(start, end, read)
                                      : index <= 3 ? Invoices_source(start, end, read)
                                                   : Items_source(read));
-        if (rows->recordCount() == 0)
+        if (!rows->next())
             return noRecords();
         line_ = header(columns, comma);
         file.Print(line_);
         const auto fields = resolve(*rows, columns);
         const int invno = rows->fieldIndex(QStringLiteral("INVNO"));
-        for (rows->moveFirst(); !rows->eof(); rows->moveNext()) {
+        do {
             line_.resize(0); // keeps its space for the next row
             appendFields(line_, *rows, fields, comma);
             if (lines)
                 lines->append(line_, rows->field(invno).toText());
             file.Print(line_);
-        }
+        } while (rows->next());
         file.flush();
         MsgBox(QStringLiteral("Export successfully completed."), vbInformation, QStringLiteral("Successful"));
     });
@@ -418,18 +419,18 @@ void FrmExport::Debtors(const QString& target)
     Trap(objectName(), "Debtors", [&] {
         Age_invoices(exportAgeing);
         const auto rows = openSource(Debtors_source(fieldList(DebtorColumns)));
-        if (rows->recordCount() == 0)
+        if (!rows->next())
             return noRecords();
         ExportFile file(target);
         // Built onto what the line holds: after another export, that one's last row.
         line_ += header(DebtorColumns, true);
         file.Print(line_);
         const auto fields = resolve(*rows, DebtorColumns);
-        for (rows->moveFirst(); !rows->eof(); rows->moveNext()) {
+        do {
             line_.resize(0); // keeps its space for the next row
             appendFields(line_, *rows, fields, true);
             file.Print(line_);
-        }
+        } while (rows->next());
         file.flush();
         MsgBox(QStringLiteral("Export successfully completed."), vbInformation, QStringLiteral("Successful"));
     });

@@ -23,24 +23,25 @@ QString translateSelect(const QString& select)
     return out + select.mid(last);
 }
 
-ShapeRecordset::ShapeRecordset(std::shared_ptr<Data> data, std::vector<size_t> rows)
-    : data_(std::move(data)), rows_(std::move(rows))
+namespace
 {
+// "SHAPE {parent} as name APPEND ({child} as name RELATE 'key' TO 'key')", the APPEND optional.
+const QRegularExpression& shapeCommand()
+{
+    static const QRegularExpression shape(QStringLiteral("^\\s*SHAPE\\s*\\{([^}]*)\\}\\s*(?:as\\s+(\\w+))?\\s*"
+                                                         "(?:APPEND\\s*\\(\\s*\\{([^}]*)\\}\\s*(?:as\\s+(\\w+))?\\s*"
+                                                         "RELATE\\s+'?(\\w+)'?\\s+TO\\s+'?(\\w+)'?\\s*\\))?\\s*$"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    return shape;
 }
+} // namespace
 
-std::shared_ptr<ShapeRecordset::Data> ShapeRecordset::query(const QString& sql, const std::shared_ptr<Database>& db)
+std::vector<int> selectColumnTypes(sqlite3_stmt* st, QStringList* names)
 {
-    sqlite3_stmt* st = nullptr;
-    const QByteArray utf8 = translateSelect(sql).toUtf8();
-    int rc = sqlite3_prepare_v2(db->handle(), utf8.constData(), int(utf8.size()), &st, nullptr);
-    if (rc != SQLITE_OK)
-        db->fail(rc, sql);
-    auto data = std::make_shared<Data>();
-    const int n = sqlite3_column_count(st);
-    // Each column is read by the type the table gives it, so money comes back as money.
     std::vector<int> types;
-    for (int i = 0; i < n; ++i) {
-        data->fields << QString::fromUtf8(sqlite3_column_name(st, i));
+    for (int i = 0; i < sqlite3_column_count(st); ++i) {
+        if (names)
+            *names << QString::fromUtf8(sqlite3_column_name(st, i));
         const QString decl = QString::fromUtf8(sqlite3_column_decltype(st, i)).toUpper();
         ColumnType t = ColumnType::Text;
         if (decl == QLatin1String("INTEGER"))
@@ -55,6 +56,35 @@ std::shared_ptr<ShapeRecordset::Data> ShapeRecordset::query(const QString& sql, 
             t = ColumnType(-1); // an expression: taken as stored
         types.push_back(int(t));
     }
+    return types;
+}
+
+QString parentSelect(const QString& source)
+{
+    const auto m = shapeCommand().match(source);
+    if (!m.hasMatch()) {
+        if (!source.trimmed().startsWith(QLatin1String("SELECT"), Qt::CaseInsensitive))
+            throw VbError(err::SqlSyntax, QStringLiteral("Not a SHAPE command or a SELECT: ") + source);
+        return source;
+    }
+    return m.captured(1);
+}
+
+ShapeRecordset::ShapeRecordset(std::shared_ptr<Data> data, std::vector<size_t> rows)
+    : data_(std::move(data)), rows_(std::move(rows))
+{
+}
+
+std::shared_ptr<ShapeRecordset::Data> ShapeRecordset::query(const QString& sql, const std::shared_ptr<Database>& db)
+{
+    sqlite3_stmt* st = nullptr;
+    const QByteArray utf8 = translateSelect(sql).toUtf8();
+    int rc = sqlite3_prepare_v2(db->handle(), utf8.constData(), int(utf8.size()), &st, nullptr);
+    if (rc != SQLITE_OK)
+        db->fail(rc, sql);
+    auto data = std::make_shared<Data>();
+    const int n = sqlite3_column_count(st);
+    const std::vector<int> types = selectColumnTypes(st, &data->fields);
     while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
         std::vector<Value> row;
         row.reserve(size_t(n));
@@ -70,11 +100,7 @@ std::shared_ptr<ShapeRecordset::Data> ShapeRecordset::query(const QString& sql, 
 
 std::shared_ptr<ShapeRecordset> ShapeRecordset::open(const QString& source, const std::shared_ptr<Database>& db)
 {
-    static const QRegularExpression shape(QStringLiteral("^\\s*SHAPE\\s*\\{([^}]*)\\}\\s*(?:as\\s+(\\w+))?\\s*"
-                                                         "(?:APPEND\\s*\\(\\s*\\{([^}]*)\\}\\s*(?:as\\s+(\\w+))?\\s*"
-                                                         "RELATE\\s+'?(\\w+)'?\\s+TO\\s+'?(\\w+)'?\\s*\\))?\\s*$"),
-                                          QRegularExpression::CaseInsensitiveOption);
-    const auto m = shape.match(source);
+    const auto m = shapeCommand().match(source);
     if (!m.hasMatch()) {
         if (!source.trimmed().startsWith(QLatin1String("SELECT"), Qt::CaseInsensitive))
             throw VbError(err::SqlSyntax, QStringLiteral("Not a SHAPE command or a SELECT: ") + source);

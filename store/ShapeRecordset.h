@@ -54,5 +54,13 @@ private:
     size_t pos_ = 0;
 };
 
+struct sqlite3_stmt;
+// The types a SELECT's columns are read as: each by the type the table gives it, so money
+// comes back as money. Their names too, when asked for.
+std::vector<int> selectColumnTypes(sqlite3_stmt* st, QStringList* names = nullptr);
+// The SELECT of a source with no child level: the source itself, or the parent of its
+// SHAPE command.
+QString parentSelect(const QString& source);
+
 // Turns the old engine's SELECT into ours: #MM/DD/YYYY# date literals become ISO dates.
 QString translateSelect(const QString& select);
