@@ -72,6 +72,16 @@ Control& Report::control(const QString& sectionName, const QString& controlName)
     return section(sectionName).control(controlName);
 }
 
+QStringList Report::boundFields() const
+{
+    QStringList fields;
+    for (const Section& s : sections)
+        for (const Control& c : s.controls)
+            if ((c.kind == ControlKind::Field || c.kind == ControlKind::Function) && !c.field.isEmpty())
+                fields << c.field;
+    return fields;
+}
+
 const Section* Report::sectionOf(SectionKind kind) const
 {
     for (const Section& s : sections)

@@ -68,6 +68,8 @@ public:
     Section& section(const QString& name);                         // without regard to case
     Control& control(const QString& section, const QString& name); // the same
     const Section* sectionOf(SectionKind kind) const;
+    // The fields its controls show or sum, for its source to read those alone.
+    QStringList boundFields() const;
 
     void setDataSource(std::shared_ptr<ShapeRecordset> source) { source_ = std::move(source); }
     const std::shared_ptr<ShapeRecordset>& dataSource() const { return source_; }

@@ -224,22 +224,22 @@ private:
 };
 
 // The fields an export writes, for its source to read those alone.
-QString fieldList(const std::vector<Column>& columns, const char* also = nullptr)
+QStringList fieldList(const std::vector<Column>& columns, const char* also = nullptr)
 {
     QStringList fields;
     for (const Column& c : columns)
         fields << QLatin1String(c.field);
     if (also)
         fields << QLatin1String(also);
-    return fields.join(QStringLiteral(", "));
+    return fields;
 }
 
 // The rows of an export's source, walked once and written as they come.
-std::unique_ptr<SelectWalk> openSource(const QString& source)
+std::unique_ptr<SelectWalk> openSource(const QString& source, const QStringList& fields)
 {
     if (!ShapeConnection.isOpen())
         throw VbError(err::DatabaseFailure, QStringLiteral("The export's source could not be opened."));
-    return std::make_unique<SelectWalk>(source, ShapeConnection.database());
+    return std::make_unique<SelectWalk>(source, ShapeConnection.database(), fields);
 }
 
 void noRecords()
@@ -392,10 +392,10 @@ void FrmExport::Export_list(int index, const QString& target)
         if (index == 3)
             lines = std::make_unique<InvoiceLines>();
         ExportFile file(target);
-        const QString read = fieldList(columns, index == 3 ? "InvNo" : nullptr);
-        const auto rows = openSource(index <= 1   ? Customers_source(start, end, read)
-                                     : index <= 3 ? Invoices_source(start, end, read)
-                                                  : Items_source(read));
+        const auto rows = openSource(index <= 1   ? Customers_source(start, end)
+                                     : index <= 3 ? Invoices_source(start, end)
+                                                  : Items_source(),
+                                     fieldList(columns, index == 3 ? "InvNo" : nullptr));
         if (!rows->next())
             return noRecords();
         line_ = header(columns, comma);
@@ -418,7 +418,7 @@ void FrmExport::Debtors(const QString& target)
 {
     Trap(objectName(), "Debtors", [&] {
         Age_invoices(exportAgeing);
-        const auto rows = openSource(Debtors_source(fieldList(DebtorColumns)));
+        const auto rows = openSource(Debtors_source(), fieldList(DebtorColumns));
         if (!rows->next())
             return noRecords();
         ExportFile file(target);

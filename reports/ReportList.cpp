@@ -32,23 +32,23 @@ const std::array<ListEntry, 6>& listEntries()
 namespace
 {
 
-QString between(const char* table, const QDate& start, const QDate& end, const QString& fields = QStringLiteral("*"))
+QString between(const char* table, const QDate& start, const QDate& end)
 {
     const QString month = QStringLiteral("MM/dd/yyyy");
-    return QStringLiteral("SHAPE {SELECT %1 FROM %2 where Date BETWEEN #").arg(fields, QLatin1String(table)) +
+    return QStringLiteral("SHAPE {SELECT * FROM %1 where Date BETWEEN #").arg(QLatin1String(table)) +
            start.toString(month) + QStringLiteral("# and #") + end.toString(month) + QStringLiteral("#} ");
 }
 
 } // namespace
 
-QString Customers_source(const QDate& start, const QDate& end, const QString& fields)
+QString Customers_source(const QDate& start, const QDate& end)
 {
-    return between("customers", start, end, fields) + QStringLiteral("as details");
+    return between("customers", start, end) + QStringLiteral("as details");
 }
 
-QString Invoices_source(const QDate& start, const QDate& end, const QString& fields)
+QString Invoices_source(const QDate& start, const QDate& end)
 {
-    return between("invoices", start, end, fields) + QStringLiteral("as details");
+    return between("invoices", start, end) + QStringLiteral("as details");
 }
 
 QString Invoice_lines_source(const QDate& start, const QDate& end)
@@ -58,14 +58,14 @@ QString Invoice_lines_source(const QDate& start, const QDate& end)
            QStringLiteral("RELATE 'invno' TO 'invno')  ");
 }
 
-QString Items_source(const QString& fields)
+QString Items_source()
 {
-    return QStringLiteral("SHAPE {SELECT %1 FROM parts} as details").arg(fields);
+    return QStringLiteral("SHAPE {SELECT * FROM parts} as details");
 }
 
-QString Debtors_source(const QString& fields)
+QString Debtors_source()
 {
-    return QStringLiteral("SHAPE {SELECT %1 FROM invoices where balance > 0} as details").arg(fields);
+    return QStringLiteral("SHAPE {SELECT * FROM invoices where balance > 0} as details");
 }
 
 namespace

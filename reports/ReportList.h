@@ -21,12 +21,11 @@ const std::array<ListEntry, 6>& listEntries();
 
 // The record sources. Dates go in month first whatever the system's date order, and
 // both ends are included.
-// The sources read every column, as a design may bind any; an export names the few it writes.
-QString Customers_source(const QDate& start, const QDate& end, const QString& fields = QStringLiteral("*"));
-QString Invoices_source(const QDate& start, const QDate& end, const QString& fields = QStringLiteral("*"));
+QString Customers_source(const QDate& start, const QDate& end);
+QString Invoices_source(const QDate& start, const QDate& end);
 QString Invoice_lines_source(const QDate& start, const QDate& end);
-QString Items_source(const QString& fields = QStringLiteral("*"));
-QString Debtors_source(const QString& fields = QStringLiteral("*"));
+QString Items_source();
+QString Debtors_source();
 
 // The list and the two date pickers, with their labels, in the grid's first rows. The
 // list holds the six entries with the first selected; the start date is the default

@@ -81,8 +81,9 @@ void frmReports::Show_report(int index)
                                    Debtors_source()};
         if (index == 5)
             Age_invoices(reportAgeing);
+        auto layout = report::Report::load(QStringLiteral(":/designs/%1.rpt.json").arg(QLatin1String(Designs[index])));
         std::shared_ptr<ShapeRecordset> rows;
-        Open_shape(sources[index], rows);
+        Open_shape(sources[index], rows, layout->boundFields());
         if (!rows)
             throw VbError(err::DatabaseFailure, QStringLiteral("The report's source could not be opened."));
         // Only the customer lists say that there is nothing; the others show empty.
@@ -90,7 +91,6 @@ void frmReports::Show_report(int index)
             MsgBox(QStringLiteral("No records to print!"), vbExclamation, QStringLiteral("Nothing to Print"));
             return;
         }
-        auto layout = report::Report::load(QStringLiteral(":/designs/%1.rpt.json").arg(QLatin1String(Designs[index])));
         layout->setDataSource(rows);
         layout->control(QStringLiteral("Section4"), QStringLiteral("Date_lbl"))
             .setCaption(QStringLiteral("From ") + dateText(start) + QStringLiteral(" To ") + dateText(end));

@@ -176,13 +176,13 @@ qint16 busyCount()
     return BusyCount;
 }
 
-bool Open_shape(const QString& source, std::shared_ptr<ShapeRecordset>& recordset)
+bool Open_shape(const QString& source, std::shared_ptr<ShapeRecordset>& recordset, const QStringList& fields)
 {
     if (!ShapeConnection.isOpen())
         return false;
     recordset.reset();
     try {
-        recordset = ShapeRecordset::open(source, ShapeConnection.database());
+        recordset = ShapeRecordset::open(source, ShapeConnection.database(), fields);
         // The count is read into a 16-bit integer: a larger source fails here, rows kept.
         toInt16(recordset->recordCount());
     } catch (const VbError&) {

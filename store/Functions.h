@@ -32,7 +32,7 @@ qint16 busyCount();
 // Opens a report's source on the shape connection. False when that connection is not
 // open (the recordset is left alone), when the source fails (with no message), or when
 // there are more rows than a 16-bit count holds (the rows are still there).
-bool Open_shape(const QString& source, std::shared_ptr<ShapeRecordset>& recordset);
+bool Open_shape(const QString& source, std::shared_ptr<ShapeRecordset>& recordset, const QStringList& fields = {});
 
 bool Debug_mode();
 

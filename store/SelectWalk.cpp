@@ -6,8 +6,8 @@
 
 #include <sqlite3.h>
 
-SelectWalk::SelectWalk(const QString& source, const std::shared_ptr<Database>& db)
-    : db_(db), sql_(translateSelect(parentSelect(source)))
+SelectWalk::SelectWalk(const QString& source, const std::shared_ptr<Database>& db, const QStringList& fields)
+    : db_(db), sql_(translateSelect(narrowedSelect(parentSelect(source), fields)))
 {
     const QByteArray utf8 = sql_.toUtf8();
     const int rc = sqlite3_prepare_v2(db_->handle(), utf8.constData(), int(utf8.size()), &st_, nullptr);

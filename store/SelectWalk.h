@@ -14,8 +14,9 @@ struct sqlite3_stmt;
 class SelectWalk
 {
 public:
-    // A SELECT, or a SHAPE command with no child level. Fails with a classic number.
-    SelectWalk(const QString& source, const std::shared_ptr<Database>& db);
+    // A SELECT, or a SHAPE command with no child level; a "SELECT *" reads only the
+    // fields named, if any are. Fails with a classic number.
+    SelectWalk(const QString& source, const std::shared_ptr<Database>& db, const QStringList& fields = {});
     ~SelectWalk();
     SelectWalk(const SelectWalk&) = delete;
     SelectWalk& operator=(const SelectWalk&) = delete;

@@ -6,6 +6,7 @@
 
 #include <QHash>
 #include <QRegularExpression>
+#include <cstring>
 #include <sqlite3.h>
 
 QString translateSelect(const QString& select)
@@ -70,6 +71,26 @@ QString parentSelect(const QString& source)
     return m.captured(1);
 }
 
+QString narrowedSelect(const QString& select, const QStringList& fields)
+{
+    static const QRegularExpression star(QStringLiteral("^\\s*SELECT\\s+(\\*)\\s+FROM\\s+(\\w+)"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    const auto m = star.match(select);
+    const TableDef* table = m.hasMatch() ? schemaTable(m.captured(2)) : nullptr;
+    if (!table)
+        return select;
+    QStringList kept;
+    for (const QString& field : fields) {
+        const int column = table->columnIndex(field);
+        const QString quoted = column < 0 ? QString() : QStringLiteral("\"%1\"").arg(field);
+        if (column >= 0 && !kept.contains(quoted, Qt::CaseInsensitive))
+            kept << quoted;
+    }
+    if (kept.isEmpty())
+        return select;
+    return select.left(m.capturedStart(1)) + kept.join(QStringLiteral(", ")) + select.mid(m.capturedEnd(1));
+}
+
 ShapeRecordset::ShapeRecordset(std::shared_ptr<Data> data, std::vector<size_t> rows)
     : data_(std::move(data)), rows_(std::move(rows))
 {
@@ -84,13 +105,34 @@ std::shared_ptr<ShapeRecordset::Data> ShapeRecordset::query(const QString& sql, 
         db->fail(rc, sql);
     auto data = std::make_shared<Data>();
     const int n = sqlite3_column_count(st);
-    const std::vector<int> types = selectColumnTypes(st, &data->fields);
+    data->types = selectColumnTypes(st, &data->fields);
     while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
-        std::vector<Value> row;
-        row.reserve(size_t(n));
-        for (int i = 0; i < n; ++i)
-            row.push_back(Database::column(st, i, types[size_t(i)]));
-        data->rows.push_back(std::move(row));
+        for (int i = 0; i < n; ++i) {
+            Cell c;
+            switch (sqlite3_column_type(st, i)) {
+            case SQLITE_NULL:
+                c.length = NullCell;
+                break;
+            case SQLITE_INTEGER:
+                c.number = sqlite3_column_int64(st, i);
+                c.length = IntegerCell;
+                break;
+            case SQLITE_FLOAT: {
+                const double real = sqlite3_column_double(st, i);
+                std::memcpy(&c.number, &real, sizeof real);
+                c.length = RealCell;
+                break;
+            }
+            default: {
+                const char* text = reinterpret_cast<const char*>(sqlite3_column_text(st, i));
+                c.offset = qint32(data->text.size());
+                c.length = sqlite3_column_bytes(st, i);
+                data->text.append(text, c.length);
+                break;
+            }
+            }
+            data->cells.push_back(c);
+        }
     }
     sqlite3_finalize(st);
     if (rc != SQLITE_DONE)
@@ -98,22 +140,25 @@ std::shared_ptr<ShapeRecordset::Data> ShapeRecordset::query(const QString& sql, 
     return data;
 }
 
-std::shared_ptr<ShapeRecordset> ShapeRecordset::open(const QString& source, const std::shared_ptr<Database>& db)
+std::shared_ptr<ShapeRecordset> ShapeRecordset::open(const QString& source, const std::shared_ptr<Database>& db,
+                                                     const QStringList& fields)
 {
     const auto m = shapeCommand().match(source);
     if (!m.hasMatch()) {
         if (!source.trimmed().startsWith(QLatin1String("SELECT"), Qt::CaseInsensitive))
             throw VbError(err::SqlSyntax, QStringLiteral("Not a SHAPE command or a SELECT: ") + source);
-        auto data = query(source, db);
-        std::vector<size_t> rows(data->rows.size());
+        auto data = query(narrowedSelect(source, fields), db);
+        std::vector<size_t> rows(data->rowCount());
         for (size_t i = 0; i < rows.size(); ++i)
             rows[i] = i;
         return std::shared_ptr<ShapeRecordset>(new ShapeRecordset(data, std::move(rows)));
     }
-    auto data = query(m.captured(1), db);
+    // The keys that relate the levels are read too, but only when the reader narrows at all.
+    const auto withKey = [&](const QString& key) { return fields.isEmpty() ? fields : fields + QStringList{key}; };
+    auto data = query(narrowedSelect(m.captured(1), withKey(m.captured(5))), db);
     data->name = m.captured(2);
     if (!m.captured(3).isEmpty()) {
-        auto child = query(m.captured(3), db);
+        auto child = query(narrowedSelect(m.captured(3), withKey(m.captured(6))), db);
         child->name = m.captured(4);
         const int parentKey = QStringList(data->fields)
                                   .indexOf(QRegularExpression(
@@ -127,23 +172,42 @@ std::shared_ptr<ShapeRecordset> ShapeRecordset::open(const QString& source, cons
             throw VbError(err::ItemNotFound);
         // Keys match as the store compares text: without regard to case.
         QHash<QString, std::vector<size_t>> byKey;
-        for (size_t i = 0; i < child->rows.size(); ++i) {
-            const Value& k = child->rows[i][size_t(childKey)];
+        for (size_t i = 0; i < child->rowCount(); ++i) {
+            const Value k = child->value(i, childKey);
             if (!k.isNull())
                 byKey[k.toText().toLower()].push_back(i);
         }
-        data->childRows.resize(data->rows.size());
-        for (size_t i = 0; i < data->rows.size(); ++i) {
-            const Value& k = data->rows[i][size_t(parentKey)];
+        data->childRows.resize(data->rowCount());
+        for (size_t i = 0; i < data->rowCount(); ++i) {
+            const Value k = data->value(i, parentKey);
             if (!k.isNull())
                 data->childRows[i] = byKey.value(k.toText().toLower());
         }
         data->child = child;
     }
-    std::vector<size_t> rows(data->rows.size());
+    std::vector<size_t> rows(data->rowCount());
     for (size_t i = 0; i < rows.size(); ++i)
         rows[i] = i;
     return std::shared_ptr<ShapeRecordset>(new ShapeRecordset(data, std::move(rows)));
+}
+
+Value ShapeRecordset::Data::value(size_t row, int field) const
+{
+    const Cell& c = cells[row * size_t(fields.size()) + size_t(field)];
+    const int type = types[size_t(field)];
+    switch (c.length) {
+    case NullCell:
+        return Value();
+    case IntegerCell:
+        return Database::decode(SQLITE_INTEGER, c.number, 0, nullptr, 0, type);
+    case RealCell: {
+        double real;
+        std::memcpy(&real, &c.number, sizeof real);
+        return Database::decode(SQLITE_FLOAT, 0, real, nullptr, 0, type);
+    }
+    default:
+        return Database::decode(SQLITE_TEXT, 0, 0, text.constData() + c.offset, c.length, type);
+    }
 }
 
 void ShapeRecordset::moveNext()
@@ -161,11 +225,11 @@ int ShapeRecordset::fieldIndex(const QString& name) const
     return -1;
 }
 
-const std::vector<Value>& ShapeRecordset::currentRow() const
+size_t ShapeRecordset::currentRow() const
 {
     if (eof())
         throw VbError(err::NoCurrentRecord);
-    return data_->rows[rows_[pos_]];
+    return rows_[pos_];
 }
 
 Value ShapeRecordset::field(const QString& name) const
@@ -173,14 +237,14 @@ Value ShapeRecordset::field(const QString& name) const
     const int i = fieldIndex(name);
     if (i < 0)
         throw VbError(err::ItemNotFound);
-    return currentRow()[size_t(i)];
+    return data_->value(currentRow(), i);
 }
 
 Value ShapeRecordset::field(int i) const
 {
     if (i < 0 || i >= fieldCount())
         throw VbError(err::ItemNotFound);
-    return currentRow()[size_t(i)];
+    return data_->value(currentRow(), i);
 }
 
 QString ShapeRecordset::chapterName() const
@@ -192,6 +256,5 @@ std::shared_ptr<ShapeRecordset> ShapeRecordset::chapter(const QString& name) con
 {
     if (!data_->child || data_->child->name.compare(name, Qt::CaseInsensitive) != 0)
         return nullptr;
-    currentRow();
-    return std::shared_ptr<ShapeRecordset>(new ShapeRecordset(data_->child, data_->childRows[rows_[pos_]]));
+    return std::shared_ptr<ShapeRecordset>(new ShapeRecordset(data_->child, data_->childRows[currentRow()]));
 }

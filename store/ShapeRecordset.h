@@ -13,8 +13,11 @@ class Database;
 class ShapeRecordset
 {
 public:
-    // Runs a source on the file and keeps every row. Fails with a classic number.
-    static std::shared_ptr<ShapeRecordset> open(const QString& source, const std::shared_ptr<Database>& db);
+    // Runs a source on the file and keeps every row. Fails with a classic number. With the
+    // fields a reader uses given, a "SELECT *" reads those alone (and the keys that relate
+    // its levels).
+    static std::shared_ptr<ShapeRecordset> open(const QString& source, const std::shared_ptr<Database>& db,
+                                                const QStringList& fields = {});
 
     const QString& name() const { return data_->name; } // the "as" name of the source
     bool eof() const { return pos_ >= rows_.size(); }
@@ -37,17 +40,30 @@ public:
     QString chapterName() const; // the name of the child level, empty without one
 
 private:
+    // A stored value as read: a number, or where its text lies. Every row's cells stand in
+    // one array and every text in one buffer, so a source of a million rows is not a
+    // million allocations.
+    struct Cell {
+        qint64 number = 0; // an integer, or a real's bits
+        qint32 offset = 0; // a text's place in the buffer
+        qint32 length = 0; // a text's length in bytes, or one of the kinds below
+    };
+    enum : qint32 { NullCell = -1, IntegerCell = -2, RealCell = -3 };
     struct Data {
         QString name;
         QStringList fields;
-        std::vector<std::vector<Value>> rows;
+        std::vector<int> types;  // the type each field is read as
+        std::vector<Cell> cells; // row after row, a cell a field
+        QByteArray text;
+        size_t rowCount() const { return fields.isEmpty() ? 0 : cells.size() / size_t(fields.size()); }
+        Value value(size_t row, int field) const;
         // Child level: its data, and for each parent row the child rows that belong to it.
         std::shared_ptr<Data> child;
         std::vector<std::vector<size_t>> childRows;
     };
     ShapeRecordset(std::shared_ptr<Data> data, std::vector<size_t> rows);
     static std::shared_ptr<Data> query(const QString& sql, const std::shared_ptr<Database>& db);
-    const std::vector<Value>& currentRow() const;
+    size_t currentRow() const;
 
     std::shared_ptr<Data> data_;
     std::vector<size_t> rows_;
@@ -61,6 +77,10 @@ std::vector<int> selectColumnTypes(sqlite3_stmt* st, QStringList* names = nullpt
 // The SELECT of a source with no child level: the source itself, or the parent of its
 // SHAPE command.
 QString parentSelect(const QString& source);
+
+// A "SELECT * FROM table ..." reading only the fields named that the table has; any
+// other SELECT, or no field of the table named, as it is.
+QString narrowedSelect(const QString& select, const QStringList& fields);
 
 // Turns the old engine's SELECT into ours: #MM/DD/YYYY# date literals become ISO dates.
 QString translateSelect(const QString& select);

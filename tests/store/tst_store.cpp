@@ -264,6 +264,23 @@ private slots:
             childCounts << rs->chapter("details")->recordCount();
         QCOMPARE(childCounts, (QList<int>{2, 0, 1}));
         QCOMPARE(rs->chapterName(), "Details");
+        // Narrowed to the fields a reader binds: those alone, the relating keys kept, values as before.
+        QVERIFY(Open_shape("SHAPE {SELECT * FROM invoices} as main "
+                           "APPEND ({SELECT * FROM invoiceD} as Details RELATE 'invno' TO 'invno')",
+                           rs, {"Balance", "qty", "Nothing", "BALANCE"}));
+        QCOMPARE(rs->fieldCount(), 2);
+        QStringList narrowed;
+        for (rs->moveFirst(); !rs->eof(); rs->moveNext()) {
+            auto lines = rs->chapter("Details");
+            QCOMPARE(lines->fieldCount(), 2);
+            QString row = rs->field("invno").toText() + '=' + rs->field("Balance").toCurrency().toString();
+            for (lines->moveFirst(); !lines->eof(); lines->moveNext())
+                row += ' ' + lines->field("Qty").toText();
+            narrowed << row;
+        }
+        QCOMPARE(narrowed, (QStringList{"INV1=10 1 2", "INV2=0", "inv3=5.5 1"}));
+        QCOMPARE(narrowedSelect("SELECT InvNo FROM invoices", {"Balance"}), "SELECT InvNo FROM invoices");
+        QCOMPARE(narrowedSelect("SELECT * FROM invoices where x", {"Nothing"}), "SELECT * FROM invoices where x");
         // The number put in as it stands: an apostrophe breaks the command, silently.
         QVERIFY(!Open_shape("SHAPE {SELECT * FROM invoices where invno = 'O'Brien'} ", rs));
         QVERIFY(!rs);
