@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -16,6 +17,30 @@
 
 namespace report
 {
+
+namespace
+{
+
+// Room around and between the pages, in pixels.
+constexpr int PageGap = 10;
+
+// The strip the pages stand on, one below the other; it paints through its preview.
+class PageStrip : public QWidget
+{
+public:
+    PageStrip(QWidget* parent, std::function<void(QPaintEvent*)> paint) : QWidget(parent), paint_(std::move(paint))
+    {
+        setObjectName(QStringLiteral("PageStrip"));
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override { paint_(event); }
+
+private:
+    std::function<void(QPaintEvent*)> paint_;
+};
+
+} // namespace
 
 ReportPreview::ReportPreview(const Layout& layout, QWidget* parent) : QDialog(parent), layout_(layout)
 {
@@ -51,10 +76,9 @@ ReportPreview::ReportPreview(const Layout& layout, QWidget* parent) : QDialog(pa
     top->addLayout(bar);
     scroll_ = new QScrollArea(this);
     scroll_->setObjectName(QStringLiteral("Pages"));
-    auto* inner = new QWidget(scroll_);
-    pages_ = new QVBoxLayout(inner);
-    scroll_->setWidget(inner);
-    scroll_->setWidgetResizable(true);
+    strip_ = new PageStrip(scroll_, [this](QPaintEvent* event) { paintPages(event); });
+    scroll_->setWidget(strip_);
+    scroll_->setAlignment(Qt::AlignHCenter);
     top->addWidget(scroll_, 1);
     connect(print, &QPushButton::clicked, this, &ReportPreview::printReport);
     connect(pdf, &QPushButton::clicked, this, &ReportPreview::savePdf);
@@ -69,7 +93,7 @@ double ReportPreview::scale() const
     if (zoom > 0)
         return 96.0 / 1440.0 * zoom / 100.0; // at 100% a page shows at 96 pixels to the inch
     // The room beside the page's frame and the scroll bar that a long report brings.
-    const QSize room = scroll_->viewport()->size() - QSize(2 * pages_->contentsMargins().left() + 24, 24);
+    const QSize room = scroll_->viewport()->size() - QSize(2 * PageGap + 24, 2 * PageGap);
     const double across = double(room.width()) / layout_.pageWidth();
     const double down = double(room.height()) / layout_.pageHeight();
     return std::max(0.01, zoom == FitWidth ? across : std::min(across, down));
@@ -83,25 +107,40 @@ void ReportPreview::resizeEvent(QResizeEvent* event)
         showPages();
 }
 
+QSize ReportPreview::pageSize() const
+{
+    return QSize(int(layout_.pageWidth() * shownScale_), int(layout_.pageHeight() * shownScale_));
+}
+
 void ReportPreview::showPages()
 {
-    while (QLayoutItem* item = pages_->takeAt(0)) {
-        delete item->widget();
-        delete item;
-    }
-    const double scale = shownScale_ = this->scale();
-    for (size_t i = 0; i < layout_.pages().size(); ++i) {
-        QImage image(int(layout_.pageWidth() * scale), int(layout_.pageHeight() * scale), QImage::Format_RGB32);
-        image.fill(Qt::white);
-        QPainter painter(&image);
+    shownScale_ = scale();
+    strip_->setFixedSize(pageSize().width() + 2 * PageGap,
+                         int(layout_.pages().size()) * (pageSize().height() + PageGap) + PageGap);
+    strip_->update();
+}
+
+// Only the pages in view are drawn, each time they come into view: a report of thousands
+// of pages costs no more to show than its first.
+void ReportPreview::paintPages(QPaintEvent* event)
+{
+    QPainter painter(strip_);
+    const QSize page = pageSize();
+    const int step = page.height() + PageGap;
+    const int first = std::max(0, (event->rect().top() - PageGap) / step);
+    const int last = std::min(int(layout_.pages().size()) - 1, event->rect().bottom() / step);
+    for (int i = first; i <= last; ++i) {
+        const QRect frame(PageGap, PageGap + i * step, page.width(), page.height());
+        painter.fillRect(frame, Qt::white);
+        painter.setPen(Qt::black);
+        painter.drawRect(frame.adjusted(-1, -1, 0, 0));
+        painter.save();
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(scale, scale);
-        layout_.paint(painter, int(i));
-        painter.end();
-        auto* page = new QLabel(this);
-        page->setPixmap(QPixmap::fromImage(image));
-        page->setFrameStyle(QFrame::Box);
-        pages_->addWidget(page, 0, Qt::AlignHCenter);
+        painter.setClipRect(frame);
+        painter.translate(frame.topLeft());
+        painter.scale(shownScale_, shownScale_);
+        layout_.paint(painter, i);
+        painter.restore();
     }
 }
 

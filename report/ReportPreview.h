@@ -1,5 +1,6 @@
 #pragma once
-// The modal preview of a report: every page, with zoom, printing and saving as PDF.
+// The modal preview of a report: every page, with zoom, printing and saving as PDF. A
+// page is drawn when it comes into view.
 
 #include "report/ReportRenderer.h"
 
@@ -7,7 +8,7 @@
 
 class QComboBox;
 class QScrollArea;
-class QVBoxLayout;
+class QPaintEvent;
 
 namespace report
 {
@@ -22,6 +23,7 @@ public:
     enum Fit { FitPage = -1, FitWidth = -2 };
     // Pixels per twip at the chosen zoom, for the page area as it stands.
     double scale() const;
+    QSize pageSize() const; // in pixels, as shown
     void showPages();
     void printReport();
     void savePdf();
@@ -30,10 +32,13 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void paintPages(QPaintEvent* event);
+
+private:
     const Layout& layout_;
     QComboBox* zoom_;
     QScrollArea* scroll_;
-    QVBoxLayout* pages_;
+    QWidget* strip_;
     double shownScale_ = 0;
 };
 

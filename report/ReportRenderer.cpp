@@ -4,10 +4,12 @@
 #include "store/ShapeRecordset.h"
 
 #include <QFontMetricsF>
+#include <QHash>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
+#include <array>
 
 namespace report
 {
@@ -85,6 +87,33 @@ QString decimals(const Value& v)
 }
 
 } // namespace
+
+bool fitsUnshaped(const QFont& font, const QString& text, qreal width)
+{
+    // The advances of the printable ASCII letters, by font; the last font asked is kept at hand.
+    static QHash<QString, std::array<qreal, 128>> tables;
+    static QFont lastFont;
+    static const std::array<qreal, 128>* last = nullptr;
+    if (!last || font != lastFont) {
+        auto table = tables.find(font.key());
+        if (table == tables.end()) {
+            const QFontMetricsF metrics(font);
+            std::array<qreal, 128> advances{};
+            for (int c = 32; c < 127; ++c)
+                advances[size_t(c)] = metrics.horizontalAdvance(QChar(c));
+            table = tables.insert(font.key(), advances);
+        }
+        lastFont = font;
+        last = &*table;
+    }
+    qreal sum = 0;
+    for (const QChar c : text) {
+        if (c.unicode() < 32 || c.unicode() > 126)
+            return false;
+        sum += (*last)[c.unicode()];
+    }
+    return sum * 1.05 + font.pixelSize() * 0.1 <= width;
+}
 
 QString elideAtWord(const QFontMetricsF& metrics, const QString& text, qreal width)
 {
@@ -270,7 +299,7 @@ void Layout::paint(QPainter& painter, int pageIndex) const
                             break;
                         setSize(pixels - 10);
                     }
-                } else if (!c.wordWrap && c.kind == ControlKind::Field)
+                } else if (!c.wordWrap && c.kind == ControlKind::Field && !fitsUnshaped(font, text, room.width()))
                     text = elideAtWord(QFontMetricsF(painter.font()), text, room.width());
                 painter.setPen(Qt::black);
                 painter.drawText(room, flags, text);

@@ -66,4 +66,9 @@ QString formatValue(const Value& value, const QString& format);
 // for a single word too long, as many of its letters as fit.
 QString elideAtWord(const QFontMetricsF& metrics, const QString& text, qreal width);
 
+// Whether a one-line text surely fits a width, told without shaping it (from its letters'
+// own advances with room for kerning): false when in doubt. Most fields fit, and shaping
+// each twice, once to measure and once to draw, was most of a long report's time.
+bool fitsUnshaped(const QFont& font, const QString& text, qreal width);
+
 } // namespace report

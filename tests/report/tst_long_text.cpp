@@ -75,6 +75,42 @@ private slots:
         }
     }
 
+    // The shortcut that skips measuring never says a text fits that does not, in the
+    // report's font, plain and bold, at the sizes the designs use; and it does say so of
+    // most texts with room to spare.
+    void fitsWithoutMeasuring()
+    {
+        const QStringList texts = {"INV000123", "12,345.67",         "AVA WAVE Tj", "Line 12345", "fi ffi ll",
+                                   "W.A.V.E.",  "Harbour Chandlery", "(1,234.00)",  "LT AV Yo"};
+        int sure = 0;
+        for (const int points : {7, 8, 9, 10, 12, 14})
+            for (const bool bold : {false, true}) {
+                QFont font(QStringLiteral("DejaVu Sans"));
+                font.setPixelSize(points * 20);
+                font.setBold(bold);
+                const QFontMetricsF metrics(font);
+                for (const QString& text : texts) {
+                    const qreal exact = metrics.horizontalAdvance(text);
+                    for (qreal width = exact * 0.9; width < exact * 1.2; width += exact / 200) {
+                        if (report::fitsUnshaped(font, text, width)) {
+                            ++sure;
+                            QVERIFY2(exact <= width, qPrintable(QStringLiteral("%1 at %2 px%3: %4 > %5")
+                                                                    .arg(text)
+                                                                    .arg(points * 20)
+                                                                    .arg(bold ? " bold" : "")
+                                                                    .arg(exact)
+                                                                    .arg(width)));
+                        }
+                    }
+                }
+            }
+        QVERIFY(sure > 0);
+        QFont font(QStringLiteral("DejaVu Sans"));
+        font.setPixelSize(180);
+        QVERIFY(report::fitsUnshaped(font, "12.50", 2000));
+        QVERIFY(!report::fitsUnshaped(font, QStringLiteral("caf\u00e9"), 2000)); // beyond ASCII: measured
+    }
+
     // A bound text too long for its column; the column's heading, a caption the design
     // sets, is drawn as designed.
     void onThePage()

@@ -8,7 +8,6 @@
 #include "report/ReportRenderer.h"
 
 #include <QComboBox>
-#include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QStandardPaths>
@@ -27,14 +26,17 @@ std::unique_ptr<Report> blank(int width, const QString& title)
     r->title = title;
     r->width = width;
     r->leftMargin = r->rightMargin = r->topMargin = r->bottomMargin = 720;
-    r->sections = {{"Section4", SectionKind::ReportHeader, 400, false, {}}};
+    Control box;
+    box.kind = ControlKind::Shape;
+    box.width = 2000;
+    box.height = 300;
+    r->sections = {{"Section4", SectionKind::ReportHeader, 400, false, {box}}};
     return r;
 }
 
 QSize firstPage(ReportPreview& preview)
 {
-    const QList<QLabel*> pages = preview.findChild<QScrollArea*>("Pages")->widget()->findChildren<QLabel*>();
-    return pages.isEmpty() ? QSize() : pages.first()->pixmap().size();
+    return preview.pageSize();
 }
 
 } // namespace
@@ -79,6 +81,14 @@ private slots:
         QVERIFY(page.width() >= room.width() * 8 / 10);
         zoom->setCurrentText(QStringLiteral("100%"));
         QCOMPARE(firstPage(preview).width(), int(layout.pageWidth() * 96 / 1440));
+        // The strip holds every page; the one in view is drawn: white, with the header's
+        // box at the margins (48 pixels at 100%).
+        auto* strip = preview.findChild<QWidget*>("PageStrip");
+        QCOMPARE(strip->height(), 1 * (firstPage(preview).height() + 10) + 10);
+        const QImage shown = strip->grab(QRect(QPoint(10, 10), firstPage(preview))).toImage();
+        QCOMPARE(shown.pixelColor(shown.width() / 2, shown.height() / 2), QColor(Qt::white));
+        QVERIFY(qGray(shown.pixel(48, 60)) < 128);
+        QCOMPARE(shown.pixelColor(44, 60), QColor(Qt::white));
         VERIFY_UI(ui);
     }
 
