@@ -1,5 +1,6 @@
 #include "store/Database.h"
 
+#include "store/EInvoiceData.h"
 #include "store/Errors.h"
 #include "store/Numbers.h"
 #include "store/Schema.h"
@@ -80,6 +81,7 @@ std::shared_ptr<Database> Database::open(const QString& path)
     db->exec(QStringLiteral("SELECT count(*) FROM sqlite_master"));
     db->exec(QStringLiteral("PRAGMA journal_mode=DELETE"));
     db->exec(QStringLiteral("PRAGMA synchronous=FULL"));
+    ensureEInvoiceTables(*db);
     pool()[key] = db;
     return db;
 }
