@@ -2,10 +2,63 @@
 
 #include "TestUi.h"
 
+#include "einvoice/EInvoice.h"
 #include "store/Database.h"
 #include "store/EInvoiceData.h"
 
+#include <QProcess>
 #include <QtTest>
+
+namespace
+{
+
+using namespace einvoice;
+
+Invoice sample(int lines)
+{
+    Invoice inv;
+    inv.number = "INV1001";
+    inv.currency = "EUR";
+    inv.issued = QDate(2026, 11, 22);
+    inv.due = QDate(2026, 12, 22);
+    inv.rateBasisPoints = 1900;
+    inv.seller = {"Velk Test GmbH", "Hauptstr. 1", "Berlin",           "10115", "DE",
+                  "DE123456789",    "HRB 1234",    "bill@velk.example"};
+    inv.buyer = {"Kunde AG", "Ringstr. 5", "Hamburg", "20095", "DE", "", "", "ap@kunde.example"};
+    inv.buyerReference = "04011000-12345-34";
+    inv.iban = "DE89370400440532013000";
+    for (int i = 0; i < lines; ++i)
+        inv.lines.push_back({QString("Item %1").arg(i + 1), i + 1, 12345, (i + 1) * 123, true});
+    return inv;
+}
+
+// Where every file the tests write is kept for a look afterwards.
+QString keep(const QString& name, const QByteArray& bytes)
+{
+    const QString dir = QCoreApplication::applicationDirPath() + "/../einvoice-samples";
+    QDir().mkpath(dir);
+    QFile f(dir + "/" + name);
+    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(f.fileName()));
+    return f.fileName();
+}
+
+// The official checker's verdict; its output when it refuses.
+QString validatorVerdict(const QString& file)
+{
+    const QString validator = QStringLiteral(VELK_SOURCE_DIR "/../shared/einvoice/validate");
+    if (!QFileInfo(validator).isExecutable())
+        return "validator missing: " + validator;
+    QProcess p;
+    p.start(validator, {file});
+    if (!p.waitForFinished(120000))
+        return "validator did not finish";
+    return p.exitCode() == 0 ? QString() : QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError());
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(einvoice::Invoice)
 
 class EInvoiceTest : public QObject
 {
@@ -22,6 +75,64 @@ class EInvoiceTest : public QObject
     }
 
 private slots:
+    void taxRoundsHalfUp_data()
+    {
+        QTest::addColumn<qint64>("base");
+        QTest::addColumn<int>("rate");
+        QTest::addColumn<qint64>("tax");
+        QTest::newRow("exact half") << qint64(50) << 1000 << qint64(5);     // 0.50 at 10 %: 0.05
+        QTest::newRow("half cent up") << qint64(250) << 1900 << qint64(48); // 2.50 at 19 %: 0.475
+        QTest::newRow("below half") << qint64(1001) << 1900 << qint64(190); // 10.01: 1.9019
+        QTest::newRow("negative half away") << qint64(-250) << 1900 << qint64(-48);
+        QTest::newRow("rate zero") << qint64(99999) << 0 << qint64(0);
+    }
+    void taxRoundsHalfUp()
+    {
+        QFETCH(qint64, base);
+        QFETCH(int, rate);
+        QFETCH(qint64, tax);
+        QCOMPARE(taxOf(base, rate), tax);
+    }
+
+    void ciiPassesValidator_data()
+    {
+        QTest::addColumn<Invoice>("invoice");
+        QTest::newRow("one line") << sample(1);
+        QTest::newRow("eight lines") << sample(8);
+        Invoice mixed = sample(3);
+        mixed.lines[1].taxed = false;
+        mixed.untaxedCategory = "E";
+        mixed.exemptionReason = "Exempt under local law";
+        mixed.discountCents = 150;
+        mixed.prepaidCents = 500;
+        QTest::newRow("untaxed exempt, discount, part paid") << mixed;
+        Invoice escaped = sample(1);
+        escaped.buyer.name = QString::fromUtf8("Müller & Söhne <Œuvre> \"Straße\" ") + QString(40, QChar(0x00e9));
+        escaped.lines[0].name = QString::fromUtf8("Ärger & <Ünfug> 'ß' €");
+        QTest::newRow("escaping and non-ASCII") << escaped;
+        Invoice credit = sample(2);
+        credit.lines[0] = {"Returned item", -2, 12345, -2469, true};
+        credit.lines[1] = {"Restocking fee", 1, 500, 5, true};
+        QTest::newRow("credit-like negative quantity") << credit;
+        Invoice zeroRate = sample(2);
+        zeroRate.rateBasisPoints = 0;
+        zeroRate.untaxedCategory = "Z";
+        zeroRate.lines[1].taxed = false;
+        zeroRate.discountCents = 100;
+        QTest::newRow("rate zero") << zeroRate;
+        Invoice paid = sample(1);
+        paid.prepaidCents = totalsOf(paid).grandCents;
+        QTest::newRow("paid") << paid;
+    }
+    void ciiPassesValidator()
+    {
+        QFETCH(Invoice, invoice);
+        const QString tag = QString::fromLatin1(QTest::currentDataTag());
+        const QString file =
+            keep("cii-" + tag.toLower().replace(QRegularExpression("[^a-z0-9]+"), "-") + ".xml", toCii(invoice));
+        QCOMPARE(validatorVerdict(file), QString());
+    }
+
     void sideTablesOnOpen_data()
     {
         QTest::addColumn<int>("before");
