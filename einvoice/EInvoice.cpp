@@ -87,6 +87,26 @@ Totals totalsOf(const Invoice& inv)
     return t;
 }
 
+QString conflictOf(const Invoice& inv, const Printed& printed)
+{
+    const Totals t = totalsOf(inv);
+    if (t.taxCents == printed.taxCents && t.grandCents == printed.totalCents)
+        return QString();
+    const QString category = taxedCategory(inv);
+    const auto taxed = std::find_if(t.taxes.begin(), t.taxes.end(), [&](const TaxBreakdown& b) {
+        return b.category == category && b.rateBasisPoints != 0;
+    });
+    const qint64 taxedBase = taxed == t.taxes.end() ? 0 : taxed->baseCents;
+    if (inv.discountCents != 0 && taxed != t.taxes.end())
+        return QStringLiteral("BR-S-08: the discount of %1 lowers the taxed base to %2, so the tax at %3 % is %4; "
+                              "the invoice shows tax of %5 on the amount before the discount.")
+            .arg(money(inv.discountCents), money(taxedBase), percent(inv.rateBasisPoints), money(t.taxCents),
+                 money(printed.taxCents));
+    return QStringLiteral("BR-CO-17: the tax on %1 at %2 %, rounded once, is %3; the invoice shows %4, the sum of "
+                          "its rounded line taxes.")
+        .arg(money(taxedBase), percent(inv.rateBasisPoints), money(t.taxCents), money(printed.taxCents));
+}
+
 namespace
 {
 

@@ -56,3 +56,17 @@ Totals totalsOf(const Invoice& invoice);
 QByteArray toCii(const Invoice& invoice);
 
 } // namespace einvoice
+
+namespace einvoice
+{
+
+// The figures the printed invoice shows.
+struct Printed {
+    qint64 subtotalCents = 0, discountCents = 0, taxCents = 0, totalCents = 0;
+};
+
+// Why the printed figures cannot stand in a valid EN 16931 invoice, naming the rule and
+// the amounts; empty when they can.
+QString conflictOf(const Invoice& invoice, const Printed& printed);
+
+} // namespace einvoice

@@ -94,6 +94,33 @@ private slots:
         QCOMPARE(taxOf(base, rate), tax);
     }
 
+    void conflictNamesRuleAndAmounts_data()
+    {
+        QTest::addColumn<qint64>("discount");
+        QTest::addColumn<qint64>("printedTax");
+        QTest::addColumn<QString>("conflict");
+        // Two lines of 1.23 and 2.46 at 19 %: base 3.69, tax 0.7011 rounds to 0.70.
+        QTest::newRow("same figures") << qint64(0) << qint64(70) << QString();
+        QTest::newRow("line taxes summed")
+            << qint64(0) << qint64(71)
+            << "BR-CO-17: the tax on 3.69 at 19.00 %, rounded once, is 0.70; the invoice "
+               "shows 0.71, the sum of its rounded line taxes.";
+        QTest::newRow("discount not in tax")
+            << qint64(69) << qint64(70)
+            << "BR-S-08: the discount of 0.69 lowers the taxed base to 3.00, so the tax at 19.00 % is 0.57; the "
+               "invoice shows tax of 0.70 on the amount before the discount.";
+    }
+    void conflictNamesRuleAndAmounts()
+    {
+        QFETCH(qint64, discount);
+        QFETCH(qint64, printedTax);
+        QFETCH(QString, conflict);
+        Invoice inv = sample(2);
+        inv.discountCents = discount;
+        const Printed printed{369, discount, printedTax, 369 - discount + printedTax};
+        QCOMPARE(conflictOf(inv, printed), conflict);
+    }
+
     void ciiPassesValidator_data()
     {
         QTest::addColumn<Invoice>("invoice");
