@@ -7,7 +7,8 @@ cd "$(dirname "$0")"
 
 packages=(g++ cmake make pkg-config qt6-base-dev libsqlite3-dev poppler-utils
           libgl-dev qt6-qpa-plugins fonts-dejavu-core clang-format
-          libqt6svg6 desktop-file-utils appstream dpkg-dev sqlite3 qt6-webengine-dev)
+          libqt6svg6 desktop-file-utils appstream dpkg-dev sqlite3 qt6-webengine-dev
+          libsaxonhe-java default-jre-headless libxml2-utils)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -1,3 +1,4 @@
+#include "einvoice/CommandLine.h"
 #include "platform/Activation.h"
 #include "platform/Icons.h"
 #include "platform/Platform.h"
@@ -35,6 +36,10 @@ int main(int argc, char** argv)
     // The help and web windows' engine shares its drawing contexts; it asks for this first.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     platform::keepFreedMemory();
+    if (einvoice::isEInvoiceCommand(QStringList(argv, argv + argc))) {
+        QCoreApplication headless(argc, argv);
+        return einvoice::runEInvoiceCommand(headless.arguments(), plainConnectionString());
+    }
     Application app(argc, argv);
     app.setApplicationName(QStringLiteral("Velk Invoice"));
     // Every window takes this icon; the desktop file name ties the windows to the menu entry.

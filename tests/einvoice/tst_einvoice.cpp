@@ -2,9 +2,13 @@
 
 #include "TestUi.h"
 
+#include "einvoice/CommandLine.h"
 #include "einvoice/EInvoice.h"
+#include "shell/frmMain.h"
 #include "store/Database.h"
 #include "store/EInvoiceData.h"
+#include "store/Recordset.h"
+#include "store/Schema.h"
 
 #include <QProcess>
 #include <QtTest>
@@ -158,6 +162,88 @@ private slots:
         const QString file =
             keep("cii-" + tag.toLower().replace(QRegularExpression("[^a-z0-9]+"), "-") + ".xml", toCii(invoice));
         QCOMPARE(validatorVerdict(file), QString());
+    }
+
+    // A saved invoice in a data file, written out by the command line form.
+    void commandLineWritesSavedInvoice_data()
+    {
+        QTest::addColumn<qint64>("vat");
+        QTest::addColumn<int>("status");
+        QTest::newRow("printed figures hold") << qint64(7000) << 0;      // 0.70 on 3.69 at 19 %
+        QTest::newRow("summed line taxes refused") << qint64(7100) << 1; // no file then
+    }
+    void commandLineWritesSavedInvoice()
+    {
+        QFETCH(qint64, vat);
+        QFETCH(int, status);
+        TestUi ui;
+        const QString path = ui.file("data.mdb");
+        frmMain w;
+        w.MDIForm_Load(); // builds an empty data file with its settings row
+        const QString cs = QStringLiteral("Data Source='%1';").arg(path);
+        auto add = [&](const char* table, const QList<QPair<QString, Value>>& fields) {
+            Recordset rs;
+            rs.open(table, cs, Recordset::adLockPessimistic);
+            rs.addNew();
+            for (const auto& f : fields)
+                rs.setField(f.first, f.second);
+            rs.update();
+        };
+        {
+            Recordset system;
+            system.open("System", cs, Recordset::adLockPessimistic);
+            system.addNew();
+            // A new file has no settings row until the setup wizard writes one.
+            for (const ColumnDef& c : schemaTable("System")->columns)
+                if (!c.nullable && c.type == ColumnType::Text)
+                    system.setField(c.name, QString());
+            system.setField("BusinessName", "Velk Test GmbH");
+            system.setField("Address", "Hauptstr. 1\nBerlin");
+            system.update();
+        }
+        add("Customers", {{"CustID", "C1"}, {"Address", "Ringstr. 5"}, {"City", "Hamburg"}, {"Postcode", "20095"}});
+        add("Invoices", {{"InvNo", "INV7"},
+                         {"Date", QDate(2026, 11, 20)},
+                         {"CustNo", "C1"},
+                         {"CustomerName", QString::fromUtf8("Kunde & Söhne")},
+                         {"Subtotal", Currency::fromTicks(36900)},
+                         {"Vat", Currency::fromTicks(vat)},
+                         {"Total", Currency::fromTicks(36900 + vat)},
+                         {"TaxPer", 19.0}});
+        add("InvoiceD", {{"InvNo", "INV7"},
+                         {"Qty", 1},
+                         {"Description", "Bolt"},
+                         {"Amount", Currency::fromTicks(12300)},
+                         {"Total", Currency::fromTicks(12300)},
+                         {"Taxable", 1}});
+        add("InvoiceD", {{"InvNo", "INV7"},
+                         {"Qty", 0},
+                         {"Description", "Nut"},
+                         {"Amount", Currency::fromTicks(24600)},
+                         {"Total", Currency::fromTicks(24600)},
+                         {"Taxable", 1}});
+        {
+            auto db = Database::open(path);
+            for (const auto& [name, value] : {std::pair{"Country", "DE"},
+                                              {"VatId", "DE123456789"},
+                                              {"Currency", "EUR"},
+                                              {"IBAN", "DE89370400440532013000"},
+                                              {"PaymentTerms", "30 days net"}})
+                setEInvoiceSetting(*db, name, value);
+            setEInvoiceCustomerValue(*db, "C1", "Country", "DE");
+        }
+        const QString out = ui.file("INV7.xml");
+        QCOMPARE(
+            einvoice::runEInvoiceCommand({"velk-invoice", "--einvoice", "INV7", "--format", "cii", "--out", out}, cs),
+            status);
+        QCOMPARE(QFileInfo::exists(out), status == 0);
+        if (status == 0) {
+            const QByteArray xml = fileBytes(out);
+            QVERIFY(xml.contains("<ram:BilledQuantity unitCode=\"C62\">1</ram:BilledQuantity>"));
+            QVERIFY(xml.contains("<udt:DateTimeString format=\"102\">20261120</udt:DateTimeString>"));
+            QVERIFY(xml.contains("Kunde &amp; Söhne"));
+            QCOMPARE(validatorVerdict(keep("cli-INV7.xml", xml)), QString());
+        }
     }
 
     void sideTablesOnOpen_data()
