@@ -148,6 +148,20 @@ void tax(QXmlStreamWriter& w, const QString& name, const QString& category, int 
     w.writeEndElement();
 }
 
+// An identifier with its scheme inside its own element; absent when empty.
+void schemed(QXmlStreamWriter& w, const QString& outer, const QString& inner, const QString& scheme,
+             const QString& value)
+{
+    if (value.isEmpty())
+        return;
+    w.writeStartElement(ram, outer);
+    w.writeStartElement(ram, inner);
+    w.writeAttribute(QStringLiteral("schemeID"), scheme);
+    w.writeCharacters(value);
+    w.writeEndElement();
+    w.writeEndElement();
+}
+
 void party(QXmlStreamWriter& w, const QString& name, const Party& p)
 {
     w.writeStartElement(ram, name);
@@ -166,22 +180,9 @@ void party(QXmlStreamWriter& w, const QString& name, const Party& p)
         text(w, QStringLiteral("CityName"), p.city);
     text(w, QStringLiteral("CountryID"), p.country);
     w.writeEndElement();
-    if (!p.electronicAddress.isEmpty()) {
-        w.writeStartElement(ram, QStringLiteral("URIUniversalCommunication"));
-        w.writeStartElement(ram, QStringLiteral("URIID"));
-        w.writeAttribute(QStringLiteral("schemeID"), QStringLiteral("EM"));
-        w.writeCharacters(p.electronicAddress);
-        w.writeEndElement();
-        w.writeEndElement();
-    }
-    if (!p.vatId.isEmpty()) {
-        w.writeStartElement(ram, QStringLiteral("SpecifiedTaxRegistration"));
-        w.writeStartElement(ram, QStringLiteral("ID"));
-        w.writeAttribute(QStringLiteral("schemeID"), QStringLiteral("VA"));
-        w.writeCharacters(p.vatId);
-        w.writeEndElement();
-        w.writeEndElement();
-    }
+    schemed(w, QStringLiteral("URIUniversalCommunication"), QStringLiteral("URIID"), QStringLiteral("EM"),
+            p.electronicAddress);
+    schemed(w, QStringLiteral("SpecifiedTaxRegistration"), QStringLiteral("ID"), QStringLiteral("VA"), p.vatId);
     w.writeEndElement();
 }
 
