@@ -10,7 +10,8 @@ cd "$(dirname "$0")"
 # dev/tools.list names the programs among them; dev/check-tools.sh keeps the two agreeing.
 packages=(g++ cmake make pkg-config ccache qt6-base-dev libsqlite3-dev poppler-utils
           libgl-dev qt6-qpa-plugins fonts-dejavu-core clang-format
-          libqt6svg6 desktop-file-utils appstream dpkg dpkg-dev file sqlite3 qt6-webengine-dev)
+          libqt6svg6 desktop-file-utils appstream dpkg dpkg-dev file sqlite3 qt6-webengine-dev
+          libsaxonhe-java default-jre-headless libxml2-utils libqpdf-dev qpdf icc-profiles-free)
 
 if [ "${1:-}" = packages ]; then
   echo "${packages[@]}"

@@ -54,7 +54,7 @@ install)
     wait "$pid" 2>/dev/null || true
     [ -f "$data/data.mdb" ] || fail "no data file in $data"
     tables=$(sqlite3 "$data/data.mdb" "SELECT name FROM sqlite_master WHERE type='table' ORDER BY name" | tr '\n' ' ')
-    [ "$tables" = "Customers InvoiceD Invoices Letters Parts System " ] || fail "tables in the data file: $tables"
+    [ "$tables" = "Customers EInvoiceCustomers EInvoiceSettings InvoiceD Invoices Letters Parts System " ] || fail "tables in the data file: $tables"
     (cd "$prefix" && find . | sort) >"$work/after"
     diff "$work/before" "$work/after" >&2 || fail "the program wrote under the prefix"
     [ ! -e "$work/home/.local/share/velk-invoice" ] || fail "XDG_DATA_HOME was not followed"

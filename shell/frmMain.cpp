@@ -19,6 +19,7 @@
 #include "safety/Import.h"
 #include "store/Connection.h"
 #include "store/Database.h"
+#include "store/EInvoiceData.h"
 #include "store/Errors.h"
 #include "store/Functions.h"
 #include "store/Globals.h"
@@ -206,13 +207,15 @@ void frmMain::Create_database()
                     db->exec(QStringLiteral("BEGIN"));
                     db->setSchemaVersion(SchemaVersion);
                 });
+                QStringList statements;
                 for (const TableDef& table : schemaTables())
-                    for (const QString& sql : createStatements(table))
-                        step([&] {
-                            if (!db)
-                                throw VbError(err::CannotOpenFile);
-                            db->exec(sql);
-                        });
+                    statements += createStatements(table);
+                for (const QString& sql : statements + eInvoiceTableStatements())
+                    step([&] {
+                        if (!db)
+                            throw VbError(err::CannotOpenFile);
+                        db->exec(sql);
+                    });
                 if (db)
                     step([&] { db->exec(QStringLiteral("COMMIT")); });
                 // The books are the user's alone.

@@ -1,3 +1,4 @@
+#include "einvoice/CommandLine.h"
 #include "platform/Activation.h"
 #include "platform/Icons.h"
 #include "platform/Palette.h"
@@ -37,6 +38,10 @@ public:
 int main(int argc, char** argv)
 {
     platform::keepFreedMemory();
+    if (einvoice::isEInvoiceCommand(QStringList(argv, argv + argc))) {
+        QCoreApplication headless(argc, argv);
+        return einvoice::runEInvoiceCommand(headless.arguments(), plainConnectionString());
+    }
     Application app(argc, argv);
     app.setApplicationName(QStringLiteral("Velk Invoice"));
     // Every window takes this icon; the desktop file name ties the windows to the menu entry.

@@ -1,6 +1,7 @@
 #include "store/Database.h"
 
 #include "platform/Platform.h"
+#include "store/EInvoiceData.h"
 #include "store/Errors.h"
 #include "store/Numbers.h"
 #include "store/Schema.h"
@@ -97,6 +98,9 @@ std::shared_ptr<Database> Database::open(const QString& path)
         QFile::remove(journal);
         db->exec(QStringLiteral("COMMIT"));
     }
+    // A file of an older version gains what this one added, whole or not at all.
+    if (db->schemaVersion() < SchemaVersion)
+        upgradeToCurrent(*db);
     pool()[key] = db;
     return db;
 }

@@ -33,9 +33,10 @@ struct TableDef {
 };
 
 // The schema version a data file records (PRAGMA user_version). Files written before the
-// version was recorded read 0 and hold the same tables as version 1. A file of a higher
-// version than this build knows is refused and left as it is.
-constexpr int SchemaVersion = 1;
+// version was recorded read 0 and hold the same tables as version 1; version 2 adds the
+// e-invoicing side tables, on opening. A file of a higher version than this build knows
+// is refused and left as it is.
+constexpr int SchemaVersion = 2;
 
 // The six tables, in the order in which the file is built.
 const std::vector<TableDef>& schemaTables();

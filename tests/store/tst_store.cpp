@@ -61,7 +61,7 @@ private slots:
         QCOMPARE(db->texts("SELECT m.name || ' | ' || count(*) FROM sqlite_master m, pragma_table_info(m.name) "
                            "WHERE m.type = 'table' GROUP BY m.name ORDER BY m.rowid"),
                  (QStringList{"Customers | 20", "InvoiceD | 7", "Invoices | 23", "Letters | 24", "Parts | 5",
-                              "System | 64"}));
+                              "System | 64", "EInvoiceSettings | 2", "EInvoiceCustomers | 3"}));
         for (const char* spot :
              {"System.Address=VARCHAR(151) | 0 | NULL", "System.TaxAmount=DOUBLE | 1 | 0",
               "System.Text3Name=VARCHAR(50) | 1 | NULL", "System.Debtorstart=VARCHAR(50) | 0 | NULL",
