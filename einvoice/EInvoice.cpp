@@ -6,9 +6,6 @@
 namespace einvoice
 {
 
-namespace
-{
-
 QString money(qint64 cents)
 {
     const QString sign = cents < 0 ? QStringLiteral("-") : QString();
@@ -16,6 +13,9 @@ QString money(qint64 cents)
     return sign + QString::number(a / 100) + QLatin1Char('.') +
            QStringLiteral("%1").arg(a % 100, 2, 10, QLatin1Char('0'));
 }
+
+namespace
+{
 
 QString unitPrice(qint64 ticks)
 {

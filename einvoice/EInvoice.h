@@ -48,6 +48,9 @@ struct Totals {
     std::vector<TaxBreakdown> taxes;
 };
 
+// Cents as the XML writes an amount: "-1234.50".
+QString money(qint64 cents);
+
 // Half up, away from zero, as the norm rounds a category's tax.
 qint64 taxOf(qint64 baseCents, int rateBasisPoints);
 Totals totalsOf(const Invoice& invoice);

@@ -22,18 +22,17 @@ QString text(const Value& v)
     return v.isNull() ? QString() : v.toText();
 }
 
-// Walks a table to the first row whose column holds the key.
-bool find(Recordset& rs, const char* column, const QString& key)
+// Seeks a table's index to the row whose column holds the key, as the windows find it.
+bool find(Recordset& rs, const char* index, const QString& key)
 {
-    for (rs.moveFirst(); !rs.eof(); rs.moveNext())
-        if (text(rs.field(column)) == key)
-            return true;
-    return false;
+    rs.setIndex(QLatin1String(index));
+    rs.seek(key);
+    return !rs.eof() && text(rs.field(index)).compare(key, Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
 
-Invoice loadInvoice(const QString& connectionString, const QString& invNo, Printed* printed)
+Invoice loadInvoice(const QString& connectionString, const QString& invNo, Printed* printed, qint64* writtenOff)
 {
     Recordset head;
     head.open(QStringLiteral("Invoices"), connectionString, Recordset::adLockReadOnly);
@@ -48,6 +47,8 @@ Invoice loadInvoice(const QString& connectionString, const QString& invNo, Print
     inv.rateBasisPoints = int(qRound(head.field("TaxPer").toDouble() * 100));
     inv.discountCents = cents(head.field("Discount"));
     inv.prepaidCents = cents(head.field("Paid"));
+    if (writtenOff)
+        *writtenOff = cents(head.field("WrittenOff"));
     if (printed)
         *printed = {cents(head.field("Subtotal")), inv.discountCents, cents(head.field("Vat")),
                     cents(head.field("Total"))};
@@ -55,9 +56,10 @@ Invoice loadInvoice(const QString& connectionString, const QString& invNo, Print
 
     Recordset lines;
     lines.open(QStringLiteral("InvoiceD"), connectionString, Recordset::adLockReadOnly);
-    for (lines.moveFirst(); !lines.eof(); lines.moveNext()) {
-        if (text(lines.field("InvNo")) != invNo)
-            continue;
+    // The invoice's lines are those the index holds under its number, in the order saved.
+    for (bool at = find(lines, "InvNo", invNo); at && !lines.eof(); lines.moveNext()) {
+        if (text(lines.field("InvNo")).compare(invNo, Qt::CaseInsensitive) != 0)
+            break;
         const qint64 qty = lines.field("Qty").isNull() ? 0 : lines.field("Qty").toLong();
         // A line with no quantity counts once, as its total shows.
         inv.lines.push_back({text(lines.field("Description")), qty == 0 ? 1 : qty,

@@ -7,6 +7,8 @@ namespace einvoice
 {
 
 // Fails with the store's number when the invoice is not there.
-Invoice loadInvoice(const QString& connectionString, const QString& invNo, Printed* printed);
+// The written-off amount, when asked, is no part of the e-invoice.
+Invoice loadInvoice(const QString& connectionString, const QString& invNo, Printed* printed,
+                    qint64* writtenOff = nullptr);
 
 } // namespace einvoice

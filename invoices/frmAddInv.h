@@ -5,6 +5,7 @@
 
 #include <QDialog>
 #include <array>
+#include <memory>
 
 class ListRules;
 class MemoBox;
@@ -20,6 +21,10 @@ class QVBoxLayout;
 namespace report
 {
 class Report;
+}
+namespace einvoice
+{
+struct Document;
 }
 
 class frmAddInv : public QDialog
@@ -43,6 +48,12 @@ public:
     void Clear_All();
     void Toolbar1_ButtonClick(int place);
     void Print_Invoice(); // in frmAddInv_Print.cpp
+    // The saved invoice as an e-invoice file; the page given is the one previewed, else
+    // the invoice as it prints (frmAddInv_EInvoice.cpp).
+    void Save_einvoice(const report::Report* shown = nullptr);
+    // The page of its e-invoice: the one previewed, or the invoice as it prints, with the
+    // norm's figures where the figures conflict (issued corrected); none when it cannot print.
+    std::unique_ptr<report::Report> EInvoice_page(const einvoice::Document& d, const report::Report* shown = nullptr);
     void Update_cmd_Click();
     int CheckInvNo();
     void Exit_cmd_Click();
@@ -82,6 +93,7 @@ private:
     void Calc();
 
     // The steps of printing, in frmAddInv_Print.cpp.
+    std::unique_ptr<report::Report> Invoice_report();
     void fillHeading(report::Report& r, int type, const QString& billing, const QString& shipping,
                      const QString& contact, QString taxLine);
     void fillLines(report::Report& r);

@@ -81,47 +81,59 @@ report::Control& label(report::Report& r, const char* section, const QString& na
 void frmAddInv::Print_Invoice()
 {
     Trap(objectName(), "Print_Invoice", [this] {
-        SettingsRecord& s = settings;
-        if (!s.Logopath.isEmpty() && !QFileInfo::exists(s.Logopath)) {
-            MsgBox(QStringLiteral("Logo cannot be found"), vbInformation, QStringLiteral("Logo!"));
-            s.Logopath.clear(); // in memory only, until the settings are read again
-        }
-        const int paper = paperSize();
-        if (paper != vbPRPSLetter && paper != vbPRPSA4) {
-            MsgBox(QStringLiteral("Please change the paper size on your printer to 'Letter' or 'A4'"), vbExclamation,
-                   QStringLiteral("Change Paper Size"));
+        const std::unique_ptr<report::Report> r = Invoice_report();
+        if (!r)
             return;
-        }
-        const AddressBlocks blocks = customerAddresses(Cust_lbl->text());
-        const QString contact = contactBlock();
-        QString taxLine;
-        if (s.TaxEnabled == 1)
-            taxLine = s.TaxName.trimmed() + QStringLiteral(" No: ") + s.TaxNo.trimmed();
-
-        // The number goes in as it stands: one with an apostrophe breaks the command, and
-        // the report then has no source.
-        std::shared_ptr<ShapeRecordset> source;
-        Open_shape(QStringLiteral("SHAPE {SELECT * FROM invoices where invno = '") + Inv_lbl->text() +
-                       QStringLiteral("'} "),
-                   source);
-
-        const int type = QStringList{"1", "2", "3", "4", "5", "6"}.indexOf(s.InvoiceType) + 1;
-        if (type == 0)
-            return;
-        const std::unique_ptr<report::Report> r = Invoice_layout(type);
-        if (paper == vbPRPSA4)
-            Adjust_for_A4(*r);
-        if (!source)
-            throw VbError(err::ObjectClosed);
-        r->setDataSource(source);
-        r->documentName = Inv_lbl->text().trimmed();
-        fillHeading(*r, type, blocks.billing, blocks.shipping, contact, taxLine);
-        fillLines(*r);
-        fillTotals(*r);
-        fillDataBlock(*r, type);
-        fillTermsAndLogo(*r);
+        r->commands.push_back({QStringLiteral("Save as &e-invoice\u2026"), QStringLiteral("EInvoice_cmd"),
+                               [this](const report::Report& shown) { Save_einvoice(&shown); }});
         report::Show(*r);
     });
+}
+
+// The invoice as it prints: none, after telling why, when the paper or the settings do
+// not allow it.
+std::unique_ptr<report::Report> frmAddInv::Invoice_report()
+{
+    SettingsRecord& s = settings;
+    if (!s.Logopath.isEmpty() && !QFileInfo::exists(s.Logopath)) {
+        MsgBox(QStringLiteral("Logo cannot be found"), vbInformation, QStringLiteral("Logo!"));
+        s.Logopath.clear(); // in memory only, until the settings are read again
+    }
+    const int paper = paperSize();
+    if (paper != vbPRPSLetter && paper != vbPRPSA4) {
+        MsgBox(QStringLiteral("Please change the paper size on your printer to 'Letter' or 'A4'"), vbExclamation,
+               QStringLiteral("Change Paper Size"));
+        return nullptr;
+    }
+    const AddressBlocks blocks = customerAddresses(Cust_lbl->text());
+    const QString contact = contactBlock();
+    QString taxLine;
+    if (s.TaxEnabled == 1)
+        taxLine = s.TaxName.trimmed() + QStringLiteral(" No: ") + s.TaxNo.trimmed();
+
+    // The number goes in as it stands: one with an apostrophe breaks the command, and
+    // the report then has no source.
+    std::shared_ptr<ShapeRecordset> source;
+    Open_shape(QStringLiteral("SHAPE {SELECT * FROM invoices where invno = '") + Inv_lbl->text() +
+                   QStringLiteral("'} "),
+               source);
+
+    const int type = QStringList{"1", "2", "3", "4", "5", "6"}.indexOf(s.InvoiceType) + 1;
+    if (type == 0)
+        return nullptr;
+    std::unique_ptr<report::Report> r = Invoice_layout(type);
+    if (paper == vbPRPSA4)
+        Adjust_for_A4(*r);
+    if (!source)
+        throw VbError(err::ObjectClosed);
+    r->setDataSource(source);
+    r->documentName = Inv_lbl->text().trimmed();
+    fillHeading(*r, type, blocks.billing, blocks.shipping, contact, taxLine);
+    fillLines(*r);
+    fillTotals(*r);
+    fillDataBlock(*r, type);
+    fillTermsAndLogo(*r);
+    return r;
 }
 
 // The company, the customer's addresses and the captions that follow the settings.

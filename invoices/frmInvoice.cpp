@@ -14,6 +14,7 @@
 #include "store/Opener.h"
 #include "store/Recordset.h"
 
+#include <QAction>
 #include <QPushButton>
 
 using namespace platform;
@@ -131,6 +132,13 @@ frmInvoice::frmInvoice(QWidget* parent) : QDialog(parent)
                        listedInvoice},
                       QStringLiteral("INVNO"));
 
+    // Beside the Part's commands, on the list's own menu: the selected invoice as an e-invoice.
+    auto* eInvoice = new QAction(QStringLiteral("Save as e-invoice\u2026"), Inv_lst);
+    eInvoice->setObjectName(QStringLiteral("mnuEInvoice"));
+    Inv_lst->addAction(eInvoice);
+    Inv_lst->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(eInvoice, &QAction::triggered, this, &frmInvoice::SaveEInvoice);
+
     InvoiceSaved = 0;
     Load_list();
 }
@@ -200,6 +208,18 @@ void frmInvoice::OpenInvoice()
     }
     if (InvoiceSaved == 1)
         Changed_Inv();
+}
+
+// The selected invoice through its window, unseen, as the window saves it.
+void frmInvoice::SaveEInvoice()
+{
+    const int row = rules_->selected();
+    if (row < 0)
+        return;
+    OpenInvoiceNo = Inv_lst->text(row, InvNo);
+    EditInvoiceMode = 1;
+    frmAddInv window(this);
+    window.Save_einvoice();
 }
 
 void frmInvoice::DeleteInvoice()

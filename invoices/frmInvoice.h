@@ -24,6 +24,7 @@ public:
     void Delete_item();
     void Toolbar1_ButtonClick(int place);
     void OpenInvoice();
+    void SaveEInvoice();
     void DeleteInvoice();
 
     ListRules* rules() const { return rules_; }

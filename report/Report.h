@@ -71,6 +71,15 @@ public:
     // The fields its controls show or sum, for its source to read those alone.
     QStringList boundFields() const;
 
+    // Further ways out the preview offers beside printing and saving a PDF, such as an
+    // invoice's e-invoice: a button each, given the report shown.
+    struct Command {
+        QString caption;
+        QString name; // the button's object name
+        std::function<void(const Report&)> run;
+    };
+    std::vector<Command> commands;
+
     void setDataSource(std::shared_ptr<ShapeRecordset> source) { source_ = std::move(source); }
     const std::shared_ptr<ShapeRecordset>& dataSource() const { return source_; }
 

@@ -68,6 +68,12 @@ ReportPreview::ReportPreview(const Layout& layout, QWidget* parent) : QDialog(pa
     close->setObjectName(QStringLiteral("Close_cmd"));
     bar->addWidget(print);
     bar->addWidget(pdf);
+    for (const Report::Command& command : layout.report().commands) {
+        auto* button = new QPushButton(command.caption, this);
+        button->setObjectName(command.name);
+        bar->addWidget(button);
+        connect(button, &QPushButton::clicked, this, [this, run = command.run] { run(layout_.report()); });
+    }
     bar->addWidget(new QLabel(QStringLiteral("Zoom:"), this));
     bar->addWidget(zoom_);
     bar->addStretch();

@@ -337,13 +337,18 @@ bool Layout::print(QPagedPaintDevice& device) const
 bool Layout::writePdf(const QString& path) const
 {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    QPdfWriter writer(&file);
+    return file.open(QIODevice::WriteOnly) && writePdf(file) && file.commit();
+}
+
+bool Layout::writePdf(QIODevice& device, bool archival) const
+{
+    QPdfWriter writer(&device);
     writer.setResolution(600);
     writer.setTitle(report_.title);
     writer.setCreator(QStringLiteral("Velk Invoice"));
-    return print(writer) && file.commit();
+    if (archival)
+        writer.setPdfVersion(QPagedPaintDevice::PdfVersion_A1b);
+    return print(writer);
 }
 
 } // namespace report

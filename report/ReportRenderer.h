@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+class QIODevice;
 class QPagedPaintDevice;
 class QPainter;
 
@@ -49,6 +50,9 @@ public:
     bool print(QPagedPaintDevice& device) const;
     // False when the file could not be written whole.
     bool writePdf(const QString& path) const;
+    // To a device; archival: PDF/A, every font embedded whole, for documents that must
+    // stand on their own for years (the e-invoice's page).
+    bool writePdf(QIODevice& device, bool archival = false) const;
 
 private:
     void build();

@@ -1,10 +1,11 @@
-#include "einvoice/CommandLine.h"
 #include "platform/Activation.h"
 #include "platform/Icons.h"
 #include "platform/Palette.h"
 #include "platform/Platform.h"
+#include "platform/ProgramFolder.h"
 #include "platform/Shortcuts.h"
 #include "platform/Window.h"
+#include "shell/EInvoiceCommand.h"
 #include "shell/Opener.h"
 #include "shell/frmMain.h"
 #include "store/Errors.h"
@@ -38,9 +39,12 @@ public:
 int main(int argc, char** argv)
 {
     platform::keepFreedMemory();
-    if (einvoice::isEInvoiceCommand(QStringList(argv, argv + argc))) {
-        QCoreApplication headless(argc, argv);
-        return einvoice::runEInvoiceCommand(headless.arguments(), plainConnectionString());
+    if (isEInvoiceCommand(QStringList(argv, argv + argc))) {
+        // Headless: the invoice's page is drawn without a screen.
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        QApplication headless(argc, argv);
+        return runEInvoiceCommand(headless.arguments(), platform::programFile(QStringLiteral("data.mdb")));
     }
     Application app(argc, argv);
     app.setApplicationName(QStringLiteral("Velk Invoice"));

@@ -2,22 +2,30 @@
 
 #include "TestUi.h"
 
-#include "einvoice/CommandLine.h"
 #include "einvoice/EInvoice.h"
+#include "invoices/frmAddInv.h"
+#include "invoices/frmInvoice.h"
+#include "report/Report.h"
+#include "shell/EInvoiceCommand.h"
 #include "shell/frmMain.h"
 #include "store/Database.h"
 #include "store/EInvoiceData.h"
 #include "store/Errors.h"
+#include "store/Globals.h"
+#include "store/ListView.h"
 #include "store/Recordset.h"
 #include "store/Schema.h"
 
+#include <QAction>
 #include <QProcess>
+#include <QRadioButton>
 #include <QtTest>
 
 namespace
 {
 
 using namespace einvoice;
+using namespace platform;
 
 Invoice sample(int lines)
 {
@@ -68,6 +76,65 @@ Q_DECLARE_METATYPE(einvoice::Invoice)
 class EInvoiceTest : public QObject
 {
     Q_OBJECT
+
+    // The program started for a German seller with its e-invoicing data, and invoice INV7 for
+    // customer C1 saved through the invoice window: lines of 1.23 and 2.46 taxed at 19 %,
+    // less the discount given in percent.
+    static std::unique_ptr<frmMain> withInvoice(TestUi& ui, int discountPercent)
+    {
+        auto main = startProgram(ui, {{"BusinessName", "Velk Test GmbH"},
+                                      {"Address", "Hauptstr. 1\nBerlin"},
+                                      {"TaxEnabled", 1},
+                                      {"TaxAmount", 19.0},
+                                      {"TaxName", "VAT"},
+                                      {"TaxNo", "DE123456789"},
+                                      {"Currency", QString::fromUtf8("€")},
+                                      {"InvoiceType", "1"},
+                                      {"ConfirmAll", 1}});
+        {
+            auto db = Database::open(ui.file("data.mdb"));
+            for (const auto& [name, value] : {std::pair{"Country", "DE"},
+                                              {"VatId", "DE123456789"},
+                                              {"Currency", "EUR"},
+                                              {"IBAN", "DE89370400440532013000"},
+                                              {"PaymentTerms", "30 days net"}})
+                setEInvoiceSetting(*db, name, value);
+            setEInvoiceCustomerValue(*db, "C1", "Country", "DE");
+        }
+        addRow("Customers", {{"CustID", "C1"},
+                             {"LastName", QString::fromUtf8("Kunde & Söhne")},
+                             {"Address", "Ringstr. 5"},
+                             {"City", "Hamburg"},
+                             {"Postcode", "20095"}});
+        addRow("Invoices", {{"InvNo", "INV7"},
+                            {"Date", QDate(2026, 11, 20)},
+                            {"CustNo", "C1"},
+                            {"CustomerName", QString::fromUtf8("Kunde & Söhne")},
+                            {"DiscountPercentage", discountPercent},
+                            {"TaxPer", 19.0}});
+        for (const auto& [description, ticks] : {std::pair{"Bolt", 12300}, {"Nut", 24600}})
+            addRow("InvoiceD", {{"InvNo", "INV7"},
+                                {"Qty", 1},
+                                {"Description", description},
+                                {"Amount", Currency::fromTicks(ticks)},
+                                {"Total", Currency::fromTicks(ticks)},
+                                {"Taxable", 1}});
+        EditInvoiceMode = 1;
+        OpenInvoiceNo = "INV7";
+        frmAddInv w;
+        click(w, "update_cmd"); // the window's own figures, saved
+        EditInvoiceMode = 1;
+        OpenInvoiceNo = "INV7";
+        return main;
+    }
+
+    static void chooseFormat(TestUi& ui, const QString& option)
+    {
+        ui.onModal("frmSaveEInvoice", [option](QDialog& d) {
+            d.findChild<QRadioButton*>(option)->setChecked(true);
+            return int(QDialog::Accepted);
+        });
+    }
 
     // A file with one of the existing tables, as an older program left it.
     static QString olderFile(TestUi& ui, int version)
@@ -165,86 +232,149 @@ private slots:
         QCOMPARE(validatorVerdict(file), QString());
     }
 
-    // A saved invoice in a data file, written out by the command line form.
-    void commandLineWritesSavedInvoice_data()
+    // Made from the invoice window, as the user does: the format asked, the file offered as
+    // the invoice's number, and the result passing the official rules. A Factur-X file
+    // carries the XML as its data and says so in its metadata, its page is the invoice.
+    void windowSavesEInvoice_data()
     {
-        QTest::addColumn<qint64>("vat");
-        QTest::addColumn<int>("status");
-        QTest::newRow("printed figures hold") << qint64(7000) << 0;      // 0.70 on 3.69 at 19 %
-        QTest::newRow("summed line taxes refused") << qint64(7100) << 1; // no file then
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<QString>("file");
+        QTest::newRow("Factur-X") << "FacturX_opt"
+                                  << "INV7.pdf";
+        QTest::newRow("XML") << "Cii_opt"
+                             << "INV7.xml";
     }
-    void commandLineWritesSavedInvoice()
+    void windowSavesEInvoice()
     {
-        QFETCH(qint64, vat);
+        QFETCH(QString, option);
+        QFETCH(QString, file);
+        TestUi ui;
+        auto main = withInvoice(ui, 0);
+        const QString path = ui.file(file);
+        chooseFormat(ui, option);
+        ui.expectSave(path);
+        {
+            // Factur-X from the print preview's button, the XML from the invoice list's menu.
+            if (option == "FacturX_opt") {
+                frmAddInv w;
+                w.Print_Invoice();
+                QCOMPARE(ui.reports.size(), 1);
+                const report::Report& shown = *ui.reports[0].report;
+                QCOMPARE(shown.commands.size(), size_t(1));
+                QCOMPARE(shown.commands[0].name, "EInvoice_cmd");
+                QCOMPARE(shown.commands[0].caption, QString::fromUtf8("Save as &e-invoice…"));
+                shown.commands[0].run(shown);
+            } else {
+                frmInvoice list;
+                auto* rows = list.findChild<ListView*>("Inv_lst");
+                QCOMPARE(rows->text(0, 0), "INV7");
+                rows->selectRow(0);
+                auto* command = list.findChild<QAction*>("mnuEInvoice");
+                QCOMPARE(command->text(), QString::fromUtf8("Save as e-invoice…"));
+                command->trigger();
+            }
+        }
+        QCOMPARE(QFileInfo(ui.dialogs.last().fileName).fileName(), file);
+        QCOMPARE(validatorVerdict(keep("window-" + file, fileBytes(path))), QString());
+        if (file.endsWith(".pdf")) {
+            QVERIFY(runTool("qpdf", {"--list-attachments", path}).contains("factur-x.xml"));
+            const QString inside = runTool("qpdf", {"--qdf", "--object-streams=disable", path, "-"});
+            QVERIFY(inside.contains("/AFRelationship /Data"));
+            QVERIFY(inside.contains(QRegularExpression("/AF \\[\\s*\\d+ 0 R\\s*\\]")));
+            QVERIFY(inside.contains("<pdfaid:part>3</pdfaid:part>"));
+            QVERIFY(inside.contains("<fx:ConformanceLevel>EN 16931</fx:ConformanceLevel>"));
+            const QString page = pdfText(path).simplified();
+            QVERIFY2(page.contains("INVOICE - INV7"), qPrintable(page));
+            QVERIFY2(page.contains(QString::fromUtf8("Total €4.39")), qPrintable(page)); // 3.69 and 0.70 tax
+        } else {
+            QVERIFY(fileBytes(path).contains("<ram:GrandTotalAmount>4.39</ram:GrandTotalAmount>"));
+        }
+        VERIFY_UI(ui);
+    }
+
+    // An invoice whose discount the printed tax ignores: the rule and the amounts are told;
+    // No writes nothing, Yes writes a corrected document whose page shows the norm's figures.
+    void conflictIsAskedAndCorrected_data()
+    {
+        QTest::addColumn<int>("answer");
+        QTest::newRow("cancelled") << int(vbNo);
+        QTest::newRow("issued corrected") << int(vbYes);
+    }
+    void conflictIsAskedAndCorrected()
+    {
+        QFETCH(int, answer);
+        TestUi ui;
+        auto main = withInvoice(ui, 10);
+        const QString path = ui.file("INV7.pdf");
+        chooseFormat(ui, "FacturX_opt");
+        ui.expectBox("Save as e-invoice",
+                     "Invoice INV7 cannot be an EN 16931 e-invoice with its own figures.\n\nBR-S-08: the discount "
+                     "of 0.37 lowers the taxed base to 3.32, so the tax at 19.00 % is 0.63; the invoice shows tax "
+                     "of 0.70 on the amount before the discount.\n\nIssue it as a corrected document with the "
+                     "figures EN 16931 gives? Its page will show the same figures as its data.",
+                     answer);
+        if (answer == vbYes)
+            ui.expectSave(path);
+        {
+            frmAddInv w;
+            w.Save_einvoice();
+        }
+        QCOMPARE(QFileInfo::exists(path), answer == vbYes);
+        if (answer == vbYes) {
+            QCOMPARE(validatorVerdict(keep("window-corrected-INV7.pdf", fileBytes(path))), QString());
+            const QString page = pdfText(path).simplified();
+            QVERIFY2(page.contains(QString::fromUtf8("VAT @ 19% €0.63")) &&
+                         page.contains(QString::fromUtf8("Balance Due €3.95")),
+                     qPrintable(page)); // 3.32 + 0.63
+        }
+        VERIFY_UI(ui);
+    }
+
+    // Only a saved invoice: a new one, not yet in the file, is refused with a reason.
+    void unsavedInvoiceRefused()
+    {
+        TestUi ui;
+        auto main = withInvoice(ui, 0);
+        EditInvoiceMode = 0;
+        ui.expectBox("Save as e-invoice",
+                     "Please save the invoice first: the e-invoice is made from the invoice as saved.");
+        frmAddInv w;
+        w.Save_einvoice();
+        VERIFY_UI(ui);
+    }
+
+    // The command line form: both formats; a conflict refused unless --corrected.
+    void commandLine_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<int>("discount");
+        QTest::addColumn<bool>("corrected");
+        QTest::addColumn<int>("status");
+        QTest::newRow("cii") << "cii" << 0 << false << 0;
+        QTest::newRow("facturx") << "facturx" << 0 << false << 0;
+        QTest::newRow("conflict refused") << "facturx" << 10 << false << 1;
+        QTest::newRow("conflict corrected") << "cii" << 10 << true << 0;
+        QTest::newRow("unknown format") << "ubl" << 0 << false << 2;
+    }
+    void commandLine()
+    {
+        QFETCH(QString, format);
+        QFETCH(int, discount);
+        QFETCH(bool, corrected);
         QFETCH(int, status);
         TestUi ui;
-        const QString path = ui.file("data.mdb");
-        frmMain w;
-        w.MDIForm_Load(); // builds an empty data file with its settings row
-        const QString cs = QStringLiteral("Data Source='%1';").arg(path);
-        auto add = [&](const char* table, const QList<QPair<QString, Value>>& fields) {
-            Recordset rs;
-            rs.open(table, cs, Recordset::adLockPessimistic);
-            rs.addNew();
-            for (const auto& f : fields)
-                rs.setField(f.first, f.second);
-            rs.update();
-        };
-        {
-            Recordset system;
-            system.open("System", cs, Recordset::adLockPessimistic);
-            system.addNew();
-            // A new file has no settings row until the setup wizard writes one.
-            for (const ColumnDef& c : schemaTable("System")->columns)
-                if (!c.nullable && c.type == ColumnType::Text)
-                    system.setField(c.name, QString());
-            system.setField("BusinessName", "Velk Test GmbH");
-            system.setField("Address", "Hauptstr. 1\nBerlin");
-            system.update();
-        }
-        add("Customers", {{"CustID", "C1"}, {"Address", "Ringstr. 5"}, {"City", "Hamburg"}, {"Postcode", "20095"}});
-        add("Invoices", {{"InvNo", "INV7"},
-                         {"Date", QDate(2026, 11, 20)},
-                         {"CustNo", "C1"},
-                         {"CustomerName", QString::fromUtf8("Kunde & Söhne")},
-                         {"Subtotal", Currency::fromTicks(36900)},
-                         {"Vat", Currency::fromTicks(vat)},
-                         {"Total", Currency::fromTicks(36900 + vat)},
-                         {"TaxPer", 19.0}});
-        add("InvoiceD", {{"InvNo", "INV7"},
-                         {"Qty", 1},
-                         {"Description", "Bolt"},
-                         {"Amount", Currency::fromTicks(12300)},
-                         {"Total", Currency::fromTicks(12300)},
-                         {"Taxable", 1}});
-        add("InvoiceD", {{"InvNo", "INV7"},
-                         {"Qty", 0},
-                         {"Description", "Nut"},
-                         {"Amount", Currency::fromTicks(24600)},
-                         {"Total", Currency::fromTicks(24600)},
-                         {"Taxable", 1}});
-        {
-            auto db = Database::open(path);
-            for (const auto& [name, value] : {std::pair{"Country", "DE"},
-                                              {"VatId", "DE123456789"},
-                                              {"Currency", "EUR"},
-                                              {"IBAN", "DE89370400440532013000"},
-                                              {"PaymentTerms", "30 days net"}})
-                setEInvoiceSetting(*db, name, value);
-            setEInvoiceCustomerValue(*db, "C1", "Country", "DE");
-        }
-        const QString out = ui.file("INV7.xml");
-        QCOMPARE(
-            einvoice::runEInvoiceCommand({"velk-invoice", "--einvoice", "INV7", "--format", "cii", "--out", out}, cs),
-            status);
+        auto main = withInvoice(ui, discount);
+        const QString out = ui.file("out." + format);
+        QStringList args{"velk-invoice", "--einvoice", "INV7", "--format", format, "--out", out};
+        if (corrected)
+            args << "--corrected";
+        QCOMPARE(runEInvoiceCommand(args, ui.file("data.mdb")), status);
         QCOMPARE(QFileInfo::exists(out), status == 0);
-        if (status == 0) {
-            const QByteArray xml = fileBytes(out);
-            QVERIFY(xml.contains("<ram:BilledQuantity unitCode=\"C62\">1</ram:BilledQuantity>"));
-            QVERIFY(xml.contains("<udt:DateTimeString format=\"102\">20261120</udt:DateTimeString>"));
-            QVERIFY(xml.contains("Kunde &amp; Söhne"));
-            QCOMPARE(validatorVerdict(keep("cli-INV7.xml", xml)), QString());
-        }
+        if (status == 0)
+            QCOMPARE(validatorVerdict(keep("cli-" + QString::fromLatin1(QTest::currentDataTag()).replace(' ', '-') +
+                                               (format == "cii" ? ".xml" : ".pdf"),
+                                           fileBytes(out))),
+                     QString());
     }
 
     // A file from before the side tables gains them on opening, in one step, and keeps
