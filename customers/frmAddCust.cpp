@@ -1,6 +1,8 @@
 #include "customers/frmAddCust.h"
 
+#include "einvoice/frmEInvoicing.h"
 #include "platform/Activation.h"
+#include "platform/Controls.h"
 #include "platform/DateBox.h"
 #include "platform/Keys.h"
 #include "platform/MemoBox.h"
@@ -79,6 +81,19 @@ frmAddCust::frmAddCust(QWidget* parent) : QDialog(parent)
     connectEvents();
     setPrompts();
     openCustomer();
+    addEInvoicing();
+}
+
+// Beside "Customize", made last so that the Tab order of the rest stays: the customer's
+// e-invoicing values, kept under the number the record shows.
+void frmAddCust::addEInvoicing()
+{
+    EInvoicing_cmd = platform::button(QStringLiteral("EInvoicing_cmd"), QStringLiteral("E-invoi&cing..."), this);
+    commands_->insertWidget(1, EInvoicing_cmd);
+    connect(EInvoicing_cmd, &QPushButton::clicked, this, [this] {
+        einvoice::frmEInvoicing window(custid_lbl->text().trimmed(), this);
+        showModal(window);
+    });
 }
 
 // The customer's fields, billing address beside delivery address.
@@ -208,7 +223,7 @@ void frmAddCust::buildHistory(QVBoxLayout* layout)
 
 void frmAddCust::buildCommands(QVBoxLayout* layout)
 {
-    auto* buttons = new QHBoxLayout;
+    auto* buttons = commands_ = new QHBoxLayout;
     Customize_cmd = new QPushButton(QStringLiteral("Customize"), this);
     Customize_cmd->setObjectName(QStringLiteral("Customize_cmd"));
     buttons->addWidget(Customize_cmd);

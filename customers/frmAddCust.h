@@ -8,6 +8,7 @@
 class MemoBox;
 class QDateEdit;
 class QGroupBox;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -54,6 +55,7 @@ private:
     void connectEvents();
     void setPrompts();
     void openCustomer();
+    void addEInvoicing();
 
     QLineEdit* line(const char* name, int maxLength);
     void unload();
@@ -73,6 +75,8 @@ private:
     MemoBox* Notes_txt;
     QPushButton *Save_cmd, *exit_cmd, *Customize_cmd, *copy_cmd;
     QPushButton *Add_cmd, *Edit_cmd, *Delete_cmd;
+    QPushButton* EInvoicing_cmd;
+    QHBoxLayout* commands_;
     QLabel *help_lbl, *Total_lbl;
     QGroupBox* inv_frame;
     QTreeWidget* Inv_lst;

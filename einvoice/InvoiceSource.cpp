@@ -1,5 +1,7 @@
 #include "einvoice/InvoiceSource.h"
 
+#include "einvoice/Fields.h"
+
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/EInvoiceData.h"
@@ -75,13 +77,19 @@ Invoice loadInvoice(const QString& connectionString, const QString& invNo, Print
     inv.seller.name = text(system.field("BusinessName"));
     inv.seller.street = address.value(0).trimmed();
     inv.seller.city = address.value(1).trimmed();
+    // Unset, the currency and the country follow the sign the setup wizard's country chose.
+    const QString sign = text(system.field("Currency")).trimmed();
     inv.seller.country = eInvoiceSetting(db, QStringLiteral("Country"));
+    if (inv.seller.country.isEmpty())
+        inv.seller.country = defaultCountryCode(sign);
     inv.seller.vatId = eInvoiceSetting(db, QStringLiteral("VatId"));
     inv.seller.legalId = eInvoiceSetting(db, QStringLiteral("LegalId"));
     inv.seller.electronicAddress = eInvoiceSetting(db, QStringLiteral("ElectronicAddress"));
     inv.iban = eInvoiceSetting(db, QStringLiteral("IBAN"));
     inv.bic = eInvoiceSetting(db, QStringLiteral("BIC"));
     inv.currency = eInvoiceSetting(db, QStringLiteral("Currency"));
+    if (inv.currency.isEmpty())
+        inv.currency = defaultCurrencyCode(sign);
     inv.paymentTerms = eInvoiceSetting(db, QStringLiteral("PaymentTerms"));
     const QString untaxed = eInvoiceSetting(db, QStringLiteral("UntaxedCategory"));
     if (!untaxed.isEmpty())

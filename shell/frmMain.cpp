@@ -4,6 +4,7 @@
 #include "customers/frmCustomer.h"
 #include "customers/frmsearchCust.h"
 #include "debtors/frmDebtor.h"
+#include "einvoice/frmEInvoicing.h"
 #include "help/Help_frm.h"
 #include "help/frmBrowser.h"
 #include "invoices/frmInvoice.h"
@@ -108,6 +109,10 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
     offerImport();
     connect(tools, &QMenu::aboutToShow, this, offerImport);
     connect(import, &QAction::triggered, this, [] { safety::mnuImport(); });
+    connect(action(tools, "mnuEInvoicing", QStringLiteral("&E-invoicing")), &QAction::triggered, this, [this] {
+        einvoice::frmEInvoicing window(QString(), this);
+        showModal(window);
+    });
 
     auto* bar = new QToolBar(QStringLiteral("Toolbar1"), this);
     bar->setObjectName(QStringLiteral("Toolbar1"));

@@ -2,12 +2,15 @@
 
 #include "TestUi.h"
 
+#include "customers/frmAddCust.h"
 #include "einvoice/EInvoice.h"
+#include "einvoice/EInvoiceFile.h"
 #include "invoices/frmAddInv.h"
 #include "invoices/frmInvoice.h"
 #include "report/Report.h"
 #include "shell/EInvoiceCommand.h"
 #include "shell/frmMain.h"
+#include "store/Connection.h"
 #include "store/Database.h"
 #include "store/EInvoiceData.h"
 #include "store/Errors.h"
@@ -17,6 +20,9 @@
 #include "store/Schema.h"
 
 #include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QProcess>
 #include <QRadioButton>
 #include <QtTest>
@@ -375,6 +381,117 @@ private slots:
                                                (format == "cii" ? ".xml" : ".pdf"),
                                            fileBytes(out))),
                      QString());
+    }
+
+    // Tools > E-invoicing: the currency and country follow the wizard's sign until set;
+    // what is entered is kept, tidied, and read back into the next e-invoice.
+    void sellerDialog()
+    {
+        TestUi ui;
+        auto main = startProgram(ui, {{"BusinessName", "Shop"}, {"Currency", QString::fromUtf8("£")}});
+        QStringList shown;
+        ui.onModal("frmEInvoicing", [&shown](QDialog& d) {
+            shown << d.windowTitle() << d.findChild<QLineEdit*>("Currency_txt")->text()
+                  << d.findChild<QLineEdit*>("Country_txt")->text();
+            d.findChild<QLineEdit*>("IBAN_txt")->setText(" gb82 west 1234 5698 7654 32 ");
+            d.findChild<QLineEdit*>("VatId_txt")->setText("gb123456789");
+            d.findChild<QLineEdit*>("PaymentTerms_txt")->setText("Net 30 days");
+            auto* untaxed = d.findChild<QComboBox*>("Untaxed_cbo");
+            untaxed->setCurrentIndex(untaxed->findData("AE"));
+            d.findChild<QCheckBox*>("QrCode_chk")->setChecked(true);
+            click(d, "OK_cmd");
+            return d.result();
+        });
+        main->findChild<QAction*>("mnuEInvoicing")->trigger();
+        QCOMPARE(shown, (QStringList{"E-invoicing", "GBP", "GB"}));
+        auto db = Database::open(ui.file("data.mdb"));
+        const QList<std::pair<QString, QString>> kept{
+            {"IBAN", "GB82WEST12345698765432"}, {"VatId", "GB123456789"},  {"Currency", "GBP"}, {"Country", "GB"},
+            {"PaymentTerms", "Net 30 days"},    {"UntaxedCategory", "AE"}, {"QrCode", "1"},     {"BIC", ""}};
+        for (const auto& [name, value] : kept)
+            QCOMPARE(eInvoiceSetting(*db, name), value);
+        VERIFY_UI(ui);
+    }
+
+    // A value that cannot be right is named and nothing is written; the window stays.
+    void sellerDialogRefuses_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("entered");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("IBAN check digits") << "IBAN_txt"
+                                           << "DE89370400440532013001"
+                                           << "This IBAN is not valid: its check digits do not match. Write it "
+                                              "without blanks.";
+        QTest::newRow("country") << "Country_txt"
+                                 << "D"
+                                 << "The country code is two capital letters, as DE or FR.";
+        QTest::newRow("currency") << "Currency_txt"
+                                  << "EU"
+                                  << "The currency code is three capital letters, as EUR.";
+        QTest::newRow("BIC") << "BIC_txt"
+                             << "COBADEF"
+                             << "The BIC has 8 or 11 letters and digits, as COBADEFFXXX.";
+        QTest::newRow("VAT identifier") << "VatId_txt"
+                                        << "123456789"
+                                        << "The VAT identifier starts with its country's two letters, as "
+                                           "DE123456789.";
+        QTest::newRow("electronic address") << "ElectronicAddress_txt"
+                                            << "invoices at shop"
+                                            << "The electronic address is an e-mail address, as "
+                                               "invoices@example.com.";
+        QTest::newRow("exempt without reason") << "Untaxed_cbo"
+                                               << "E"
+                                               << "Exempt lines need the reason for the exemption.";
+    }
+    void sellerDialogRefuses()
+    {
+        QFETCH(QString, box);
+        QFETCH(QString, entered);
+        QFETCH(QString, message);
+        TestUi ui;
+        auto main = startProgram(ui, {{"BusinessName", "Shop"}});
+        ui.expectBox("E-invoicing", message);
+        ui.onModal("frmEInvoicing", [&](QDialog& d) {
+            if (auto* combo = d.findChild<QComboBox*>(box))
+                combo->setCurrentIndex(combo->findData(entered));
+            else
+                d.findChild<QLineEdit*>(box)->setText(entered);
+            d.findChild<QLineEdit*>("PaymentTerms_txt")->setText("Net 30 days");
+            click(d, "OK_cmd");
+            return d.result();
+        });
+        main->findChild<QAction*>("mnuEInvoicing")->trigger();
+        QCOMPARE(Database::open(ui.file("data.mdb"))->texts("SELECT count(*) FROM EInvoiceSettings"), QStringList{"0"});
+        VERIFY_UI(ui);
+    }
+
+    // The customer record's button: that customer's values, into the buyer of its e-invoices.
+    void customerDialog()
+    {
+        TestUi ui;
+        auto main = withInvoice(ui, 0);
+        QStringList shown;
+        ui.onModal("frmEInvoicing", [&shown](QDialog& d) {
+            shown << d.windowTitle() << d.findChild<QLineEdit*>("Country_txt")->text()
+                  << (d.findChild<QLineEdit*>("IBAN_txt") ? "IBAN" : "no IBAN");
+            d.findChild<QLineEdit*>("BuyerReference_txt")->setText("04011000-12345-34");
+            d.findChild<QLineEdit*>("ElectronicAddress_txt")->setText("ap@kunde.example");
+            click(d, "OK_cmd");
+            return d.result();
+        });
+        NewCustomerMode = 0;
+        SelectedCustID = "C1";
+        {
+            frmAddCust record;
+            click(record, "EInvoicing_cmd");
+        }
+        QCOMPARE(shown, (QStringList{"E-invoicing - C1", "DE", "no IBAN"}));
+        const Document doc = readDocument(ConnectionString, "INV7");
+        QCOMPARE(doc.invoice.buyerReference, "04011000-12345-34");
+        QCOMPARE(doc.invoice.buyer.electronicAddress, "ap@kunde.example");
+        QVERIFY(toCii(doc.invoice).contains("<ram:BuyerReference>04011000-12345-34</ram:BuyerReference>"));
+        VERIFY_UI(ui);
     }
 
     // A file from before the side tables gains them on opening, in one step, and keeps
