@@ -11,7 +11,7 @@ cd "$(dirname "$0")"
 packages=(g++ cmake make pkg-config ccache qt6-base-dev libsqlite3-dev poppler-utils
           libgl-dev qt6-qpa-plugins fonts-dejavu-core clang-format
           libqt6svg6 desktop-file-utils appstream dpkg dpkg-dev file sqlite3 qt6-webengine-dev
-          libsaxonhe-java default-jre-headless libxml2-utils libqpdf-dev qpdf icc-profiles-free)
+          libsaxonhe-java default-jre-headless libxml2-utils libqpdf-dev qpdf libqrencode-dev zbar-tools)
 
 if [ "${1:-}" = packages ]; then
   echo "${packages[@]}"

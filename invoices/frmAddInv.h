@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <array>
 #include <memory>
+#include <optional>
 
 class ListRules;
 class MemoBox;
@@ -100,6 +101,7 @@ private:
     void fillTotals(report::Report& r);
     void fillDataBlock(report::Report& r, int type);
     void fillTermsAndLogo(report::Report& r);
+    void fillPaymentCode(report::Report& r, std::optional<qint64> dueCents = std::nullopt);
 
     qint16 CurrentLine = 0;
     bool unloaded_ = false;

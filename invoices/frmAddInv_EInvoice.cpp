@@ -3,6 +3,7 @@
 // as it prints.
 
 #include "einvoice/EInvoiceFile.h"
+#include "einvoice/PaymentCode.h"
 #include "einvoice/frmSaveEInvoice.h"
 #include "invoices/frmAddInv.h"
 #include "platform/Platform.h"
@@ -49,11 +50,21 @@ void showNormFigures(report::Report& page, const einvoice::Document& d)
 
 } // namespace
 
+// The "scan to pay" code for the balance due, where the seller has it printed.
+void frmAddInv::fillPaymentCode(report::Report& r, std::optional<qint64> dueCents)
+{
+    if (const auto payee = einvoice::printedPayee(settings.BusinessName.trimmed(), settings.Currency.trimmed()))
+        einvoice::placePaymentCode(r, *payee, dueCents.value_or(shownCents(Balance_txt->text())),
+                                   Inv_lbl->text().trimmed());
+}
+
 std::unique_ptr<report::Report> frmAddInv::EInvoice_page(const einvoice::Document& d, const report::Report* shown)
 {
     std::unique_ptr<report::Report> page = shown ? std::make_unique<report::Report>(*shown) : Invoice_report();
-    if (page && !d.conflict.isEmpty())
+    if (page && !d.conflict.isEmpty()) {
         showNormFigures(*page, d);
+        fillPaymentCode(*page, d.totals().dueCents);
+    }
     return page;
 }
 

@@ -133,6 +133,7 @@ std::unique_ptr<report::Report> frmAddInv::Invoice_report()
     fillTotals(*r);
     fillDataBlock(*r, type);
     fillTermsAndLogo(*r);
+    fillPaymentCode(*r);
     return r;
 }
 

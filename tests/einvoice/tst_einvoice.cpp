@@ -5,6 +5,7 @@
 #include "customers/frmAddCust.h"
 #include "einvoice/EInvoice.h"
 #include "einvoice/EInvoiceFile.h"
+#include "einvoice/PaymentCode.h"
 #include "invoices/frmAddInv.h"
 #include "invoices/frmInvoice.h"
 #include "report/Report.h"
@@ -381,6 +382,72 @@ private slots:
                                                (format == "cii" ? ".xml" : ".pdf"),
                                            fileBytes(out))),
                      QString());
+    }
+
+    // The printed invoice carries the "scan to pay" code, read back from the page by a
+    // scanner as exactly the EPC text; only when switched on, in euro, with an IBAN, and
+    // something due.
+    void paymentCodeOnThePage_data()
+    {
+        QTest::addColumn<QString>("qrCode");
+        QTest::addColumn<QString>("currency");
+        QTest::addColumn<QString>("iban");
+        QTest::addColumn<bool>("printed");
+        QTest::newRow("on, euro, IBAN") << "1"
+                                        << "EUR"
+                                        << "DE89370400440532013000" << true;
+        QTest::newRow("switched off") << "0"
+                                      << "EUR"
+                                      << "DE89370400440532013000" << false;
+        QTest::newRow("pounds") << "1"
+                                << "GBP"
+                                << "GB82WEST12345698765432" << false;
+        QTest::newRow("no IBAN") << "1"
+                                 << "EUR"
+                                 << "" << false;
+    }
+    void paymentCodeOnThePage()
+    {
+        QFETCH(QString, qrCode);
+        QFETCH(QString, currency);
+        QFETCH(QString, iban);
+        QFETCH(bool, printed);
+        TestUi ui;
+        auto main = withInvoice(ui, 0);
+        {
+            auto db = Database::open(ui.file("data.mdb"));
+            setEInvoiceSetting(*db, "QrCode", qrCode);
+            setEInvoiceSetting(*db, "Currency", currency);
+            setEInvoiceSetting(*db, "IBAN", iban);
+            setEInvoiceSetting(*db, "BIC", "COBADEFFXXX");
+        }
+        frmAddInv w;
+        w.Print_Invoice();
+        QCOMPARE(ui.reports.size(), 1);
+        const QString image = ui.file("page");
+        runTool("pdftoppm", {"-r", "300", "-png", "-singlefile", ui.reports[0].pdf, image});
+        const QString read = runTool("zbarimg", {"--raw", "-q", image + ".png"}).trimmed();
+        QCOMPARE(read, printed ? QString::fromUtf8("BCD\n002\n1\nSCT\nCOBADEFFXXX\nVelk Test GmbH\n"
+                                                   "DE89370400440532013000\nEUR4.39\n\n\nINV7")
+                               : QString());
+        // The notes keep their place and give the code their right end.
+        const report::Control& notes = ui.reports[0].report->control("Section2", "Notes_lbl");
+        QCOMPARE(notes.left, 1740);
+        QCOMPARE(notes.width, printed ? 5505 - 1100 - 60 : 5505);
+        VERIFY_UI(ui);
+    }
+
+    // The code's text follows EPC069-12 to the letter: long names cut at 70, amounts with
+    // two decimals and no separators, no trailing blank.
+    void paymentCodeText()
+    {
+        const Payee payee{QString(80, QChar(0x00e4)), "DE89370400440532013000", ""};
+        QCOMPARE(epcPayload(payee, 123456789, " INV/7 "), "BCD\n002\n1\nSCT\n\n" + QString(70, QChar(0x00e4)) +
+                                                              "\nDE89370400440532013000\nEUR1234567.89\n\n\nINV/7");
+        const QImage code = qrImage(epcPayload(payee, 1, "X"));
+        QCOMPARE(code.width(), code.height());
+        QCOMPARE(code.pixelColor(0, 0), QColor(Qt::white)); // the quiet zone
+        QCOMPARE(code.pixelColor(4, 4), QColor(Qt::black)); // a finder pattern's corner
     }
 
     // Tools > E-invoicing: the currency and country follow the wizard's sign until set;
