@@ -43,7 +43,8 @@ std::string pdfDate(const QDateTime& when)
 
 QByteArray facturXMetadata(const QString& title, const QDateTime& when)
 {
-    const QString stamp = when.toString(Qt::ISODate);
+    // With its offset, as the document information's dates carry it.
+    const QString stamp = when.toOffsetFromUtc(when.offsetFromUtc()).toString(Qt::ISODate);
     return QStringLiteral(
                R"(<?xpacket begin="" id="W5M0MpCehiHzreSzNTczkc9d"?>
 <x:xmpmeta xmlns:x="adobe:ns:meta/">
@@ -54,7 +55,6 @@ QByteArray facturXMetadata(const QString& title, const QDateTime& when)
 </rdf:Description>
 <rdf:Description rdf:about="" xmlns:dc="http://purl.org/dc/elements/1.1/">
 <dc:title><rdf:Alt><rdf:li xml:lang="x-default">%1</rdf:li></rdf:Alt></dc:title>
-<dc:creator><rdf:Seq><rdf:li>Velk Invoice</rdf:li></rdf:Seq></dc:creator>
 </rdf:Description>
 <rdf:Description rdf:about="" xmlns:pdf="http://ns.adobe.com/pdf/1.3/">
 <pdf:Producer>Velk Invoice</pdf:Producer>
@@ -110,6 +110,15 @@ QByteArray facturX(const QByteArray& pagePdf, const QByteArray& ciiXml, const QS
         metadata.replaceDict(QPDFObjectHandle::newDictionary(
             {{"/Type", QPDFObjectHandle::newName("/Metadata")}, {"/Subtype", QPDFObjectHandle::newName("/XML")}}));
         root.replaceKey("/Metadata", metadata);
+
+        // PDF/A wants the document information to say what the metadata says.
+        QPDFObjectHandle info = pdf.makeIndirectObject(
+            QPDFObjectHandle::newDictionary({{"/Title", QPDFObjectHandle::newUnicodeString(title.toStdString())},
+                                             {"/Creator", QPDFObjectHandle::newUnicodeString("Velk Invoice")},
+                                             {"/Producer", QPDFObjectHandle::newUnicodeString("Velk Invoice")},
+                                             {"/CreationDate", QPDFObjectHandle::newString(date)},
+                                             {"/ModDate", QPDFObjectHandle::newString(date)}}));
+        pdf.getTrailer().replaceKey("/Info", info);
 
         QPDFWriter writer(pdf);
         writer.setOutputMemory();

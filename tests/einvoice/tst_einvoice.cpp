@@ -290,6 +290,12 @@ private slots:
             QVERIFY(inside.contains(QRegularExpression("/AF \\[\\s*\\d+ 0 R\\s*\\]")));
             QVERIFY(inside.contains("<pdfaid:part>3</pdfaid:part>"));
             QVERIFY(inside.contains("<fx:ConformanceLevel>EN 16931</fx:ConformanceLevel>"));
+            // The document information agrees with the metadata, as PDF/A asks.
+            const QString info = runTool("pdfinfo", {path});
+            QVERIFY2(info.contains(QRegularExpression("Producer:\\s+Velk Invoice\\n")), qPrintable(info));
+            QVERIFY2(info.contains(QRegularExpression("Title:\\s+Invoice INV7\\n")), qPrintable(info));
+            QVERIFY(inside.contains("<xmp:CreateDate>2026-11-22T10:30:15"));
+            QVERIFY(inside.contains("/OutputIntents"));
             const QString page = pdfText(path).simplified();
             QVERIFY2(page.contains("INVOICE - INV7"), qPrintable(page));
             QVERIFY2(page.contains(QString::fromUtf8("Total €4.39")), qPrintable(page)); // 3.69 and 0.70 tax
