@@ -5,6 +5,7 @@
 #include "einvoice/EInvoice.h"
 
 #include <QDateTime>
+#include <QStringList>
 
 namespace report
 {
@@ -21,11 +22,19 @@ struct Document {
     Printed printed;
     qint64 writtenOffCents = 0; // shown on the page, no part of the e-invoice
     QString conflict;           // why the printed figures cannot stand; empty when they can
+    QStringList missing;        // what the rules require that is not filled in, and where
     Totals totals() const { return totalsOf(invoice); }
 };
 
-// Fails with the store's number when the invoice is not in the file.
+// Fails with the store's number when the invoice is not in the file. A customer with no
+// country code of its own is taken to be in the seller's.
 Document readDocument(const QString& connectionString, const QString& invNo);
+
+// What the EN 16931 rules require of an invoice that its data lacks, each naming where
+// the user fills it in; empty when nothing is missing.
+QStringList missingOf(const Invoice& invoice);
+// The box's text for them: "Invoice INV7 cannot be an e-invoice yet. EN 16931 needs ...".
+QString missingText(const Document& document);
 
 // ".pdf" or ".xml", and the file dialog's filter for it.
 QString fileSuffix(Format format);

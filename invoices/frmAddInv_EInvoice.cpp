@@ -86,6 +86,10 @@ void frmAddInv::Save_einvoice(const report::Report* shown)
                    vbExclamation, Title);
             return;
         }
+        if (!doc.missing.isEmpty()) {
+            MsgBox(einvoice::missingText(doc), vbExclamation, Title);
+            return;
+        }
         const auto format = einvoice::frmSaveEInvoice::ask(doc.writtenOffCents, this);
         if (!format)
             return;

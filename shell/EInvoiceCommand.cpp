@@ -53,6 +53,10 @@ int runEInvoiceCommand(const QStringList& arguments, const QString& dataFile)
         system.close();
 
         const einvoice::Document doc = einvoice::readDocument(ConnectionString, invNo);
+        if (!doc.missing.isEmpty()) {
+            err << einvoice::missingText(doc) << "\n";
+            return 1;
+        }
         if (!doc.conflict.isEmpty() && !corrected) {
             err << "Invoice " << invNo << " cannot be written as EN 16931 with its printed figures. " << doc.conflict
                 << " Add --corrected to issue it with EN 16931's figures.\n";

@@ -357,6 +357,36 @@ private slots:
         VERIFY_UI(ui);
     }
 
+    // What the rules need and the data lacks is listed with where to fill it in, before
+    // anything is asked; a customer without a country is taken to be in the seller's.
+    void missingDataListed()
+    {
+        TestUi ui;
+        auto main = withInvoice(ui, 0);
+        {
+            auto db = Database::open(ui.file("data.mdb"));
+            setEInvoiceSetting(*db, "VatId", "");
+            setEInvoiceSetting(*db, "Country", "");
+            setEInvoiceCustomerValue(*db, "C1", "Country", "");
+        }
+        ui.expectBox("Save as e-invoice", "Invoice INV7 cannot be an e-invoice yet. EN 16931 needs:\n"
+                                          "- the seller's country code (Tools > E-invoicing)\n"
+                                          "- the seller's VAT identifier (Tools > E-invoicing)\n"
+                                          "- the customer's country code (E-invoicing on the customer's record)");
+        frmAddInv w;
+        w.Save_einvoice();
+        QCOMPARE(ui.dialogs.size(), 0);
+        VERIFY_UI(ui);
+        // Reverse charge on an untaxed line needs the customer's VAT identifier.
+        Invoice reverse = sample(2);
+        reverse.untaxedCategory = "AE";
+        reverse.lines[1].taxed = false;
+        QCOMPARE(missingOf(reverse), QStringList{"the customer's VAT identifier, for reverse charge (E-invoicing on "
+                                                 "the customer's record)"});
+        reverse.buyer.vatId = "FR12345678901";
+        QCOMPARE(missingOf(reverse), QStringList());
+    }
+
     // The command line form: both formats; a conflict refused unless --corrected.
     void commandLine_data()
     {
