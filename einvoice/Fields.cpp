@@ -85,6 +85,12 @@ QString defaultCountryCode(const QString& sign)
     return QLocale::territoryToCode(QLocale::system().territory());
 }
 
+QString writtenOffNote()
+{
+    return QStringLiteral("A written-off amount is not part of an e-invoice: it shows the total, the amount paid and "
+                          "the amount due.");
+}
+
 const std::vector<std::pair<QString, QString>>& untaxedCategories()
 {
     static const std::vector<std::pair<QString, QString>> categories{

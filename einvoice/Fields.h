@@ -28,6 +28,10 @@ QString fieldProblem(const QString& name, const QString& value);
 QString defaultCurrencyCode(const QString& sign);
 QString defaultCountryCode(const QString& sign);
 
+// Why a written-off amount stays out: told where the format is chosen and where the data
+// is kept.
+QString writtenOffNote();
+
 // Untaxed lines: zero-rated, exempt (with a reason) or reverse charge, by their codes.
 const std::vector<std::pair<QString, QString>>& untaxedCategories();
 

@@ -3,14 +3,15 @@
 #include "einvoice/Fields.h"
 #include "platform/Controls.h"
 #include "platform/Platform.h"
+
 #include "store/Connection.h"
 #include "store/Database.h"
 #include "store/EInvoiceData.h"
 #include "store/Globals.h"
+#include <QDialogButtonBox>
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -71,19 +72,11 @@ frmEInvoicing::frmEInvoicing(const QString& custId, QWidget* parent) : QDialog(p
                            QStringLiteral("Print a payment QR code on invoices in EUR (needs the IBAN)"), this);
         QrCode_chk->setChecked(value(QStringLiteral("QrCode")) == QLatin1String("1"));
         form->addRow(QString(), QrCode_chk);
-        auto* note = named(new QLabel(QStringLiteral("A written-off amount is not part of an e-invoice: it shows "
-                                                     "the total, the amount paid and the amount due."),
-                                      this),
-                           "Note_lbl");
+        auto* note = named(new QLabel(writtenOffNote(), this), "Note_lbl");
         note->setWordWrap(true);
         layout->addWidget(note);
     }
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("OK_cmd"));
-    buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("Cancel_cmd"));
-    layout->addWidget(buttons);
-    connect(buttons, &QDialogButtonBox::accepted, this, &frmEInvoicing::OK_cmd_Click);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    layout->addWidget(platform::okCancel(this, [this] { OK_cmd_Click(); }));
 }
 
 // Every value checked before any is written; all written in one transaction.

@@ -1,9 +1,11 @@
 #include "einvoice/frmSaveEInvoice.h"
 
+#include "einvoice/Fields.h"
 #include "platform/Controls.h"
 #include "platform/Platform.h"
 
 #include <QDialogButtonBox>
+
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -28,20 +30,14 @@ frmSaveEInvoice::frmSaveEInvoice(qint64 writtenOffCents, QWidget* parent) : QDia
     layout->addWidget(FacturX_opt);
     layout->addWidget(Cii_opt);
     if (writtenOffCents != 0) {
-        auto* note = named(new QLabel(QStringLiteral("The %1 written off is not part of the e-invoice: it shows "
-                                                     "the total, the amount paid and the amount due.")
-                                          .arg(money(writtenOffCents)),
+        auto* note = named(new QLabel(QStringLiteral("%1 written off on this invoice. ").arg(money(writtenOffCents)) +
+                                          writtenOffNote(),
                                       this),
                            "WrittenOff_lbl");
         note->setWordWrap(true);
         layout->addWidget(note);
     }
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("OK_cmd"));
-    buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("Cancel_cmd"));
-    layout->addWidget(buttons);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    layout->addWidget(platform::okCancel(this, [this] { accept(); }));
 }
 
 std::optional<Format> frmSaveEInvoice::ask(qint64 writtenOffCents, QWidget* parent)

@@ -194,14 +194,22 @@ void frmInvoice::Toolbar1_ButtonClick(int place)
     }
 }
 
-// A double click, Enter on a row, or "Edit".
-void frmInvoice::OpenInvoice()
+// The selected invoice handed over to the invoice window; false with none selected.
+bool frmInvoice::handOverSelected()
 {
     const int row = rules_->selected();
     if (row < 0)
-        return;
+        return false;
     OpenInvoiceNo = Inv_lst->text(row, InvNo);
     EditInvoiceMode = 1;
+    return true;
+}
+
+// A double click, Enter on a row, or "Edit".
+void frmInvoice::OpenInvoice()
+{
+    if (!handOverSelected())
+        return;
     {
         frmAddInv window(this);
         showModal(window);
@@ -213,11 +221,8 @@ void frmInvoice::OpenInvoice()
 // The selected invoice through its window, unseen, as the window saves it.
 void frmInvoice::SaveEInvoice()
 {
-    const int row = rules_->selected();
-    if (row < 0)
+    if (!handOverSelected())
         return;
-    OpenInvoiceNo = Inv_lst->text(row, InvNo);
-    EditInvoiceMode = 1;
     frmAddInv window(this);
     window.Save_einvoice();
 }

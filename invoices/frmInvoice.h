@@ -33,6 +33,7 @@ protected:
     void Form_Activate();
 
 private:
+    bool handOverSelected();
     ListView* Inv_lst;
     ListRules* rules_;
     QString DeleteNo;
