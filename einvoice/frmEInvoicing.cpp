@@ -8,10 +8,10 @@
 #include "store/Database.h"
 #include "store/EInvoiceData.h"
 #include "store/Globals.h"
-#include <QDialogButtonBox>
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>

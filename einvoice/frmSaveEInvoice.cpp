@@ -5,7 +5,6 @@
 #include "platform/Platform.h"
 
 #include <QDialogButtonBox>
-
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
