@@ -175,16 +175,24 @@ void Layout::build()
     const Section* reportFooter = r.sectionOf(SectionKind::ReportFooter);
     const int usable = pageHeight() - r.topMargin - r.bottomMargin - (pageFooter ? pageFooter->height : 0);
     int y = 0;
+    Page page;
 
-    auto newPage = [&] {
-        pages_.emplace_back();
-        y = 0;
+    auto pageHead = [&] {
         if (pageHeader) {
-            pages_.back().bands.push_back({pageHeader, y, nullptr, -1, {}});
+            page.bands.push_back({pageHeader, y});
             y += pageHeader->height;
         }
     };
-    auto place = [&](const Section* s, std::shared_ptr<ShapeRecordset> rows, int row,
+    auto endPage = [&] {
+        pages_.push_back(std::move(page));
+        page = Page();
+        y = 0;
+    };
+    auto newPage = [&] {
+        endPage();
+        pageHead();
+    };
+    auto place = [&](const Section* s, int row, int child = -1,
                      std::vector<std::pair<QString, QString>> functions = {}) {
         if (!s)
             return;
@@ -193,16 +201,17 @@ void Layout::build()
         const int headerOnly = pageHeader ? pageHeader->height : 0;
         if (y + s->height > usable && y > headerOnly)
             newPage();
-        pages_.back().bands.push_back({s, y, std::move(rows), row, std::move(functions)});
+        int texts = -1;
+        if (!functions.empty()) {
+            texts = int(functions_.size());
+            functions_.push_back(std::move(functions));
+        }
+        page.bands.push_back({s, y, row, child, texts});
         y += s->height;
     };
 
-    pages_.emplace_back();
-    place(reportHeader, nullptr, -1);
-    if (pageHeader) {
-        pages_.back().bands.push_back({pageHeader, y, nullptr, -1, {}});
-        y += pageHeader->height;
-    }
+    place(reportHeader, -1);
+    pageHead();
 
     Totals all(reportFooter);
     const std::shared_ptr<ShapeRecordset>& source = r.dataSource();
@@ -211,31 +220,42 @@ void Layout::build()
     for (int i = 0; i < n; ++i) {
         source->moveTo(i);
         if (grouped) {
-            place(groupHeader, source, i);
+            place(groupHeader, i);
             all.add(*source, false);
             Totals group(groupFooter);
             auto children = source->chapter(source->chapterName());
             for (int c = 0; c < children->recordCount(); ++c) {
                 children->moveTo(c);
-                place(detail, children, c);
+                place(detail, i, c);
                 group.add(*children);
                 all.add(*children);
             }
-            place(groupFooter, source, i, group.texts());
+            place(groupFooter, i, -1, group.texts());
         } else {
-            place(detail, source, i);
+            place(detail, i);
             all.add(*source);
             if (detail && detail->newPageAfter && i + 1 < n)
                 newPage();
         }
     }
-    place(reportFooter, nullptr, -1, all.texts());
+    place(reportFooter, -1, -1, all.texts());
+    endPage();
+}
+
+const std::vector<std::pair<QString, QString>>& Layout::functionTexts(const Band& band) const
+{
+    static const std::vector<std::pair<QString, QString>> none;
+    return band.functions < 0 ? none : functions_[size_t(band.functions)];
 }
 
 void Layout::paint(QPainter& painter, int pageIndex) const
 {
+    paintPage(painter, pages_[size_t(pageIndex)]);
+}
+
+void Layout::paintPage(QPainter& painter, const Page& page) const
+{
     const Report& r = report_;
-    const Page& page = pages_[size_t(pageIndex)];
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPixelSize(1);
     painter.save();
@@ -243,10 +263,24 @@ void Layout::paint(QPainter& painter, int pageIndex) const
     painter.translate(r.leftMargin, r.topMargin);
     std::vector<Band> bands = page.bands;
     if (const Section* footer = r.sectionOf(SectionKind::PageFooter))
-        bands.push_back({footer, pageHeight() - r.topMargin - r.bottomMargin - footer->height, nullptr, -1, {}});
+        bands.push_back({footer, pageHeight() - r.topMargin - r.bottomMargin - footer->height});
+    const std::shared_ptr<ShapeRecordset>& source = r.dataSource();
+    std::shared_ptr<ShapeRecordset> children; // the chapter of childrenOf, made once for its rows
+    int childrenOf = -1;
     for (const Band& band : bands) {
-        if (band.rows && band.row >= 0)
-            band.rows->moveTo(band.row);
+        ShapeRecordset* rows = nullptr;
+        if (source && band.row >= 0) {
+            source->moveTo(band.row);
+            rows = source.get();
+            if (band.child >= 0) {
+                if (childrenOf != band.row) {
+                    children = source->chapter(source->chapterName());
+                    childrenOf = band.row;
+                }
+                children->moveTo(band.child);
+                rows = children.get();
+            }
+        }
         for (const Control& c : band.section->controls) {
             if (!c.visible)
                 continue;
@@ -270,10 +304,10 @@ void Layout::paint(QPainter& painter, int pageIndex) const
             default: {
                 QString text = c.caption;
                 if (c.kind == ControlKind::Field)
-                    text = band.rows && band.row >= 0 ? formatValue(band.rows->field(c.field), c.format) : QString();
+                    text = rows ? formatValue(rows->field(c.field), c.format) : QString();
                 else if (c.kind == ControlKind::Function) {
                     text.clear();
-                    for (const auto& [name, value] : band.functions)
+                    for (const auto& [name, value] : functionTexts(band))
                         if (name == c.name)
                             text = value;
                 }
@@ -326,7 +360,7 @@ bool Layout::print(QPagedPaintDevice& device) const
             device.newPage();
         painter.save();
         painter.scale(scale, scale);
-        paint(painter, int(i));
+        paintPage(painter, pages_[i]);
         painter.restore();
     }
     return painter.end();

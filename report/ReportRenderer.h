@@ -18,13 +18,14 @@ class QPainter;
 namespace report
 {
 
-// One section as placed on a page, with the row its fields show.
+// One section as placed on a page, with the row its fields show: a few numbers, as a
+// long report places over a million of them.
 struct Band {
     const Section* section;
-    int top; // twips below the top margin
-    std::shared_ptr<ShapeRecordset> rows;
-    int row = -1;
-    std::vector<std::pair<QString, QString>> functions; // control name, text
+    int top;            // twips below the top margin
+    int row = -1;       // the source's row its fields show, or none
+    int child = -1;     // in that row's chapter, the detail row shown; -1: the row itself
+    int functions = -1; // a footer's texts, by their place in the layout's list
 };
 
 struct Page {
@@ -45,9 +46,12 @@ public:
 
     // Paints one page; the painter's units must be twips with the page's corner at 0,0.
     void paint(QPainter& painter, int page) const;
+    // A footer band's function texts: control name, text.
+    const std::vector<std::pair<QString, QString>>& functionTexts(const Band& band) const;
     // Paints every page on a printer or a PDF writer set to this paper; false when the
     // device could not be painted on.
     bool print(QPagedPaintDevice& device) const;
+
     // False when the file could not be written whole.
     bool writePdf(const QString& path) const;
     // To a device; archival: PDF/A, every font embedded whole, for documents that must
@@ -56,11 +60,13 @@ public:
 
 private:
     void build();
+    void paintPage(QPainter& painter, const Page& page) const;
 
     const Report& report_;
     Paper paper_;
     QPageLayout::Orientation orientation_ = QPageLayout::Portrait;
     std::vector<Page> pages_;
+    std::vector<std::vector<std::pair<QString, QString>>> functions_;
 };
 
 // The text a value shows under a control's format.
