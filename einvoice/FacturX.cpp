@@ -100,11 +100,11 @@ QByteArray facturX(const QByteArray& pagePdf, const QByteArray& ciiXml, const QS
         const std::string date = pdfDate(when);
         auto stream = QPDFEFStreamObjectHelper::createEFStream(pdf, ciiXml.toStdString());
         stream.setSubtype("text/xml").setCreationDate(date).setModDate(date);
-        auto spec = QPDFFileSpecObjectHelper::createFileSpec(pdf, AttachmentName, stream);
-        spec.setDescription("Factur-X invoice");
-        spec.getObjectHandle().replaceKey("/AFRelationship", QPDFObjectHandle::newName("/Data"));
-        QPDFEmbeddedFileDocumentHelper(pdf).replaceEmbeddedFile(AttachmentName, spec);
-        root.replaceKey("/AF", QPDFObjectHandle::newArray({spec.getObjectHandle()}));
+        auto attachment = QPDFFileSpecObjectHelper::createFileSpec(pdf, AttachmentName, stream);
+        attachment.setDescription("Factur-X invoice");
+        attachment.getObjectHandle().replaceKey("/AFRelationship", QPDFObjectHandle::newName("/Data"));
+        QPDFEmbeddedFileDocumentHelper(pdf).replaceEmbeddedFile(AttachmentName, attachment);
+        root.replaceKey("/AF", QPDFObjectHandle::newArray({attachment.getObjectHandle()}));
 
         QPDFObjectHandle metadata = pdf.newStream(facturXMetadata(title, when).toStdString());
         metadata.replaceDict(QPDFObjectHandle::newDictionary(
