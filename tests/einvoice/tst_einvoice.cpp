@@ -357,6 +357,21 @@ private slots:
         VERIFY_UI(ui);
     }
 
+    // A folder that cannot take the file is told, and no file is left half written.
+    void unwritableFolderTold()
+    {
+        TestUi ui;
+        auto main = withInvoice(ui, 0);
+        const QString path = ui.file("gone/INV7.xml");
+        chooseFormat(ui, "Cii_opt");
+        ui.expectSave(path);
+        ui.expectBox("Save as e-invoice", "The e-invoice could not be written: " + path);
+        frmAddInv w;
+        w.Save_einvoice();
+        QVERIFY(!QFileInfo::exists(ui.file("gone")));
+        VERIFY_UI(ui);
+    }
+
     // What the rules need and the data lacks is listed with where to fill it in, before
     // anything is asked; a customer without a country is taken to be in the seller's.
     void missingDataListed()
