@@ -113,19 +113,21 @@ std::shared_ptr<ShapeRecordset::Data> ShapeRecordset::query(const QString& sql, 
             case SQLITE_NULL:
                 c.length = NullCell;
                 break;
-            case SQLITE_INTEGER:
-                c.number = sqlite3_column_int64(st, i);
+            case SQLITE_INTEGER: {
+                const qint64 number = sqlite3_column_int64(st, i);
+                std::memcpy(c.words, &number, sizeof number);
                 c.length = IntegerCell;
                 break;
+            }
             case SQLITE_FLOAT: {
                 const double real = sqlite3_column_double(st, i);
-                std::memcpy(&c.number, &real, sizeof real);
+                std::memcpy(c.words, &real, sizeof real);
                 c.length = RealCell;
                 break;
             }
             default: {
                 const char* text = reinterpret_cast<const char*>(sqlite3_column_text(st, i));
-                c.offset = qint32(data->text.size());
+                c.words[0] = quint32(data->text.size());
                 c.length = sqlite3_column_bytes(st, i);
                 data->text.append(text, c.length);
                 break;
@@ -198,15 +200,18 @@ Value ShapeRecordset::Data::value(size_t row, int field) const
     switch (c.length) {
     case NullCell:
         return Value();
-    case IntegerCell:
-        return Database::decode(SQLITE_INTEGER, c.number, 0, nullptr, 0, type);
+    case IntegerCell: {
+        qint64 number;
+        std::memcpy(&number, c.words, sizeof number);
+        return Database::decode(SQLITE_INTEGER, number, 0, nullptr, 0, type);
+    }
     case RealCell: {
         double real;
-        std::memcpy(&real, &c.number, sizeof real);
+        std::memcpy(&real, c.words, sizeof real);
         return Database::decode(SQLITE_FLOAT, 0, real, nullptr, 0, type);
     }
     default:
-        return Database::decode(SQLITE_TEXT, 0, 0, text.constData() + c.offset, c.length, type);
+        return Database::decode(SQLITE_TEXT, 0, 0, text.constData() + c.words[0], c.length, type);
     }
 }
 

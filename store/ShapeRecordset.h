@@ -44,10 +44,12 @@ private:
     // one array and every text in one buffer, so a source of a million rows is not a
     // million allocations.
     struct Cell {
-        qint64 number = 0; // an integer, or a real's bits
-        qint32 offset = 0; // a text's place in the buffer
+        // An integer's or a real's eight bytes, or in the first word a text's place in the
+        // buffer: kept as two words so that a cell takes 12 bytes, not 16.
+        quint32 words[2] = {0, 0};
         qint32 length = 0; // a text's length in bytes, or one of the kinds below
     };
+    static_assert(sizeof(Cell) == 12);
     enum : qint32 { NullCell = -1, IntegerCell = -2, RealCell = -3 };
     struct Data {
         QString name;
