@@ -173,17 +173,20 @@ std::shared_ptr<ShapeRecordset> ShapeRecordset::open(const QString& source, cons
         if (parentKey < 0 || childKey < 0)
             throw VbError(err::ItemNotFound);
         // Keys match as the store compares text: without regard to case.
-        QHash<QString, std::vector<size_t>> byKey;
+        QHash<QString, std::vector<quint32>> byKey;
         for (size_t i = 0; i < child->rowCount(); ++i) {
             const Value k = child->value(i, childKey);
             if (!k.isNull())
-                byKey[k.toText().toLower()].push_back(i);
+                byKey[k.toText().toLower()].push_back(quint32(i));
         }
-        data->childRows.resize(data->rowCount());
+        data->childStart.reserve(data->rowCount() + 1);
+        data->childStart.push_back(0);
         for (size_t i = 0; i < data->rowCount(); ++i) {
             const Value k = data->value(i, parentKey);
             if (!k.isNull())
-                data->childRows[i] = byKey.value(k.toText().toLower());
+                if (const auto found = byKey.constFind(k.toText().toLower()); found != byKey.cend())
+                    data->childRows.insert(data->childRows.end(), found->begin(), found->end());
+            data->childStart.push_back(quint32(data->childRows.size()));
         }
         data->child = child;
     }
@@ -261,5 +264,8 @@ std::shared_ptr<ShapeRecordset> ShapeRecordset::chapter(const QString& name) con
 {
     if (!data_->child || data_->child->name.compare(name, Qt::CaseInsensitive) != 0)
         return nullptr;
-    return std::shared_ptr<ShapeRecordset>(new ShapeRecordset(data_->child, data_->childRows[currentRow()]));
+    const size_t row = currentRow();
+    return std::shared_ptr<ShapeRecordset>(
+        new ShapeRecordset(data_->child, std::vector<size_t>(data_->childRows.begin() + data_->childStart[row],
+                                                             data_->childRows.begin() + data_->childStart[row + 1])));
 }

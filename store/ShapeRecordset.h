@@ -61,7 +61,10 @@ private:
         Value value(size_t row, int field) const;
         // Child level: its data, and for each parent row the child rows that belong to it.
         std::shared_ptr<Data> child;
-        std::vector<std::vector<size_t>> childRows;
+        // Parent row p's child rows are childRows[childStart[p]] up to childRows[childStart[p + 1]]:
+        // two flat arrays, not a list per parent.
+        std::vector<quint32> childStart;
+        std::vector<quint32> childRows;
     };
     ShapeRecordset(std::shared_ptr<Data> data, std::vector<size_t> rows);
     static std::shared_ptr<Data> query(const QString& sql, const std::shared_ptr<Database>& db);
