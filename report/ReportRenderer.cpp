@@ -62,16 +62,17 @@ struct Totals {
             }
         }
     }
-    std::vector<std::pair<QString, QString>> texts() const
+    // In the order of the section's function controls.
+    std::vector<QString> texts() const
     {
-        std::vector<std::pair<QString, QString>> out;
+        std::vector<QString> out;
         for (const Item& i : items) {
             Value v;
             if (i.control->function.compare(QLatin1String("Count"), Qt::CaseInsensitive) == 0)
                 v = Value(qint64(i.count));
             else
                 v = i.anyReal ? Value(i.real + i.money.toDouble()) : Value(i.money);
-            out.emplace_back(i.control->name, formatValue(v, i.control->format));
+            out.push_back(formatValue(v, i.control->format));
         }
         return out;
     }
@@ -192,8 +193,7 @@ void Layout::build()
         endPage();
         pageHead();
     };
-    auto place = [&](const Section* s, int row, int child = -1,
-                     std::vector<std::pair<QString, QString>> functions = {}) {
+    auto place = [&](const Section* s, int row, int child = -1, const std::vector<QString>& functions = {}) {
         if (!s)
             return;
         // A band that does not fit goes to the next page, unless the page holds nothing
@@ -204,7 +204,7 @@ void Layout::build()
         int texts = -1;
         if (!functions.empty()) {
             texts = int(functions_.size());
-            functions_.push_back(std::move(functions));
+            functions_.insert(functions_.end(), functions.begin(), functions.end());
         }
         page.bands.push_back({s, y, row, child, texts});
         y += s->height;
@@ -242,12 +242,6 @@ void Layout::build()
     endPage();
 }
 
-const std::vector<std::pair<QString, QString>>& Layout::functionTexts(const Band& band) const
-{
-    static const std::vector<std::pair<QString, QString>> none;
-    return band.functions < 0 ? none : functions_[size_t(band.functions)];
-}
-
 void Layout::paint(QPainter& painter, int pageIndex) const
 {
     paintPage(painter, pages_[size_t(pageIndex)]);
@@ -281,7 +275,9 @@ void Layout::paintPage(QPainter& painter, const Page& page) const
                 rows = children.get();
             }
         }
+        int functions = 0; // the function controls met so far: their texts stand in this order
         for (const Control& c : band.section->controls) {
+            const int function = c.kind == ControlKind::Function ? functions++ : -1;
             if (!c.visible)
                 continue;
             const QRect rect(c.left, band.top + c.top, c.width, c.height);
@@ -305,12 +301,8 @@ void Layout::paintPage(QPainter& painter, const Page& page) const
                 QString text = c.caption;
                 if (c.kind == ControlKind::Field)
                     text = rows ? formatValue(rows->field(c.field), c.format) : QString();
-                else if (c.kind == ControlKind::Function) {
-                    text.clear();
-                    for (const auto& [name, value] : functionTexts(band))
-                        if (name == c.name)
-                            text = value;
-                }
+                else if (c.kind == ControlKind::Function)
+                    text = band.functions >= 0 ? functions_[size_t(band.functions + function)] : QString();
                 if (text.isEmpty())
                     break;
                 const int flags = int(c.alignment) | Qt::AlignTop | (c.wordWrap ? Qt::TextWordWrap : 0);

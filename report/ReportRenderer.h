@@ -25,7 +25,7 @@ struct Band {
     int top;            // twips below the top margin
     int row = -1;       // the source's row its fields show, or none
     int child = -1;     // in that row's chapter, the detail row shown; -1: the row itself
-    int functions = -1; // a footer's texts, by their place in the layout's list
+    int functions = -1; // where a footer's function texts start in the layout's list
 };
 
 struct Page {
@@ -46,8 +46,6 @@ public:
 
     // Paints one page; the painter's units must be twips with the page's corner at 0,0.
     void paint(QPainter& painter, int page) const;
-    // A footer band's function texts: control name, text.
-    const std::vector<std::pair<QString, QString>>& functionTexts(const Band& band) const;
     // Paints every page on a printer or a PDF writer set to this paper; false when the
     // device could not be painted on.
     bool print(QPagedPaintDevice& device) const;
@@ -66,7 +64,7 @@ private:
     Paper paper_;
     QPageLayout::Orientation orientation_ = QPageLayout::Portrait;
     std::vector<Page> pages_;
-    std::vector<std::vector<std::pair<QString, QString>>> functions_;
+    std::vector<QString> functions_; // footers' function texts, a band's from its place on
 };
 
 // The text a value shows under a control's format.
