@@ -91,6 +91,13 @@ QString narrowedSelect(const QString& select, const QStringList& fields)
     return select.left(m.capturedStart(1)) + kept.join(QStringLiteral(", ")) + select.mid(m.capturedEnd(1));
 }
 
+namespace
+{
+
+constexpr qsizetype TextBlock = 1 << 20;
+
+} // namespace
+
 ShapeRecordset::ShapeRecordset(std::shared_ptr<Data> data, std::vector<size_t> rows)
     : data_(std::move(data)), rows_(std::move(rows))
 {
@@ -127,9 +134,14 @@ std::shared_ptr<ShapeRecordset::Data> ShapeRecordset::query(const QString& sql, 
             }
             default: {
                 const char* text = reinterpret_cast<const char*>(sqlite3_column_text(st, i));
-                c.words[0] = quint32(data->text.size());
                 c.length = sqlite3_column_bytes(st, i);
-                data->text.append(text, c.length);
+                if (data->texts.empty() || data->texts.back().size() + c.length > TextBlock) {
+                    data->texts.emplace_back();
+                    data->texts.back().reserve(std::max<qsizetype>(TextBlock, c.length));
+                }
+                c.words[0] = quint32(data->texts.size() - 1);
+                c.words[1] = quint32(data->texts.back().size());
+                data->texts.back().append(text, c.length);
                 break;
             }
             }
@@ -214,7 +226,7 @@ Value ShapeRecordset::Data::value(size_t row, int field) const
         return Database::decode(SQLITE_FLOAT, 0, real, nullptr, 0, type);
     }
     default:
-        return Database::decode(SQLITE_TEXT, 0, 0, text.constData() + c.words[0], c.length, type);
+        return Database::decode(SQLITE_TEXT, 0, 0, texts[c.words[0]].constData() + c.words[1], c.length, type);
     }
 }
 

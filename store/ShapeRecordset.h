@@ -5,6 +5,7 @@
 #include "store/Value.h"
 
 #include <QStringList>
+#include <deque>
 #include <memory>
 #include <vector>
 
@@ -44,8 +45,8 @@ private:
     // one array and every text in one buffer, so a source of a million rows is not a
     // million allocations.
     struct Cell {
-        // An integer's or a real's eight bytes, or in the first word a text's place in the
-        // buffer: kept as two words so that a cell takes 12 bytes, not 16.
+        // An integer's or a real's eight bytes, or a text's block and its place in that
+        // block: kept as two words so that a cell takes 12 bytes, not 16.
         quint32 words[2] = {0, 0};
         qint32 length = 0; // a text's length in bytes, or one of the kinds below
     };
@@ -54,9 +55,11 @@ private:
     struct Data {
         QString name;
         QStringList fields;
-        std::vector<int> types;  // the type each field is read as
-        std::vector<Cell> cells; // row after row, a cell a field
-        QByteArray text;
+        std::vector<int> types; // the type each field is read as
+        std::deque<Cell> cells; // row after row, a cell a field
+        // Both grow by blocks, never copied whole to grow: a large source's peak is its
+        // size, not twice it.
+        std::vector<QByteArray> texts;
         size_t rowCount() const { return fields.isEmpty() ? 0 : cells.size() / size_t(fields.size()); }
         Value value(size_t row, int field) const;
         // Child level: its data, and for each parent row the child rows that belong to it.
