@@ -37,7 +37,7 @@ std::shared_ptr<Database> dataFile()
 
 } // namespace
 
-frmEInvoicing::frmEInvoicing(const QString& custId, QWidget* parent) : QDialog(parent), custId_(custId)
+frmEInvoicing::frmEInvoicing(const QString& custId, QWidget* parent) : QDialog(parent), custId_(custId), db_(dataFile())
 {
     setObjectName(QStringLiteral("frmEInvoicing"));
     setWindowTitle(custId.isEmpty() ? Title : Title + QStringLiteral(" - ") + custId);
@@ -101,8 +101,7 @@ void frmEInvoicing::OK_cmd_Click()
         ExemptionReason_txt->setFocus();
         return;
     }
-    const auto db = dataFile();
-    Write_batch(db, [&] {
+    Write_batch(db_, [&] {
         for (const auto& [name, box] : boxes_)
             store(name, box->text());
         if (Untaxed_cbo) {
@@ -116,13 +115,13 @@ void frmEInvoicing::OK_cmd_Click()
 
 QString frmEInvoicing::value(const QString& name) const
 {
-    Database& db = *dataFile();
+    Database& db = *db_;
     return custId_.isEmpty() ? eInvoiceSetting(db, name) : eInvoiceCustomerValue(db, custId_, name);
 }
 
 void frmEInvoicing::store(const QString& name, const QString& value)
 {
-    Database& db = *dataFile();
+    Database& db = *db_;
     if (custId_.isEmpty())
         setEInvoiceSetting(db, name, value);
     else

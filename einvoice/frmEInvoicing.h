@@ -4,10 +4,12 @@
 
 #include <QDialog>
 #include <map>
+#include <memory>
 
 class QCheckBox;
 class QComboBox;
 class QLineEdit;
+class Database;
 
 namespace einvoice
 {
@@ -26,6 +28,7 @@ private:
     void store(const QString& name, const QString& value);
 
     QString custId_;
+    std::shared_ptr<Database> db_;        // the data file the values are kept in
     std::map<QString, QLineEdit*> boxes_; // by the value's name
     QComboBox* Untaxed_cbo = nullptr;
     QLineEdit* ExemptionReason_txt = nullptr;
